@@ -1,0 +1,33 @@
+// Column headings and widths of the two channel grids.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace q40 {
+
+inline constexpr int kTwipsPerInch = 1440;
+
+// Headings of grid columns 0..18; column 0 carries the row titles. The special-channel grid has
+// columns 0..17.
+inline constexpr std::array<std::string_view, 19> kGridHeadings = {
+    "",    "Frequency", "Step", "Tone", "TxTone", "RxTone", "TxDCS", "RxDCS", "Shift", "ShiftFreq.",
+    "RPT", "PWR",       "MID",  "ATT",  "BSV",    "Clock",  "BCLO",  "BW",    "Name"};
+
+inline constexpr int kMemoryGridColumns = 19;
+inline constexpr int kSpecialGridColumns = 18;
+inline constexpr std::array<std::string_view, 5> kSpecialRowTitles = {"VFO", "CALL", "RPT", "PH",
+                                                                      "PL"};
+
+// Width of grid column 0..18 in twips, the row-title column included.
+constexpr int ColumnWidthTwips(int column) {
+  constexpr std::array<int, 8> kWidth = {450, 495, 500, 690, 705, 795, 870, 585};
+  // Class of grid columns 0..17. Column 0 is the row title, so "Frequency" has class 6.
+  constexpr std::array<std::size_t, 18> kClass = {2, 6, 4, 0, 3, 3, 7, 7, 1,
+                                                  5, 2, 0, 0, 0, 0, 2, 2, 4};
+  constexpr int kNameWidth = 850;
+  return column < static_cast<int>(kClass.size()) ? kWidth[kClass[static_cast<std::size_t>(column)]]
+                                                  : kNameWidth;
+}
+
+}  // namespace q40

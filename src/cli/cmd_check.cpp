@@ -1,0 +1,62 @@
+#include <memory>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/commands.h"
+#include "files/clone_file.h"
+#include "files/whole_file.h"
+#include "image/defaults.h"
+
+namespace q40 {
+namespace {
+
+struct Arguments {
+  std::vector<std::string> files;
+  bool json = false;
+};
+
+// What Open takes although it is odd: said, but no reason to refuse the file.
+void NoteOddDigit(CommandContext& context, const std::string& path) {
+  std::string text;
+  CloneLines lines;
+  constexpr std::size_t kEnough = kCloneLineCount * (kCloneLineLength + 2);
+  if (ReadFile(path, kEnough, text) || SplitCloneText(text, path, lines)) return;
+  if (const auto odd = FirstOddDigit(lines, path)) context.console.Note(odd->Message());
+}
+
+int Run(CommandContext& context, const Arguments& arguments) {
+  int code = kExitDone;
+  auto json = nlohmann::ordered_json::array();
+  CloneDocument document = FreshDocument();
+  for (const std::string& file : arguments.files) {
+    const auto problem = OpenCloneFile(file, document).problem;
+    if (problem) code = kExitDataError;
+    if (arguments.json) {
+      nlohmann::ordered_json row = {{"file", file}, {"ok", !problem}};
+      if (problem) row.update({{"line", problem->line}, {"problem", problem->what}});
+      json.push_back(std::move(row));
+    } else if (Print(context, (problem ? problem->Message() : file + ": ok") + '\n') != kExitDone) {
+      return kExitCannotWrite;
+    }
+    if (!problem) NoteOddDigit(context, file);
+  }
+  if (arguments.json) {
+    const auto text = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
+    if (const int failed = Print(context, text + '\n')) return failed;
+  }
+  return code;
+}
+
+}  // namespace
+
+void AddCheck(CLI::App& app, CommandContext& context) {
+  auto* command = app.add_subcommand(
+      "check", "Says for every file \"ok\", or the first thing that is wrong with its line");
+  auto arguments = std::make_shared<Arguments>();
+  command->add_option("FILE", arguments->files, "clone files (*.Q40)")->required();
+  command->add_flag("--json", arguments->json, "as JSON");
+  command->footer("Example: rxq40ctl check *.Q40");
+  command->callback([&context, arguments] { context.exit_code = Run(context, *arguments); });
+}
+
+}  // namespace q40

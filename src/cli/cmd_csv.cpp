@@ -1,0 +1,114 @@
+// export and import: the channel list to and from CSV.
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include "cli/commands.h"
+#include "files/channel_csv.h"
+#include "files/clone_file.h"
+#include "files/whole_file.h"
+#include "image/defaults.h"
+
+namespace q40 {
+namespace {
+
+constexpr const char* kStandardStream = "-";
+
+struct Arguments {
+  std::string file;
+  std::string csv;
+  std::string out;
+};
+
+FileProblem BadCsv(const std::string& path, int line, std::string what) {
+  return {FileProblem::Kind::kBadData, path, line, std::move(what)};
+}
+
+std::optional<FileProblem> ReadStandardInput(std::size_t limit, std::string& text) {
+  constexpr std::size_t kPiece = 65536;
+  std::size_t got = 0;
+  do {
+    text.resize(got + kPiece);
+    const std::size_t piece = std::fread(text.data() + got, 1, kPiece, stdin);
+    got += piece;
+    if (piece == 0) break;
+  } while (got < limit);
+  text.resize(std::min(got, limit));
+  if (std::ferror(stdin) != 0) return BadCsv("standard input", 0, std::strerror(errno));
+  return std::nullopt;
+}
+
+std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
+  const std::string name = path == kStandardStream ? "standard input" : path;
+  if (auto problem = path == kStandardStream ? ReadStandardInput(kLongestCsv + 1, text)
+                                             : ReadFile(path, kLongestCsv + 1, text)) {
+    return problem;
+  }
+  if (text.size() > kLongestCsv) return BadCsv(name, 0, "longer than 16 MiB, no channel list");
+  return std::nullopt;
+}
+
+void NotePassedOver(Console& console, const ImportReport& report) {
+  for (const auto& record : report.passed_over) {
+    console.Note("line " + std::to_string(record.line) + ": passed over, " + record.why);
+  }
+}
+
+int RunExport(CommandContext& context, const Arguments& arguments) {
+  CloneDocument document = FreshDocument();
+  if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  const std::string text = ExportChannels(document.image);
+  if (arguments.csv == kStandardStream) return Print(context, text);
+  if (const auto problem = WriteFile(arguments.csv, text)) return context.console.Error(*problem);
+  return kExitDone;
+}
+
+int RunImport(CommandContext& context, const Arguments& arguments) {
+  CloneDocument document = FreshDocument();
+  if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  std::string text;
+  if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
+  const ImportReport report = ImportChannels(text, document.image);
+  NotePassedOver(context.console, report);
+  if (report.unclosed_quote_line > 0) {
+    return context.console.Error(BadCsv(arguments.csv, report.unclosed_quote_line,
+                                        "a quote that is never closed. Nothing was imported."));
+  }
+  if (report.memory_records + report.special_records == 0) {
+    return context.console.Error(
+        BadCsv(arguments.csv, 0, "no channel of an RX-Q40 in it. Nothing was imported."));
+  }
+  const std::string& target = arguments.out.empty() ? arguments.file : arguments.out;
+  if (const auto problem = SaveCloneFile(target, document, document.model)) {
+    return context.console.Error(*problem);
+  }
+  context.console.Note(std::to_string(report.memory_records) + " memory and " +
+                       std::to_string(report.special_records) +
+                       " special channel records imported into " + target);
+  return kExitDone;
+}
+
+}  // namespace
+
+void AddExport(CLI::App& app, CommandContext& context) {
+  auto* command = app.add_subcommand("export", "Writes the channel list of a clone file as CSV");
+  auto arguments = std::make_shared<Arguments>();
+  command->add_option("FILE", arguments->file, kClonePathHelp)->required();
+  command->add_option("CSV", arguments->csv, "CSV file, - for standard output")->required();
+  command->footer("Example: rxq40ctl export radio.Q40 channels.csv");
+  command->callback([&context, arguments] { context.exit_code = RunExport(context, *arguments); });
+}
+
+void AddImport(CLI::App& app, CommandContext& context) {
+  auto* command =
+      app.add_subcommand("import", "Takes the channels of a CSV file into a clone file");
+  auto arguments = std::make_shared<Arguments>();
+  command->add_option("FILE", arguments->file, kClonePathHelp)->required();
+  command->add_option("CSV", arguments->csv, "CSV file, - for standard input")->required();
+  command->add_option("-o,--output", arguments->out, "clone file to write instead of FILE")
+      ->type_name("OUT");
+  command->footer("Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40");
+  command->callback([&context, arguments] { context.exit_code = RunImport(context, *arguments); });
+}
+
+}  // namespace q40

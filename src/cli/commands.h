@@ -1,0 +1,41 @@
+// The commands of rxq40ctl, one file each. Every Add... registers a subcommand with its options,
+// its help and an example; the subcommand leaves its exit code in the context.
+#pragma once
+
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/console.h"
+#include "cli/exit_codes.h"
+#include "image/clone_document.h"
+
+namespace q40 {
+
+struct CommandContext {
+  Console console;
+  int exit_code = kExitDone;
+};
+
+void AddPorts(CLI::App& app, CommandContext& context);
+void AddIdentify(CLI::App& app, CommandContext& context);
+void AddRead(CLI::App& app, CommandContext& context);
+void AddWrite(CLI::App& app, CommandContext& context);
+void AddNew(CLI::App& app, CommandContext& context);
+void AddCheck(CLI::App& app, CommandContext& context);
+void AddShow(CLI::App& app, CommandContext& context);
+void AddDiff(CLI::App& app, CommandContext& context);
+void AddExport(CLI::App& app, CommandContext& context);
+void AddImport(CLI::App& app, CommandContext& context);
+void AddDump(CLI::App& app, CommandContext& context);
+
+// ---- What several commands share.
+
+// Opens a clone file; kExitDone, or the code of the error that was said.
+int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document);
+// Writes a result to standard output; kExitCannotWrite when it takes no more.
+int Print(CommandContext& context, std::string_view text);
+
+inline constexpr const char* kClonePathHelp = "clone file (*.Q40)";
+
+}  // namespace q40

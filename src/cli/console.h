@@ -1,0 +1,38 @@
+// Where rxq40ctl speaks: results on standard output, messages and progress on standard error.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "files/file_problem.h"
+
+namespace q40 {
+
+class Console {
+ public:
+  Console();
+
+  // Only errors are said.
+  void SetQuiet(bool quiet) { quiet_ = quiet; }
+
+  // A result. Written at once when it is a whole text; false when standard output takes no more.
+  bool Result(std::string_view text);
+  // What happens, and what is worth knowing.
+  void Note(std::string_view text);
+  // What went wrong, and what to try next. Returns `code`, so that a command can end with it.
+  int Error(int code, std::string_view text);
+  int Error(const FileProblem& problem);
+
+  // A bar on a terminal; elsewhere nothing but the first word of each job.
+  void Progress(std::string_view job, int done, int total, std::string_view where);
+  void EndProgress();
+
+ private:
+  bool quiet_ = false;
+  bool terminal_;  // standard error is one
+  bool colour_;
+  bool bar_shown_ = false;
+  std::string job_;
+};
+
+}  // namespace q40

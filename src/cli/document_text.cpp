@@ -1,0 +1,305 @@
+#include "cli/document_text.h"
+
+#include <algorithm>
+
+#include "app/tables/grid_columns.h"
+#include "app/tables/settings_items.h"
+#include "image/channel_codec.h"
+#include "image/hex.h"
+#include "image/settings_codec.h"
+#include "image/vocabulary.h"
+
+namespace q40 {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string BandName(Band band) {
+  return band == Band::kVhf ? "VHF" : "UHF";
+}
+
+// Fields in the order in which the list of a channel is read: RxDCS beside TxDCS, the name last.
+constexpr Field kReadingOrder[] = {Field::kFrequency, Field::kStep,        Field::kTone,
+                                   Field::kTxTone,    Field::kRxTone,      Field::kTxDcs,
+                                   Field::kRxDcs,     Field::kShift,       Field::kShiftFrequency,
+                                   Field::kRpt,       Field::kPower,       Field::kMid,
+                                   Field::kAtt,       Field::kBatterySave, Field::kClock,
+                                   Field::kBclo,      Field::kBandwidth,   Field::kSkip,
+                                   Field::kName};
+
+std::string FieldText(ChannelKind kind, const ChannelRecord& record, Field field) {
+  if (field == Field::kSkip) return record.Number(kind, field) == 1 ? "On" : "Off";
+  return record.Text(kind, field);
+}
+
+const SettingsField& FieldOf(std::string_view control) {
+  const auto fields = SettingsFields();
+  return *std::find_if(fields.begin(), fields.end(),
+                       [&](const SettingsField& f) { return f.control == control; });
+}
+
+std::string PlaceOf(SettingsPage page) {
+  switch (page) {
+    case SettingsPage::kDtmf: return "DTMF";
+    case SettingsPage::kAccess: return "Access";
+    default: return "Settings";
+  }
+}
+
+std::string Caption(const SettingsItem& item) {
+  std::string caption(Trimmed(item.caption));
+  if (!item.unit.empty()) caption += ' ' + std::string(item.unit);
+  return caption;
+}
+
+// ---- cells, for diff
+
+class CellList {
+ public:
+  void Add(std::string place, std::string name, std::string value) {
+    cells_.push_back({std::move(place), std::move(name), std::move(value)});
+  }
+  std::vector<DocumentCell> Take() { return std::move(cells_); }
+
+  void AddSettings(const CloneDocument& document) {
+    for (const SettingsItem& item : SettingsItems()) {
+      Add(PlaceOf(item.page), Caption(item), SettingText(document.settings, item.control));
+    }
+    AddCarriedBytes(document);
+  }
+
+  void AddChannel(const std::string& place, ChannelKind kind, const ChannelRecord& record,
+                  bool in_use, std::string_view stored) {
+    const bool always_there =
+        kind == ChannelKind::kSpecial && !place.ends_with(" PH") && !place.ends_with(" PL");
+    if (!always_there) Add(place, "In use", in_use ? "yes" : "no");
+    for (const Field field : kReadingOrder) {
+      if (!HasField(kind, field)) continue;
+      Add(place, std::string(FieldName(field)), in_use ? FieldText(kind, record, field) : "");
+    }
+    Add(place, "stored data", in_use ? "" : std::string(stored));
+  }
+
+ private:
+  // Bytes of the settings area that no control stands for.
+  void AddCarriedBytes(const CloneDocument& document) {
+    CloneImage image = document.image;
+    EncodeSettings(document.settings, image);
+    for (int address = 0x20; address < 0x60; ++address) {
+      const int line = (address - 0x20) / kBlockSize;
+      const int byte = address % kBlockSize;
+      const auto fields = SettingsFields();
+      const bool controlled = std::any_of(fields.begin(), fields.end(), [&](const auto& f) {
+        return f.line == line && f.byte == byte && f.rule != SettingRule::kBit6;
+      });
+      if (controlled) continue;
+      Add("Settings", "byte 0x00" + HexByteText(address),
+          image.SettingsLine[static_cast<std::size_t>(line)].substr(
+              2 * static_cast<std::size_t>(byte), 2));
+    }
+  }
+
+  std::vector<DocumentCell> cells_;
+};
+
+// ---- the report, for people
+
+using Row = std::vector<std::string>;
+
+// Columns as wide as their widest text, two blanks apart.
+void AppendTable(std::string& text, const std::vector<Row>& rows) {
+  std::vector<std::size_t> widths;
+  for (const Row& row : rows) {
+    widths.resize(std::max(widths.size(), row.size()));
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+  }
+  for (const Row& row : rows) {
+    std::string line = " ";
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      line += ' ' + row[i] + std::string(widths[i] - row[i].size() + 1, ' ');
+    }
+    text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+  }
+}
+
+Row HeadingRow(ChannelKind kind, const std::string& first) {
+  Row row = {first};
+  for (const Field field : kReadingOrder) {
+    if (HasField(kind, field)) row.emplace_back(FieldName(field));
+  }
+  return row;
+}
+
+Row ChannelRow(ChannelKind kind, const std::string& title, const ChannelRecord& record) {
+  Row row = {title};
+  for (const Field field : kReadingOrder) {
+    if (HasField(kind, field)) row.push_back(FieldText(kind, record, field));
+  }
+  return row;
+}
+
+void AppendSettings(std::string& text, const CloneDocument& document, SettingsPage page) {
+  text += PlaceOf(page) + '\n';
+  std::vector<Row> rows;
+  for (const SettingsItem& item : SettingsItems()) {
+    if (item.page != page) continue;
+    rows.push_back({Caption(item), SettingText(document.settings, item.control)});
+  }
+  AppendTable(text, rows);
+}
+
+void AppendSpecialChannels(std::string& text, const CloneImage& image, Band band) {
+  constexpr auto kKind = ChannelKind::kSpecial;
+  const SpecialSet& set = SpecialStore(image, band);
+  text += BandName(band) + " special channels\n";
+  std::vector<Row> rows = {HeadingRow(kKind, "")};
+  for (int k = 0; k < kSpecialChannelCount; ++k) {
+    const auto row = static_cast<std::size_t>(k);
+    const std::string title(kSpecialRowTitles[row]);
+    if (EffectivelyPresent(set, StoredPresent(image, band), k)) {
+      rows.push_back(ChannelRow(kKind, title, set[row]));
+    } else {
+      rows.push_back({title, "-"});
+    }
+  }
+  AppendTable(text, rows);
+}
+
+void AppendMemoryChannels(std::string& text, const CloneImage& image) {
+  constexpr auto kKind = ChannelKind::kMemory;
+  std::vector<Row> rows = {HeadingRow(kKind, "CH")};
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    const auto row = static_cast<std::size_t>(n);
+    if (!image.ChannelInUse[row]) continue;
+    rows.push_back(ChannelRow(kKind, ChannelTitle(n), image.MemoryTable[row]));
+  }
+  text += "Memory channels in use: " + std::to_string(rows.size() - 1) + " of " +
+          std::to_string(kMemoryChannelCount) + '\n';
+  if (rows.size() > 1) AppendTable(text, rows);
+}
+
+// ---- JSON
+
+Json SettingJson(const SettingsValues& values, const SettingsItem& item) {
+  const SettingsField& field = FieldOf(item.control);
+  if (!item.items.empty()) return SettingText(values, item.control);
+  if (field.rule == SettingRule::kRange) return values.*field.value;
+  return values.*field.value != 0;
+}
+
+Json ChannelJson(ChannelKind kind, const ChannelRecord& record) {
+  Json channel = Json::object();
+  for (const Field field : kReadingOrder) {
+    if (!HasField(kind, field)) continue;
+    std::string key(FieldName(field));
+    if (field == Field::kSkip) {
+      channel[key] = record.Number(kind, field) == 1;
+    } else {
+      channel[key] = record.Text(kind, field);
+    }
+  }
+  return channel;
+}
+
+}  // namespace
+
+std::string SettingText(const SettingsValues& values, std::string_view control) {
+  const SettingsField& field = FieldOf(control);
+  const SettingsItem& item = SettingsItemOf(control);
+  const int value = values.*field.value;
+  if (!item.items.empty()) {
+    const auto index = static_cast<std::size_t>(value);
+    return std::string(index < item.items.size() ? Trimmed(item.items[index]) : "");
+  }
+  if (field.rule == SettingRule::kRange) return std::to_string(value);
+  return value != 0 ? "on" : "off";
+}
+
+std::string ModelText(const CloneDocument& document) {
+  return std::string(ModelName(document.model)) + ", version " +
+         (document.image.VersionA ? "A" : "0");
+}
+
+std::vector<DocumentCell> CellsOf(const CloneDocument& document) {
+  const CloneImage& image = document.image;
+  CellList cells;
+  cells.Add("Radio", "Model", std::string(ModelName(document.model)));
+  cells.Add("Radio", "Version", image.VersionA ? "A" : "0");
+  cells.AddSettings(document);
+  for (std::size_t i = 0; i < document.dial.size(); ++i) {
+    cells.Add("Auto dialer", std::string(kDialTitles[i]), document.dial[i]);
+  }
+  for (const Band band : kBands) {
+    const SpecialSet& set = SpecialStore(image, band);
+    const PresentPair present = StoredPresent(image, band);
+    for (int k = 0; k < kSpecialChannelCount; ++k) {
+      const auto row = static_cast<std::size_t>(k);
+      const auto lines = EncodeSpecialChannel(set, present, k);
+      cells.AddChannel(BandName(band) + ' ' + std::string(kSpecialRowTitles[row]),
+                       ChannelKind::kSpecial, set[row], EffectivelyPresent(set, present, k),
+                       lines ? lines->Joined() : "");
+    }
+  }
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    const auto row = static_cast<std::size_t>(n);
+    const auto lines = EncodeMemoryChannel(image, n);
+    cells.AddChannel("Memory " + ChannelTitle(n), ChannelKind::kMemory, image.MemoryTable[row],
+                     image.ChannelInUse[row], lines ? lines->Joined() : "");
+  }
+  return cells.Take();
+}
+
+std::string DocumentReport(const CloneDocument& document) {
+  std::string text = "Radio\n";
+  AppendTable(text, {{"Model", ModelText(document)}});
+  for (const SettingsPage page :
+       {SettingsPage::kGeneral, SettingsPage::kDtmf, SettingsPage::kAccess}) {
+    AppendSettings(text, document, page);
+  }
+  text += "Auto dialer\n";
+  std::vector<Row> dials;
+  for (std::size_t i = 0; i < document.dial.size(); ++i) {
+    dials.push_back({std::string(kDialTitles[i]), document.dial[i]});
+  }
+  AppendTable(text, dials);
+  for (const Band band : kBands) AppendSpecialChannels(text, document.image, band);
+  AppendMemoryChannels(text, document.image);
+  return text;
+}
+
+Json DocumentJson(const CloneDocument& document) {
+  const CloneImage& image = document.image;
+  Json json;
+  json["model"] = ModelName(document.model);
+  json["versionA"] = image.VersionA;
+  for (const SettingsItem& item : SettingsItems()) {
+    std::string place = UpperCase(PlaceOf(item.page)) == "DTMF" ? "dtmf"
+                        : item.page == SettingsPage::kAccess    ? "access"
+                                                                : "settings";
+    json[place][std::string(Trimmed(item.caption))] = SettingJson(document.settings, item);
+  }
+  for (std::size_t i = 0; i < document.dial.size(); ++i) {
+    json["dialer"][std::string(kDialTitles[i])] = document.dial[i];
+  }
+  for (const Band band : kBands) {
+    const SpecialSet& set = SpecialStore(image, band);
+    for (int k = 0; k < kSpecialChannelCount; ++k) {
+      const auto row = static_cast<std::size_t>(k);
+      Json& channel = json["special"][BandName(band)][std::string(kSpecialRowTitles[row])];
+      if (EffectivelyPresent(set, StoredPresent(image, band), k)) {
+        channel = ChannelJson(ChannelKind::kSpecial, set[row]);
+      } else {
+        channel = nullptr;
+      }
+    }
+  }
+  json["memory"] = Json::object();
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    const auto row = static_cast<std::size_t>(n);
+    if (!image.ChannelInUse[row]) continue;
+    json["memory"][ChannelTitle(n)] = ChannelJson(ChannelKind::kMemory, image.MemoryTable[row]);
+  }
+  return json;
+}
+
+}  // namespace q40

@@ -1,0 +1,27 @@
+// What rxq40ctl tells the shell.
+#pragma once
+
+namespace q40 {
+
+enum ExitCode : int {
+  kExitDone = 0,
+  kExitDifferent = 1,           // diff found differences
+  kExitUsage = 2,               // the command line is wrong
+  kExitPortError = 3,           // "COM Port Error"
+  kExitCommunicationError = 4,  // "Communication Error"
+  kExitWrongModel = 5,          // "Model is not correct"
+  kExitDataError = 6,           // "Data Error": a file is not what it must be, or cannot be read
+  kExitCannotWrite = 7,         // a file could not be written
+  kExitNotKept = 8,             // the radio did not keep what was written
+  kExitInterrupted = 130,       // by a signal
+};
+
+inline constexpr const char* kExitCodeHelp =
+    "Exit codes:\n"
+    "  0  done                      5    Model is not correct\n"
+    "  1  diff found differences    6    Data Error: a file is wrong or unreadable\n"
+    "  2  wrong usage               7    a file could not be written\n"
+    "  3  COM Port Error            8    the radio did not keep what was written\n"
+    "  4  Communication Error       130  interrupted\n";
+
+}  // namespace q40

@@ -1,0 +1,164 @@
+#include "cli/radio_session.h"
+
+#include "image/defaults.h"
+#include "image/hex.h"
+#include "link/com_ports.h"
+
+namespace q40 {
+namespace {
+
+std::string JobName(Sequence sequence) {
+  switch (sequence) {
+    case Sequence::kReadSettings: return "Reading settings";
+    case Sequence::kReadMemory: return "Reading memory";
+    case Sequence::kWriteSettings: return "Writing settings";
+    case Sequence::kWriteMemory: return "Writing memory";
+    default: return "Identifying";
+  }
+}
+
+std::string Acknowledged(const SequenceReport& report) {
+  const std::size_t count = report.acknowledged.size();
+  if (count == 0) return " The radio acknowledged no block: it is as it was.";
+  return " The radio acknowledged " + std::to_string(count) + (count == 1 ? " block" : " blocks") +
+         ", the last was " + UnitName(report.acknowledged.back()) + " at address " +
+         AddressText(report.acknowledged.back()) + "; what follows is as it was.";
+}
+
+}  // namespace
+
+RadioSession::RadioSession(CommandContext& context, const std::string& device,
+                           CloneDocument& document)
+    : context_(context),
+      document_(document),
+      port_(device),
+      link_(port_, loop_.Timers(), loop_),
+      sequences_(link_, document, *this) {
+  loop_.StopOnSignals();
+}
+
+int RadioSession::Identify() {
+  return Conclude(sequences_.Identify());
+}
+
+int RadioSession::Read(Half half) {
+  switch (half) {
+    case Half::kSettings: return Conclude(sequences_.ReadSettings());
+    case Half::kMemory: return Conclude(sequences_.ReadMemory());
+    default: return Conclude(sequences_.ReadAll());
+  }
+}
+
+int RadioSession::Write(Half half) {
+  writing_ = true;
+  switch (half) {
+    case Half::kSettings: return Conclude(sequences_.WriteSettings());
+    case Half::kMemory: return Conclude(sequences_.WriteMemory());
+    default: return Conclude(sequences_.WriteAll());
+  }
+}
+
+int RadioSession::Dump(int first_block, int count) {
+  constexpr std::size_t kBlockAnswer = 34;  // 32 digits, CR LF
+  constexpr std::size_t kWholeAnswer = kBlockAnswer + 2;
+  for (int block = first_block; block < first_block + count; ++block) {
+    const std::string command = ReadCommand(static_cast<Address>(block * kBlockSize));
+    const auto reply = link_.ServiceRead(command, {});
+    if (loop_.StopRequested()) return context_.console.Error(kExitInterrupted, "Interrupted");
+    if (!reply) {
+      return context_.console.Error(kExitPortError, kPortErrorText + Advice(port_.Problem()));
+    }
+    if (reply->size() < kWholeAnswer) {
+      return context_.console.Error(kExitCommunicationError,
+                                    std::string(kCommunicationErrorText) +
+                                        ": no complete answer for address " + command.substr(4, 4) +
+                                        " within 0.5 s");
+    }
+    const std::string digits = reply->substr(reply->size() - kBlockAnswer, kBlockAnswer - 2);
+    const std::string number =
+        block > 0xFF ? AddressText(static_cast<Address>(block)).substr(1) : HexByteText(block);
+    if (const int code = Print(context_, number + '\t' + digits + '\n')) return code;
+  }
+  return kExitDone;
+}
+
+bool RadioSession::SelectModel(int model) {
+  if (keep_model_ && model != document_.model) return false;
+  ChangeModel(document_, model);
+  return true;
+}
+
+void RadioSession::Begin(Sequence sequence) {
+  context_.console.Progress(JobName(sequence), 0, 0, {});
+}
+
+void RadioSession::ShowProgress(const SequenceProgress& progress) {
+  context_.console.Progress(JobName(progress.sequence), progress.done, progress.total,
+                            progress.where);
+}
+
+void RadioSession::End(const SequenceReport& /*report*/) {
+  context_.console.EndProgress();
+}
+
+// ": /dev/ttyUSB0 does not exist. Plug in the cable, or choose another port."
+std::string RadioSession::Advice(const PortProblem& problem) const {
+  std::string text = ": " + (problem.what.empty() ? port_.device() : problem.what);
+  if (!problem.remedy.empty()) text += ". " + problem.remedy;
+  return text;
+}
+
+// The one place where the end of a sequence becomes words and an exit code.
+int RadioSession::Conclude(const SequenceReport& report) {
+  report_ = report;
+  const std::string written = writing_ ? Acknowledged(report) : std::string();
+  const std::string at = report.where.empty() ? std::string() : " (" + report.where + ")";
+  Console& console = context_.console;
+  switch (report.outcome) {
+    case Outcome::kDone: return kExitDone;
+    case Outcome::kInterrupted:
+      return console.Error(kExitInterrupted, "Interrupted" + at + "." + written);
+    case Outcome::kPortError:
+      return console.Error(kExitPortError, kPortErrorText + Advice(port_.Problem()) + written);
+    case Outcome::kCommunicationError:
+      return console.Error(kExitCommunicationError,
+                           std::string(kCommunicationErrorText) + ": " + report.why + at +
+                               ". Check that the radio is on, the cable is in, and the port is "
+                               "the cable's." +
+                               written);
+    case Outcome::kWrongModel:
+    case Outcome::kCancelled:
+      return console.Error(kExitWrongModel,
+                           "Model is not correct: the radio is an " +
+                               std::string(ModelName(report.radio_model)) +
+                               ", the data is for an " + std::string(ModelName(document_.model)) +
+                               ". Nothing was changed. Start from a file of the radio's model.");
+  }
+  return kExitDone;
+}
+
+void AddPortOption(CLI::App& command, std::string& port) {
+  command.add_option("-p,--port", port, "COM port 1 to 14, or the path of a device")
+      ->required()
+      ->type_name("PORT");
+}
+
+std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port) {
+  auto device = DeviceOf(port);
+  if (!device) {
+    context.exit_code = context.console.Error(
+        kExitUsage, "\"" + port + "\" is no port: use 1 to 14 or the path of a device");
+  }
+  return device;
+}
+
+void AddOnlyOption(CLI::App& command, std::string& only) {
+  command.add_option("--only", only, "one half only")->check(CLI::IsMember({"settings", "memory"}));
+}
+
+Half HalfOf(const std::string& only) {
+  if (only == "settings") return Half::kSettings;
+  return only == "memory" ? Half::kMemory : Half::kBoth;
+}
+
+}  // namespace q40

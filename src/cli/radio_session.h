@@ -1,0 +1,71 @@
+// A radio at a port, for the commands that talk to one.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/commands.h"
+#include "link/sequences.h"
+#include "link/serial_port.h"
+
+namespace q40 {
+
+// Which half of a document a command moves.
+enum class Half : unsigned char { kBoth, kSettings, kMemory };
+
+// Runs sequences on a document and says how they end. One at a time.
+class RadioSession final : private SequenceHost {
+ public:
+  // `device` is a path. Everything must outlive the session.
+  RadioSession(CommandContext& context, const std::string& device, CloneDocument& document);
+
+  // The identified model must be the document's own; otherwise the sequence ends there. For data
+  // that belongs to one model and is only completed.
+  void KeepModel() { keep_model_ = true; }
+
+  // Each returns an exit code; the message has been said.
+  int Identify();
+  int Read(Half half);
+  int Write(Half half);
+  // Blocks as text on standard output, up to the first that is not answered.
+  int Dump(int first_block, int count);
+
+  [[nodiscard]] const SequenceReport& report() const { return report_; }
+
+ private:
+  bool AskToSave() override { return true; }
+  bool SelectModel(int model) override;
+  void New() override {}
+  void Begin(Sequence sequence) override;
+  void ShowProgress(const SequenceProgress& progress) override;
+  void ShowSettings() override {}
+  void ShowSpecialChannels() override {}
+  void ShowDialText(int /*index*/) override {}
+  void ShowMemoryChannel(int /*n*/) override {}
+  void End(const SequenceReport& report) override;
+
+  int Conclude(const SequenceReport& report);
+  [[nodiscard]] std::string Advice(const PortProblem& problem) const;
+
+  CommandContext& context_;
+  CloneDocument& document_;
+  CommandLineApplication application_;
+  SerialPort port_;
+  EventLoop loop_;
+  Link link_;
+  Sequences sequences_;
+  SequenceReport report_;
+  bool keep_model_ = false;
+  bool writing_ = false;
+};
+
+// Adds the option -p to a subcommand.
+void AddPortOption(CLI::App& command, std::string& port);
+// The device of a port option. No value: the usage error has been said.
+std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port);
+
+// Adds the option --only; HalfOf reads it.
+void AddOnlyOption(CLI::App& command, std::string& only);
+Half HalfOf(const std::string& only);
+
+}  // namespace q40

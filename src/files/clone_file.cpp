@@ -1,0 +1,206 @@
+#include "files/clone_file.h"
+
+#include <algorithm>
+
+#include "app/tables/models.h"
+#include "files/whole_file.h"
+#include "image/channel_codec.h"
+#include "image/defaults.h"
+#include "image/hex.h"
+#include "image/settings_codec.h"
+
+namespace q40 {
+namespace {
+
+// Lines counted from 0.
+constexpr std::size_t kHeaderLine = 0;
+constexpr std::size_t kSettingsStart = 1;
+constexpr std::size_t kVhfStart = 5;
+constexpr std::size_t kUhfStart = 15;
+constexpr std::size_t kDialStart = 25;
+constexpr std::size_t kMemoryStart = 35;
+constexpr std::size_t kEndLine = 455;
+
+constexpr char kDialPadding = 'Z';
+constexpr std::string_view kLineEnd = "\r\n";
+
+constexpr std::size_t SpecialStart(Band band) {
+  return band == Band::kVhf ? kVhfStart : kUhfStart;
+}
+
+FileProblem BadData(const std::string& path, std::size_t index, std::string what) {
+  return {FileProblem::Kind::kBadData, path, static_cast<int>(index) + 1, std::move(what)};
+}
+
+// The record's second line starts with byte 16.
+FileProblem BadRecord(const std::string& path, std::size_t index, const std::string& title,
+                      const CodecError& error) {
+  return BadData(path, index + (error.byte >= kBlockSize ? 1 : 0), title + ": " + error.Message());
+}
+
+std::optional<FileProblem> DecodeSpecialLines(const CloneLines& lines, Band band,
+                                              const std::string& path, CloneImage& image) {
+  SpecialSet& set = SpecialStore(image, band);
+  for (int k = 0; k < kSpecialChannelCount; ++k) {
+    const std::size_t index = SpecialStart(band) + 2 * static_cast<std::size_t>(k);
+    if (const auto error = DecodeSpecialChannel(lines.Pair(index), k, set)) {
+      return BadRecord(path, index, UnitName(SpecialChannelAddress(band, k)), *error);
+    }
+  }
+  SetStoredPresent(image, band, PresentByFrequency(set));
+  return std::nullopt;
+}
+
+std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::string& path,
+                                       CloneDocument& document) {
+  CloneImage& image = document.image;
+  for (std::size_t k = 0; k < kSettingsLines; ++k) {
+    image.SettingsLine[k] = lines.Line(kSettingsStart + k);
+  }
+  document.settings = DecodeSettings(image);
+  for (const Band band : kBands) {
+    if (auto problem = DecodeSpecialLines(lines, band, path, image)) return problem;
+  }
+  ShowBand(image, image.ShownBand);
+  for (std::size_t i = 0; i < document.dial.size(); ++i) {
+    const std::string_view padded = lines.Line(kDialStart + i);
+    document.dial[i] = padded.substr(0, padded.find_last_not_of(kDialPadding) + 1);
+  }
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    const std::size_t index = kMemoryStart + 2 * static_cast<std::size_t>(n);
+    if (const auto error = DecodeMemoryChannel(lines.Pair(index), n, image)) {
+      return BadRecord(path, index, "memory channel " + ChannelTitle(n), *error);
+    }
+  }
+  return std::nullopt;
+}
+
+void AppendLine(std::string& text, std::string_view line) {
+  text += line;
+  text += kLineEnd;
+}
+
+bool AppendChannel(std::string& text, const std::optional<ChannelLines>& lines) {
+  if (!lines) return false;
+  AppendLine(text, lines->First());
+  AppendLine(text, lines->Second());
+  return true;
+}
+
+bool AppendChannels(std::string& text, const CloneImage& image, Band band) {
+  const SpecialSet& set = SpecialStore(image, band);
+  for (int k = 0; k < kSpecialChannelCount; ++k) {
+    if (!AppendChannel(text, EncodeSpecialChannel(set, StoredPresent(image, band), k))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void AppendDialText(std::string& text, std::string padded) {
+  // A text that is longer than a line is not cut.
+  if (padded.size() < kCloneLineLength) padded.resize(kCloneLineLength, kDialPadding);
+  AppendLine(text, padded);
+}
+
+}  // namespace
+
+std::optional<FileProblem> SplitCloneText(std::string_view text, const std::string& path,
+                                          CloneLines& lines) {
+  for (std::size_t index = 0; index < kCloneLineCount; ++index) {
+    if (text.empty()) {
+      return BadData(
+          path, index,
+          "the file ends here; a clone file has " + std::to_string(kCloneLineCount) + " lines");
+    }
+    const std::size_t length = std::min(text.find_first_of(kLineEnd), text.size());
+    if (length > kCloneLineLength && length == text.size()) {
+      return BadData(path, index, "more than 32 characters; every line must have exactly 32");
+    }
+    if (length != kCloneLineLength) {
+      return BadData(path, index, std::to_string(length) + " characters instead of 32");
+    }
+    std::copy_n(text.begin(), kCloneLineLength, lines.lines[index].begin());
+    text.remove_prefix(length);
+    text.remove_prefix(text.starts_with(kLineEnd) ? 2 : std::min<std::size_t>(1, text.size()));
+  }
+  return std::nullopt;
+}
+
+OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document) {
+  CloneLines lines;
+  if (auto problem = SplitCloneText(text, path, lines)) return {std::move(problem)};
+  const auto header = FindHeaderLine(lines.Line(kHeaderLine));
+  if (!header) return {BadData(path, kHeaderLine, "not the header of a clone file")};
+
+  OpenResult result;
+  result.model_changed = ChangeModel(document, header->model);
+  document.image.VersionA = header->version == kVersionA;
+  if (lines.Line(kEndLine) != kCloneFileEndLine) {
+    result.problem = BadData(path, kEndLine, "not the end line of a clone file");
+    return result;
+  }
+  CloneDocument opened = document;
+  result.problem = DecodeLines(lines, path, opened);
+  if (result.problem) return result;
+  document = std::move(opened);
+  document.SettingsChanged = false;
+  document.MemoryChanged = false;
+  return result;
+}
+
+OpenResult OpenCloneFile(const std::string& path, CloneDocument& document) {
+  // 456 proper lines never take more than this, so whatever lies behind need not be read.
+  constexpr std::size_t kLongestFile = kCloneLineCount * (kCloneLineLength + kLineEnd.size());
+  std::string text;
+  if (auto problem = ReadFile(path, kLongestFile, text)) return {std::move(problem)};
+  return OpenCloneText(text, path, document);
+}
+
+std::optional<std::string> CloneFileText(CloneDocument& document, int model) {
+  if (model < 0 || model >= kModelCount) return std::nullopt;
+  CloneImage& image = document.image;
+  EncodeSettings(document.settings, image);
+
+  std::string text;
+  text.reserve(kCloneLineCount * (kCloneLineLength + kLineEnd.size()));
+  AppendLine(text, HeaderLine(model, VersionOf(image)));
+  for (const std::string& line : image.SettingsLine) AppendLine(text, line);
+  for (const Band band : kBands) {
+    if (!AppendChannels(text, image, band)) return std::nullopt;
+  }
+  for (const std::string& dial : document.dial) AppendDialText(text, dial);
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    if (!AppendChannel(text, EncodeMemoryChannel(image, n))) return std::nullopt;
+  }
+  AppendLine(text, kCloneFileEndLine);
+  return text;
+}
+
+std::optional<FileProblem> SaveCloneFile(const std::string& path, CloneDocument& document,
+                                         int model, FileSystem& system) {
+  const auto text = CloneFileText(document, model);
+  if (!text) {
+    return FileProblem{FileProblem::Kind::kCannotWrite, path, 0, "the data cannot be encoded"};
+  }
+  if (auto problem = WriteFile(path, *text, system)) return problem;
+  document.SettingsChanged = false;
+  document.MemoryChanged = false;
+  return std::nullopt;
+}
+
+std::optional<FileProblem> FirstOddDigit(const CloneLines& lines, const std::string& path) {
+  for (std::size_t index = kSettingsStart; index < kEndLine; ++index) {
+    if (index >= kDialStart && index < kMemoryStart) continue;
+    const std::string_view line = lines.Line(index);
+    const auto* const odd =
+        std::find_if(line.begin(), line.end(), [](char c) { return !IsHexDigit(c); });
+    if (odd == line.end()) continue;
+    return BadData(path, index,
+                   "character " + std::to_string(odd - line.begin() + 1) +
+                       " is no hexadecimal digit and reads as 0");
+  }
+  return std::nullopt;
+}
+
+}  // namespace q40

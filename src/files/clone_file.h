@@ -1,0 +1,76 @@
+// The clone file "*.Q40": 456 lines of 32 characters, plain ASCII.
+//
+//   line      content (counted from 1)
+//   1         header: model and version
+//   2-5       the four settings lines
+//   6-15      VHF special channels VFO, CALL, RPT, PH, PL, two lines each
+//   16-25     UHF special channels
+//   26-35     dialer memories M1 to M9, St: the text, padded with "Z"
+//   36-455    memory channels 0 to 209, two lines each
+//   456       end line
+//
+// Lines are written with CR LF; CR LF, LF, CR and a missing last line end are read. Whatever
+// follows line 456 is ignored.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "files/file_problem.h"
+#include "files/file_system.h"
+#include "image/clone_document.h"
+
+namespace q40 {
+
+inline constexpr std::size_t kCloneLineCount = 456;
+inline constexpr std::size_t kCloneLineLength = 32;
+inline constexpr const char* kCloneFileExtension = ".Q40";
+
+// The lines of a file that has as many and as long ones as it must. Indexed from 0.
+struct CloneLines {
+  std::array<std::array<char, kCloneLineLength>, kCloneLineCount> lines{};
+  [[nodiscard]] std::string_view Line(std::size_t index) const {
+    return {lines[index].data(), kCloneLineLength};
+  }
+  // Lines `index` and `index` + 1 joined: one channel record.
+  [[nodiscard]] std::string_view Pair(std::size_t index) const {
+    return {lines[index].data(), 2 * kCloneLineLength};
+  }
+};
+
+// Splits a text into lines and checks their number and lengths. `path` only names the file in the
+// problem.
+[[nodiscard]] std::optional<FileProblem> SplitCloneText(std::string_view text,
+                                                        const std::string& path, CloneLines& lines);
+
+struct OpenResult {
+  std::optional<FileProblem> problem;
+  // The file is of another model, so the document was reset to that model's defaults. May be true
+  // beside a problem: the end line is checked only after the model was selected (intended).
+  bool model_changed = false;
+};
+
+// Opens a clone file into the document and clears its change flags. A file that is refused for its
+// lines or its header leaves the document untouched; one with a bad end line or with a channel that
+// cannot be decoded leaves the model and VersionA of its header behind, and nothing else.
+OpenResult OpenCloneFile(const std::string& path, CloneDocument& document);
+// The same from a text. `path` only names the file in the problem.
+OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document);
+
+// The 456 lines of a document under the header of `model` (0..3). Rebuilds the document's settings
+// lines from its settings values. No value for another model.
+[[nodiscard]] std::optional<std::string> CloneFileText(CloneDocument& document, int model);
+
+// Replaces the file at `path` and clears the change flags. On failure the old file and the flags
+// stay.
+[[nodiscard]] std::optional<FileProblem> SaveCloneFile(const std::string& path,
+                                                       CloneDocument& document, int model,
+                                                       FileSystem& system = SystemFiles());
+
+// What a reader of a clone file should know although Open takes it: the first character of a
+// hexadecimal line that is no digit and therefore reads as 0.
+std::optional<FileProblem> FirstOddDigit(const CloneLines& lines, const std::string& path);
+
+}  // namespace q40

@@ -1,0 +1,95 @@
+// The one file of the core that calls the operating system beyond the C++ library: only it can push
+// a file to the disk.
+#include "files/file_system.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#if __has_include(<unistd.h>)
+#include <fcntl.h>
+#include <unistd.h>
+#elif __has_include(<io.h>)
+#include <io.h>
+#endif
+
+namespace q40 {
+namespace fs = std::filesystem;
+namespace {
+
+bool Keep(const std::error_code& error) {
+  if (error) errno = error.value();
+  return !error;
+}
+
+}  // namespace
+
+std::FILE* FileSystem::Create(const std::string& path) {
+  std::FILE* file = std::fopen(path.c_str(), "wbx");
+  if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
+  return file;
+}
+
+std::size_t FileSystem::Write(std::FILE* file, std::string_view data) {
+  return std::fwrite(data.data(), 1, data.size(), file);
+}
+
+bool FileSystem::Sync(std::FILE* file) {
+  if (std::fflush(file) != 0) return false;
+#if __has_include(<unistd.h>)
+  // A file system without fsync (EINVAL) has nothing to push.
+  return fsync(fileno(file)) == 0 || errno == EINVAL;
+#elif __has_include(<io.h>)
+  return _commit(_fileno(file)) == 0;
+#else
+  return true;
+#endif
+}
+
+bool FileSystem::Close(std::FILE* file) {
+  return std::fclose(file) == 0;
+}
+
+std::int64_t FileSystem::Size(const std::string& path) {
+  std::error_code error;
+  const auto size = fs::file_size(path, error);
+  return Keep(error) ? static_cast<std::int64_t>(size) : -1;
+}
+
+bool FileSystem::CopyRights(const std::string& pattern, const std::string& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(pattern, error);
+  if (!Keep(error)) return false;
+  fs::permissions(path, status.permissions(), error);
+  return Keep(error);
+}
+
+bool FileSystem::Rename(const std::string& from, const std::string& to) {
+  std::error_code error;
+  fs::rename(from, to, error);
+  return Keep(error);
+}
+
+bool FileSystem::SyncFolder(const std::string& folder) {
+#if __has_include(<unistd.h>)
+  const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return false;
+  const bool done = fsync(handle) == 0;
+  close(handle);
+  return done;
+#else
+  return !folder.empty();
+#endif
+}
+
+bool FileSystem::Remove(const std::string& path) {
+  std::error_code error;
+  return fs::remove(path, error) && Keep(error);
+}
+
+FileSystem& SystemFiles() {
+  static FileSystem system;
+  return system;
+}
+
+}  // namespace q40

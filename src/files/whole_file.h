@@ -1,0 +1,51 @@
+// Reading and replacing whole files. A file on disk is either the old one or the complete new one.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "files/file_problem.h"
+#include "files/file_system.h"
+
+namespace q40 {
+
+// The first `limit` bytes of a regular file. A directory, a pipe or a device is refused before it
+// is opened: a pipe would block, a device might never end.
+[[nodiscard]] std::optional<FileProblem> ReadFile(const std::string& path, std::size_t limit,
+                                                  std::string& content);
+
+// A file that is about to be replaced. The temporary file beside the target exists from Open to
+// Commit; until the last step of Commit the target is untouched, and afterwards it is complete. A
+// symbolic link is followed: the file it names is replaced, the link stays.
+class FileReplacement {
+ public:
+  explicit FileReplacement(FileSystem& system = SystemFiles()) : system_(system) {}
+  ~FileReplacement();
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+
+  // Fails when the target cannot be replaced: its folder is missing or closed to us, or the target
+  // is no regular file. Long jobs call it first, to fail before the work and not after it.
+  [[nodiscard]] std::optional<FileProblem> Open(const std::string& path);
+
+  // Writes, pushes to the disk, compares the size, renames. Once, after a successful Open.
+  [[nodiscard]] std::optional<FileProblem> Commit(std::string_view content);
+
+ private:
+  std::optional<FileProblem> Store(std::string_view content);
+  std::optional<FileProblem> Failed(std::string_view doing) const;
+
+  FileSystem& system_;
+  std::string path_;       // as the user named it
+  std::string target_;     // what it stands for, links resolved
+  std::string temporary_;  // empty when there is none
+  std::FILE* file_ = nullptr;
+};
+
+// Open and Commit in one.
+[[nodiscard]] std::optional<FileProblem> WriteFile(const std::string& path,
+                                                   std::string_view content,
+                                                   FileSystem& system = SystemFiles());
+
+}  // namespace q40

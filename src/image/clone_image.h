@@ -1,0 +1,77 @@
+// The program's one copy of the radio data: channels decoded, settings as hexadecimal lines.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "app/tables/models.h"
+#include "image/channel_record.h"
+#include "image/memory_map.h"
+
+namespace q40 {
+
+inline constexpr int kTemplateRow = 210;
+inline constexpr int kMemoryRows = 211;
+inline constexpr int kInUseFlags = 215;
+inline constexpr int kSettingsLines = 4;
+
+// VFO, CALL, RPT, PH, PL of one band.
+using SpecialSet = std::array<ChannelRecord, kSpecialChannelCount>;
+// Present flags of PH and PL, in this order. VFO, CALL and RPT are always there.
+using PresentPair = std::array<bool, 2>;
+
+// A value without invariants of its own; a default-constructed image is the empty state.
+struct CloneImage {
+  // 0..209: the memory channels; 210: the template from which the edit dialog starts a new channel.
+  std::array<ChannelRecord, kMemoryRows> MemoryTable;
+  // 0..209: channel in use; 210: the template's, always clear; 211, 212: VHF PH, PL present;
+  // 213, 214: UHF PH, PL present.
+  std::array<bool, kInUseFlags> ChannelInUse{};
+  SpecialSet VhfSpecialSet;
+  SpecialSet UhfSpecialSet;
+  // The set that is shown and edited: a copy of the store of ShownBand, kept equal to it.
+  SpecialSet ShownSpecialSet;
+  Band ShownBand = Band::kVhf;
+  PresentPair ShownPresent{};
+  // 0x0020, 0x0030, 0x0040, 0x0050: 32 digits each, or empty before anything was loaded.
+  std::array<std::string, kSettingsLines> SettingsLine;
+  bool VersionA = false;
+
+  bool operator==(const CloneImage&) const = default;
+
+  [[nodiscard]] ChannelRecord& TemplateChannel() { return MemoryTable[kTemplateRow]; }
+  [[nodiscard]] const ChannelRecord& TemplateChannel() const { return MemoryTable[kTemplateRow]; }
+};
+
+// Clears every memory row, the shown set, every in-use flag and VersionA; shows VHF.
+void ClearChannelTables(CloneImage& image);
+
+SpecialSet& SpecialStore(CloneImage& image, Band band);
+const SpecialSet& SpecialStore(const CloneImage& image, Band band);
+
+// PH and PL flags of a band's stored set (ChannelInUse 211..214).
+PresentPair StoredPresent(const CloneImage& image, Band band);
+void SetStoredPresent(CloneImage& image, Band band, PresentPair present);
+
+// Presence as a read or an opened file tells it: PH and PL are there when their frequency is not 0.
+PresentPair PresentByFrequency(const SpecialSet& set);
+
+// Whether special row k counts as present: always for VFO, CALL and RPT; PH and PL need their flag
+// and a frequency.
+bool EffectivelyPresent(const SpecialSet& set, PresentPair present, int k);
+
+// Loads the stored set of a band, and its flags, into the shown set.
+void ShowBand(CloneImage& image, Band band);
+
+// Copies shown row k and its flag to the store of the shown band.
+void StoreShownRow(CloneImage& image, int k);
+
+// Frequency ranges in force for the special channels.
+inline const BandTable& LimitsInForce(const CloneImage& image) {
+  return BandTableOf(image.ShownBand);
+}
+inline int VersionOf(const CloneImage& image) {
+  return image.VersionA ? kVersionA : kVersionPlain;
+}
+
+}  // namespace q40

@@ -1,0 +1,116 @@
+#include "image/defaults.h"
+
+#include "image/settings_codec.h"
+#include "image/vocabulary.h"
+
+namespace q40 {
+namespace {
+
+constexpr int kModelE = 1;
+
+constexpr std::array<std::string_view, kSettingsLines> kSettingsDefaults = {
+    "A5000000000F03000002020000000000", "01000000000000000000000002000001",
+    "00000000000000000000000000000000", "00000000000000000000000000000000"};
+constexpr std::string_view kSettingsLine1OfModelE = "01000000010000000000000002000001";
+
+constexpr Units100Hz kVhfFrequency = 145 * kUnitsPerMhz;
+constexpr Units100Hz kVhfOffset = 6'000;
+
+// 445 MHz for model 0, 435 for model 1, 415 for every other one.
+Units100Hz UhfFrequency(int model) {
+  constexpr std::array<int, kModelCount> kMhz = {445, 435, 415, 415};
+  return kMhz[static_cast<std::size_t>(model)] * kUnitsPerMhz;
+}
+
+Units100Hz UhfOffset(int model) {
+  return model == kModelE ? 76'000 : 50'000;
+}
+
+// Codes of a new channel, frequency and offset apart. Fields without a row are 0 ("None", "Off").
+struct DefaultCode {
+  Field field;
+  int number;
+};
+constexpr DefaultCode kDefaultCodes[] = {
+    {Field::kTone, 0},        {Field::kTxTone, 8}, {Field::kRxTone, 8}, {Field::kTxDcs, 0},
+    {Field::kShift, 0},       {Field::kPower, 0},  {Field::kMid, 5},    {Field::kAtt, 0},
+    {Field::kBatterySave, 1}, {Field::kClock, 0},  {Field::kBclo, 0},   {Field::kBandwidth, 0},
+    {Field::kRpt, 0},         {Field::kRxDcs, 0},
+};
+
+ChannelRecord DefaultChannel(ChannelKind kind, Units100Hz frequency, Units100Hz offset, int model) {
+  ChannelRecord record;
+  record.Set(kind, Field::kFrequency, frequency, FrequencyText(frequency));
+  record.Set(kind, Field::kShiftFrequency, offset, OffsetText(offset));
+  const int step = model == kModelE ? 2 : 0;
+  record.Set(kind, Field::kStep, step, CodeText(Field::kStep, step));
+  for (const DefaultCode& code : kDefaultCodes) {
+    record.Set(kind, code.field, code.number, CodeText(code.field, code.number));
+  }
+  return record;
+}
+
+// The repeater-access row carries only tone and shift: these texts are empty. Their numbers stay
+// those of the VFO, and are what the radio gets.
+constexpr Field kTextlessInRpt[] = {Field::kFrequency, Field::kStep, Field::kPower,
+                                    Field::kMid,       Field::kAtt,  Field::kBatterySave,
+                                    Field::kClock,     Field::kBclo, Field::kBandwidth};
+
+SpecialSet DefaultSet(Units100Hz frequency, Units100Hz offset, int model) {
+  constexpr auto kKind = ChannelKind::kSpecial;
+  SpecialSet set;
+  set.fill(DefaultChannel(kKind, frequency, offset, model));
+  ChannelRecord& rpt = set[kRptRow];
+  rpt.Set(kKind, Field::kTone, 1, CodeText(Field::kTone, 1));
+  rpt.Set(kKind, Field::kShift, 1, CodeText(Field::kShift, 1));
+  for (const Field field : kTextlessInRpt) rpt.Set(kKind, field, rpt.Number(kKind, field), "");
+  return set;
+}
+
+void LoadSettingsDefaults(CloneDocument& document) {
+  auto& lines = document.image.SettingsLine;
+  for (std::size_t k = 0; k < lines.size(); ++k) lines[k] = kSettingsDefaults[k];
+  if (document.model == kModelE) lines[1] = kSettingsLine1OfModelE;
+  document.settings = DecodeSettings(document.image);
+}
+
+}  // namespace
+
+void LoadSpecialDefaults(CloneImage& image, int model) {
+  image.VhfSpecialSet = DefaultSet(kVhfFrequency, kVhfOffset, model);
+  image.UhfSpecialSet = DefaultSet(UhfFrequency(model), UhfOffset(model), model);
+  for (const Band band : kBands) SetStoredPresent(image, band, {});
+  ShowBand(image, image.ShownBand);
+}
+
+void ResetToDefaults(CloneDocument& document) {
+  CloneImage& image = document.image;
+  LoadSettingsDefaults(document);
+  LoadSpecialDefaults(image, document.model);
+  for (std::size_t row = 0; row < kTemplateRow; ++row) {
+    image.MemoryTable[row] = {};
+    image.ChannelInUse[row] = false;
+  }
+  // The template belongs to the model: its step differs.
+  image.TemplateChannel() =
+      DefaultChannel(ChannelKind::kMemory, kVhfFrequency, kVhfOffset, document.model);
+  image.ChannelInUse[kTemplateRow] = false;
+}
+
+bool ChangeModel(CloneDocument& document, int model) {
+  if (model == document.model) return false;
+  document.SettingsChanged = false;
+  document.model = model;
+  document.MemoryChanged = false;
+  ResetToDefaults(document);
+  return true;
+}
+
+CloneDocument FreshDocument() {
+  CloneDocument document;
+  ClearChannelTables(document.image);
+  ResetToDefaults(document);
+  return document;
+}
+
+}  // namespace q40

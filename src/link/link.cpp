@@ -1,0 +1,172 @@
+#include "link/link.h"
+
+#include <algorithm>
+
+#include "image/hex.h"
+
+namespace q40 {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kBlockAcknowledged = "\r\nOK\r\n";
+
+// No reply is longer than 79 characters. A device that keeps talking is not collected without end;
+// what it says beyond this can never become a reply.
+constexpr std::size_t kLongestReply = 4096;
+
+constexpr std::size_t kShortestAnswer = 5;   // of a command with LF, beyond the command itself
+constexpr std::size_t kReadBlockReply = 36;  // CR LF, 32 digits, CR LF
+// The two limits of a 16-byte write differ, and that is intended: the wait goes on until more than
+// 46 characters are there, the check afterwards takes 46.
+constexpr std::size_t kWriteBlockReply = 46;
+
+constexpr int kBitmapBlocks[] = {214, 215};
+
+std::string_view Tail(std::string_view text, std::size_t length) {
+  return text.substr(text.size() - std::min(text.size(), length));
+}
+
+bool ReadBlockComplete(const std::string& reply) {
+  return reply.size() >= kReadBlockReply && reply.ends_with(kLineEnd);
+}
+
+}  // namespace
+
+bool Link::Send(std::string_view text) {
+  reply_.clear();
+  return port_.ReadAvailable().has_value() && port_.Write(text);
+}
+
+// Appends what arrives to reply_ until it is complete, the timer has run out or the user stops the
+// program. What arrived together with the end of the time still counts. False: the port failed.
+bool Link::Collect(OneShotTimer& timer, std::chrono::milliseconds limit, const Complete& complete,
+                   const Pass& on_pass) {
+  timer.Start(limit);
+  while (true) {
+    const auto arrived = port_.ReadAvailable();
+    if (!arrived) {
+      timer.Stop();
+      return false;
+    }
+    if (reply_.size() < kLongestReply) reply_ += *arrived;
+    if (on_pass) on_pass(reply_);
+    if (reply_.size() < kLongestReply && complete(reply_)) {
+      timer.Stop();
+      return true;
+    }
+    if (!timer.IsRunning()) return true;
+    if (pump_.StopRequested()) {
+      timer.Stop();
+      return true;
+    }
+    pump_.WaitForEvents();
+  }
+}
+
+std::string Link::TxCommand(std::string_view command) {
+  const auto complete = [&](const std::string& reply) {
+    return reply.size() >= command.size() + kShortestAnswer && reply.back() == '\n';
+  };
+  if (pump_.StopRequested()) return std::string(kStopped);
+  if (!OpenPort() || !Send(std::string(command) + '\n')) return std::string(kPortFailed);
+  if (!Collect(timers_.Timer2, kCommandTimeout, complete, {})) return std::string(kPortFailed);
+  if (reply_.size() < kLongestReply && complete(reply_)) return reply_;
+  return std::string(pump_.StopRequested() ? kStopped : kNoReply);
+}
+
+void Link::TxEnd() {
+  TxCommand(kEndCommand);
+  Wait(kPauseMs);
+}
+
+void Link::Wait(std::int16_t milliseconds) {
+  timers_.Timer3.Start(std::chrono::milliseconds(milliseconds));
+  while (timers_.Timer3.IsRunning() && !pump_.StopRequested()) pump_.WaitForEvents();
+}
+
+std::string Link::RxBlock(std::string_view command) {
+  if (!OpenPort() || !Send(command) ||
+      !Collect(timers_.Timer1, kBlockTimeout, ReadBlockComplete, {})) {
+    return std::string(kBlockPortFailed);
+  }
+  if (reply_.size() < kReadBlockReply) return std::string(kBlockNoReply);
+  const std::string_view answer = Tail(reply_, kReadBlockReply);
+  const bool framed = answer.starts_with(kLineEnd) && answer.ends_with(kLineEnd);
+  return std::string(framed ? answer : kBlockBadReply);
+}
+
+int Link::TxBlock(std::string_view command) {
+  const auto complete = [](const std::string& reply) {
+    return reply.size() > kWriteBlockReply && reply.ends_with(kLineEnd);
+  };
+  if (!OpenPort() || !Send(command) || !Collect(timers_.Timer1, kBlockTimeout, complete, {})) {
+    return kTxBlockPortFailed;
+  }
+  if (reply_.size() < kWriteBlockReply) return kTxBlockNoReply;
+  return Tail(reply_, kBlockAcknowledged.size()) == kBlockAcknowledged ? kTxBlockDone
+                                                                       : kTxBlockRefused;
+}
+
+std::optional<std::string> Link::ServiceRead(std::string_view command, const Pass& on_pass) {
+  if (!OpenPort() || !Send(command) ||
+      !Collect(timers_.Timer1, kBlockTimeout, ReadBlockComplete, on_pass)) {
+    return std::nullopt;
+  }
+  return reply_;
+}
+
+BlockOutcome ReadBlockChecked(Link& link, int block, std::string& digits) {
+  const std::string command = ReadCommand(static_cast<Address>(block * kBlockSize));
+  for (int sends = 0; sends < kBlockSends; ++sends) {
+    const std::string reply = link.RxBlock(command);
+    if (reply == kBlockPortFailed) return BlockOutcome::kPortError;
+    if (reply == kBlockNoReply || reply == kBlockBadReply) continue;
+    digits = reply.substr(kLineEnd.size(), 2 * kBlockSize);
+    return BlockOutcome::kDone;
+  }
+  return BlockOutcome::kCommunicationError;
+}
+
+BlockOutcome WriteBlockChecked(Link& link, int block, std::string_view digits) {
+  const std::string command = WriteCommand(static_cast<Address>(block * kBlockSize), digits);
+  for (int sends = 0; sends < kBlockSends; ++sends) {
+    const int result = link.TxBlock(command);
+    if (result == kTxBlockPortFailed) return BlockOutcome::kPortError;
+    if (result == kTxBlockDone) return BlockOutcome::kDone;
+  }
+  return BlockOutcome::kCommunicationError;
+}
+
+BlockOutcome ReadChannelBitmap(Link& link, std::string& digits) {
+  digits.clear();
+  for (const int block : kBitmapBlocks) {
+    std::string half;
+    const BlockOutcome outcome = ReadBlockChecked(link, block, half);
+    if (outcome != BlockOutcome::kDone) return outcome;
+    digits += half;
+  }
+  return BlockOutcome::kDone;
+}
+
+BlockOutcome WriteChannelBitmap(Link& link, std::string_view digits) {
+  for (const int block : kBitmapBlocks) {
+    const BlockOutcome outcome = WriteBlockChecked(link, block, digits.substr(0, 2 * kBlockSize));
+    if (outcome != BlockOutcome::kDone) return outcome;
+    digits.remove_prefix(2 * kBlockSize);
+  }
+  return BlockOutcome::kDone;
+}
+
+std::string AddressText(Address address) {
+  return HexByteText(address >> 8) + HexByteText(address);
+}
+
+std::string ReadCommand(Address address) {
+  return "KX~F" + AddressText(address) + "R\r";
+}
+
+std::string WriteCommand(Address address, std::string_view digits) {
+  return "KX~F" + AddressText(address) + "W" + std::string(digits) + '\r';
+}
+
+}  // namespace q40

@@ -1,0 +1,341 @@
+#include "link/sequences.h"
+
+#include "image/channel_codec.h"
+#include "image/defaults.h"
+#include "image/settings_codec.h"
+
+namespace q40 {
+namespace {
+
+// Whole replies, echo included.
+constexpr std::size_t kIdentifyReply = 19;
+constexpr std::size_t kAnnounceReply = 11;
+constexpr std::size_t kReadReply = 77;
+constexpr std::size_t kWriteReply = 79;
+constexpr std::string_view kAcknowledged = "OK\r\n";
+
+// Places in the replies, counted from 0. The characters around digit and letter do not matter.
+constexpr std::size_t kModelTextAt = 8;
+constexpr std::string_view kModelText = "RXQ40";
+constexpr std::size_t kVariantAt = 14;
+constexpr std::size_t kVersionAt = 15;
+constexpr std::size_t kDataAt = 11;
+constexpr std::size_t kDataDigits = 64;
+
+constexpr int kSettingsUnits = kSettingsUnitCount + 2 * kSpecialChannelCount + kDialUnitCount;
+
+// The radio gets these frequencies in its RPT rows, whatever the rows hold. Intended.
+constexpr Units100Hz RepeaterFrequency(Band band) {
+  return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
+}
+
+}  // namespace
+
+// ---- how a sequence begins, goes on and ends
+
+void Sequences::Begin(Sequence sequence, int units) {
+  report_ = {};
+  progress_ = {sequence, 0, units, {}};
+  host_.Begin(sequence);
+}
+
+SequenceReport Sequences::Finish(bool done) {
+  if (done) report_.outcome = Outcome::kDone;
+  host_.End(report_);
+  return report_;
+}
+
+bool Sequences::Fail(Outcome outcome, std::string why) {
+  report_.outcome = outcome;
+  report_.why = std::move(why);
+  return false;
+}
+
+// A reply that is not what it must be.
+bool Sequences::FailReply(const std::string& reply, std::string_view why) {
+  if (reply == kStopped) return Fail(Outcome::kInterrupted, "stopped by the user");
+  if (reply == kPortFailed) return Fail(Outcome::kPortError, link_.port().Problem().what);
+  if (reply == kNoReply) {
+    return Fail(Outcome::kCommunicationError, "no complete answer within 2 s");
+  }
+  return Fail(Outcome::kCommunicationError, std::string(why));
+}
+
+void Sequences::NextUnit(std::string where) {
+  report_.where = where;
+  progress_.where = std::move(where);
+  host_.ShowProgress(progress_);
+  ++progress_.done;
+}
+
+// ---- exchanges
+
+bool Sequences::IdentifyStep(IdentifyFor purpose) {
+  report_.where = "identification";
+  const std::string reply = link_.TxCommand(kIdentifyCommand);
+  if (reply.size() != kIdentifyReply) {
+    return FailReply(reply, "an answer of " + std::to_string(reply.size()) +
+                                " characters instead of " + std::to_string(kIdentifyReply));
+  }
+  if (reply.compare(kModelTextAt, kModelText.size(), kModelText) != 0) {
+    return Fail(Outcome::kCommunicationError, "the answer does not come from an RX-Q40 radio");
+  }
+  const bool version_a = document_.image.VersionA;
+  // Before the digit is looked at: a radio with an unknown digit has cleared it already.
+  document_.image.VersionA = false;
+  const char variant = reply[kVariantAt];
+  if (variant < '0' || variant > '2') {
+    return Fail(Outcome::kCommunicationError,
+                std::string("the radio reports the unknown variant \"") + variant + '"');
+  }
+  report_.radio_model = variant - '0';
+  report_.version_letter = reply[kVersionAt];
+  // Writing never sets VersionA, and leaves the choice of the model to the user.
+  if (purpose == IdentifyFor::kWriting) return true;
+  if (!host_.SelectModel(report_.radio_model)) {
+    document_.image.VersionA = version_a;
+    return Fail(Outcome::kCancelled, "cancelled");
+  }
+  document_.image.VersionA = report_.version_letter == 'A';
+  return true;
+}
+
+bool Sequences::Announce() {
+  report_.where = "announcement";
+  const std::string reply = link_.TxCommand(kAnnounceCommand);
+  return (reply.size() == kAnnounceReply && reply.ends_with(kAcknowledged)) ||
+         FailReply(reply, "the radio does not answer OK");
+}
+
+bool Sequences::OpenForWriting() {
+  if (!Announce()) return false;
+  Pause();
+  if (!IdentifyStep(IdentifyFor::kWriting)) return false;
+  return report_.radio_model == document_.model ||
+         Fail(Outcome::kWrongModel,
+              "the radio is an " + std::string(ModelName(report_.radio_model)) +
+                  ", the data is for an " + std::string(ModelName(document_.model)));
+}
+
+bool Sequences::ReadUnit(Address address, std::string& digits) {
+  NextUnit(UnitName(address));
+  const std::string reply = link_.TxCommand(ReadCommand(address));
+  if (reply.size() != kReadReply) {
+    return FailReply(reply, "an answer of " + std::to_string(reply.size()) +
+                                " characters instead of " + std::to_string(kReadReply));
+  }
+  digits = reply.substr(kDataAt, kDataDigits);
+  return true;
+}
+
+bool Sequences::WriteUnit(Address address, std::string_view digits) {
+  NextUnit(UnitName(address));
+  const std::string reply = link_.TxCommand(WriteCommand(address, digits));
+  if (reply.size() != kWriteReply || !reply.ends_with(kAcknowledged)) {
+    return FailReply(reply, "the radio does not acknowledge the write");
+  }
+  report_.acknowledged.push_back(address);
+  return true;
+}
+
+// ---- reading
+
+bool Sequences::ReadSettingsLines() {
+  auto& lines = document_.image.SettingsLine;
+  std::string first;
+  std::string second;
+  if (!ReadUnit(kSettingsAddress[0], first)) return false;
+  Pause();
+  if (!ReadUnit(kSettingsAddress[1], second)) return false;
+  lines = {first.substr(0, kUnitSize), first.substr(kUnitSize), second.substr(0, kUnitSize),
+           second.substr(kUnitSize)};
+  document_.settings = DecodeSettings(document_.image);
+  // Data from the radio counts as unsaved, also when a later step fails.
+  document_.SettingsChanged = true;
+  host_.ShowSettings();
+  return true;
+}
+
+// The band's store changes when all its five channels have arrived, not before.
+bool Sequences::ReadSpecialChannels(Band band) {
+  SpecialSet set;
+  for (int k = 0; k < kSpecialChannelCount; ++k) {
+    Pause();
+    std::string digits;
+    if (!ReadUnit(SpecialChannelAddress(band, k), digits)) return false;
+    if (const auto error = DecodeSpecialChannel(digits, k, set)) {
+      return Fail(Outcome::kCommunicationError, error->Message());
+    }
+  }
+  CloneImage& image = document_.image;
+  SetStoredPresent(image, band, PresentByFrequency(set));
+  SpecialStore(image, band) = std::move(set);
+  ShowBand(image, image.ShownBand);
+  return true;
+}
+
+bool Sequences::ReadDialTexts() {
+  for (int unit = 0; unit < kDialUnitCount; ++unit) {
+    Pause();
+    std::string digits;
+    if (!ReadUnit(DialAddress(unit), digits)) return false;
+    for (const int half : {0, 1}) {
+      const int index = 2 * unit + half;
+      const auto at = static_cast<std::size_t>(half) * 2 * kDialLength;
+      UpDateDialData(document_.dial, digits.substr(at, 2 * kDialLength), index);
+      host_.ShowDialText(index);
+    }
+  }
+  return true;
+}
+
+bool Sequences::ReadMemoryChannels() {
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    std::string digits;
+    if (!ReadUnit(MemoryChannelAddress(n), digits)) return false;
+    if (const auto error = DecodeMemoryChannel(digits, n, document_.image)) {
+      return Fail(Outcome::kCommunicationError, error->Message());
+    }
+    host_.ShowMemoryChannel(n);
+  }
+  return true;
+}
+
+// ---- writing
+
+bool Sequences::WriteSettingsLines() {
+  auto& lines = document_.image.SettingsLine;
+  EncodeSettings(document_.settings, document_.image);
+  if (!WriteUnit(kSettingsAddress[0], lines[0] + lines[1])) return false;
+  Pause();
+  return WriteUnit(kSettingsAddress[1], lines[2] + lines[3]);
+}
+
+bool Sequences::WriteSpecialChannels(Band band) {
+  SpecialSet set = SpecialStore(document_.image, band);  // a working copy: the store keeps its RPT
+  const PresentPair present = StoredPresent(document_.image, band);
+  set[kRptRow].value[0] = RepeaterFrequency(band);
+  for (int k = 0; k < kSpecialChannelCount; ++k) {
+    Pause();
+    const auto lines = EncodeSpecialChannel(set, present, k);
+    if (!lines) return Fail(Outcome::kCommunicationError, "the channel cannot be encoded");
+    if (!WriteUnit(SpecialChannelAddress(band, k), lines->Joined())) return false;
+  }
+  return true;
+}
+
+bool Sequences::WriteDialTexts() {
+  for (int unit = 0; unit < kDialUnitCount; ++unit) {
+    Pause();
+    const std::string digits =
+        MakeDialData(document_.dial, 2 * unit) + MakeDialData(document_.dial, 2 * unit + 1);
+    if (!WriteUnit(DialAddress(unit), digits)) return false;
+  }
+  return true;
+}
+
+bool Sequences::WriteMemoryChannels() {
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    Pause();
+    const auto lines = EncodeMemoryChannel(document_.image, n);
+    if (!lines) return Fail(Outcome::kCommunicationError, "the channel cannot be encoded");
+    if (!WriteUnit(MemoryChannelAddress(n), lines->Joined())) return false;
+  }
+  return true;
+}
+
+// ---- the commands
+
+SequenceReport Sequences::Identify() {
+  Begin(Sequence::kIdentify, 0);
+  return Finish(IdentifyStep(IdentifyFor::kReading));
+}
+
+SequenceReport Sequences::AutoSelect() {
+  const bool changed = document_.SettingsChanged || document_.MemoryChanged;
+  if (changed && !host_.AskToSave()) return {Outcome::kCancelled, "cancelled", {}, {}};
+  document_.SettingsChanged = false;
+  document_.MemoryChanged = false;
+  host_.New();
+  Begin(Sequence::kAutoSelect, 0);
+  if (!IdentifyStep(IdentifyFor::kReading)) return Finish(false);
+  LoadSpecialDefaults(document_.image, document_.model);
+  host_.ShowSpecialChannels();
+  return Finish(true);
+}
+
+SequenceReport Sequences::RunReadSettings() {
+  Begin(Sequence::kReadSettings, kSettingsUnits);
+  const bool channels_read = IdentifyStep(IdentifyFor::kReading) && ReadSettingsLines() &&
+                             ReadSpecialChannels(Band::kVhf) && ReadSpecialChannels(Band::kUhf);
+  host_.ShowSpecialChannels();
+  if (!channels_read || !ReadDialTexts()) return Finish(false);
+  Pause();
+  link_.TxEnd();
+  return Finish(true);
+}
+
+SequenceReport Sequences::RunReadMemory() {
+  Begin(Sequence::kReadMemory, kMemoryChannelCount);
+  if (!IdentifyStep(IdentifyFor::kReading) || !ReadMemoryChannels()) return Finish(false);
+  Pause();
+  link_.TxEnd();
+  document_.MemoryChanged = true;  // data from the radio counts as unsaved
+  return Finish(true);
+}
+
+SequenceReport Sequences::ReadSettings() {
+  if (document_.SettingsChanged && !host_.AskToSave()) {
+    return {Outcome::kCancelled, "cancelled", {}, {}};
+  }
+  document_.SettingsChanged = false;
+  return RunReadSettings();
+}
+
+SequenceReport Sequences::ReadMemory() {
+  if (document_.MemoryChanged && !host_.AskToSave()) {
+    return {Outcome::kCancelled, "cancelled", {}, {}};
+  }
+  document_.MemoryChanged = false;
+  return RunReadMemory();
+}
+
+SequenceReport Sequences::ReadAll() {
+  // Asked once and first: a Yes between the halves would save half-read data over the user's file.
+  const bool changed = document_.SettingsChanged || document_.MemoryChanged;
+  if (changed && !host_.AskToSave()) return {Outcome::kCancelled, "cancelled", {}, {}};
+  document_.SettingsChanged = false;
+  document_.MemoryChanged = false;
+  SequenceReport settings = RunReadSettings();
+  return settings.outcome == Outcome::kDone ? RunReadMemory() : settings;
+}
+
+SequenceReport Sequences::WriteSettings() {
+  Begin(Sequence::kWriteSettings, kSettingsUnits);
+  if (!OpenForWriting() || !WriteSettingsLines() || !WriteSpecialChannels(Band::kVhf) ||
+      !WriteSpecialChannels(Band::kUhf) || !WriteDialTexts()) {
+    return Finish(false);
+  }
+  Pause();
+  link_.TxEnd();
+  return Finish(true);
+}
+
+SequenceReport Sequences::WriteMemory() {
+  Begin(Sequence::kWriteMemory, kMemoryChannelCount);
+  if (!OpenForWriting() || !WriteMemoryChannels()) return Finish(false);
+  Pause();
+  link_.TxEnd();
+  return Finish(true);
+}
+
+SequenceReport Sequences::WriteAll() {
+  SequenceReport settings = WriteSettings();
+  if (settings.outcome != Outcome::kDone) return settings;
+  SequenceReport memory = WriteMemory();
+  memory.acknowledged.insert(memory.acknowledged.begin(), settings.acknowledged.begin(),
+                             settings.acknowledged.end());
+  return memory;
+}
+
+}  // namespace q40

@@ -1,0 +1,149 @@
+// The commands that talk to the radio: identify, read, write. Each is a fixed script of exchanges.
+//
+//   Identify        KX~WHO                                 19 characters back
+//   Read Settings   Identify, 2 settings units, 5 VHF and 5 UHF special channels, 5 dialer units,
+//   End Read Memory     Identify, 210 memory channels, End Write ...       RXQ40 (11 characters
+//   back), KX~WHO, the same units with "OK" (79 back), End
+//
+// Between two commands lies a pause of 10 ms, except in Read Memory and between Identify and the
+// first settings unit. Nothing is retried: a sequence ends at the first reply that is not what it
+// must be, without an End command. What was read until then stays in the document, what was written
+// stays in the radio.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "image/clone_document.h"
+#include "link/link.h"
+
+namespace q40 {
+
+enum class Sequence : unsigned char {
+  kIdentify,
+  kAutoSelect,
+  kReadSettings,
+  kReadMemory,
+  kWriteSettings,
+  kWriteMemory,
+};
+
+enum class Outcome : unsigned char {
+  kDone,
+  kCancelled,           // by the answer to a question; nothing more was sent
+  kPortError,           // "COM Port Error"
+  kCommunicationError,  // "Communication Error"
+  kWrongModel,          // the radio is not of the document's model; nothing was written
+  kInterrupted,         // the user stopped the program
+};
+
+// Message boxes. All have this title and a critical icon.
+inline constexpr const char* kErrorTitle = "ERROR";
+inline constexpr const char* kPortErrorText = "COM Port Error";
+inline constexpr const char* kCommunicationErrorText = "Communication Error";
+inline constexpr const char* kWrongModelText =
+    "Model is not correct\r\nPlease select model or click Auto Select";
+
+// What a sequence did, for those who tell the user.
+struct SequenceReport {
+  Outcome outcome = Outcome::kDone;
+  // Why it ended early, in words: "no complete answer within 2 s".
+  std::string why;
+  // Where: "identification", "memory channel D3". Empty before the first exchange.
+  std::string where;
+  // Units that the radio acknowledged, in the order written.
+  std::vector<Address> acknowledged;
+  // From the identification; -1 and '\0' before.
+  int radio_model = -1;
+  char version_letter = '\0';
+};
+
+struct SequenceProgress {
+  Sequence sequence = Sequence::kIdentify;
+  int done = 0;   // units finished
+  int total = 0;  // units of the sequence
+  std::string where;
+};
+
+// Whoever runs the sequences: the window, or the command-line tool. Calls come on the thread that
+// runs the sequence, between exchanges.
+class SequenceHost {
+ public:
+  SequenceHost() = default;
+  virtual ~SequenceHost() = default;
+  SequenceHost(const SequenceHost&) = delete;
+  SequenceHost& operator=(const SequenceHost&) = delete;
+
+  // "Save changes to settings?" False ends the command with nothing done: the user cancelled, or
+  // the save did not happen.
+  virtual bool AskToSave() = 0;
+  // Makes `model` the document's model as if the user had chosen it: another model resets the
+  // document, after a question when it has unsaved changes. False: the user cancelled.
+  virtual bool SelectModel(int model) = 0;
+  // The file command New, without a question.
+  virtual void New() = 0;
+
+  // The sequence begins to talk. Every Begin is followed by one End.
+  virtual void Begin(Sequence sequence) = 0;
+  // Before each exchange that moves a unit.
+  virtual void ShowProgress(const SequenceProgress& progress) = 0;
+  // The document's data has arrived there: redraw.
+  virtual void ShowSettings() = 0;
+  virtual void ShowSpecialChannels() = 0;
+  virtual void ShowDialText(int index) = 0;
+  virtual void ShowMemoryChannel(int n) = 0;
+  virtual void End(const SequenceReport& report) = 0;
+};
+
+// The three references must outlive the object. A sequence must not be started while one runs.
+class Sequences {
+ public:
+  Sequences(Link& link, CloneDocument& document, SequenceHost& host)
+      : link_(link), document_(document), host_(host) {}
+
+  SequenceReport Identify();
+  // Resets the document, identifies, loads the special channels of the radio's model.
+  SequenceReport AutoSelect();
+  SequenceReport ReadSettings();
+  SequenceReport ReadMemory();
+  // Both halves; asks once, before anything is sent.
+  SequenceReport ReadAll();
+  SequenceReport WriteSettings();
+  SequenceReport WriteMemory();
+  SequenceReport WriteAll();
+
+ private:
+  enum class IdentifyFor : unsigned char { kReading, kWriting };
+
+  SequenceReport Finish(bool done);
+  bool Fail(Outcome outcome, std::string why);
+  bool FailReply(const std::string& reply, std::string_view why);
+  void Begin(Sequence sequence, int units);
+  void NextUnit(std::string where);
+
+  bool IdentifyStep(IdentifyFor purpose);
+  bool Announce();
+  bool OpenForWriting();
+  bool ReadUnit(Address address, std::string& digits);
+  bool WriteUnit(Address address, std::string_view digits);
+  void Pause() { link_.Wait(kPauseMs); }
+
+  bool ReadSettingsLines();
+  bool ReadSpecialChannels(Band band);
+  bool ReadDialTexts();
+  bool ReadMemoryChannels();
+  bool WriteSettingsLines();
+  bool WriteSpecialChannels(Band band);
+  bool WriteDialTexts();
+  bool WriteMemoryChannels();
+  SequenceReport RunReadSettings();
+  SequenceReport RunReadMemory();
+
+  Link& link_;
+  CloneDocument& document_;
+  SequenceHost& host_;
+  SequenceReport report_;
+  SequenceProgress progress_;
+};
+
+}  // namespace q40

@@ -1,0 +1,391 @@
+#include "link/serial_port.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <grp.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QSerialPort>
+#include <QSerialPortInfo>
+#include <QSocketNotifier>
+#include <QTimer>
+
+namespace q40 {
+namespace {
+
+using Kind = PortProblem::Kind;
+
+// Radio cables draw their power from DTR; RTS would key some of them.
+constexpr bool kDataTerminalReady = true;
+constexpr bool kRequestToSend = false;
+
+constexpr std::chrono::milliseconds kHangUpCheck{500};
+constexpr int kLastBytesMs = 200;  // for what is still on its way out when the port is closed
+
+std::string Reason(int error) {
+  return std::generic_category().message(error);
+}
+
+// The group that may use a device, "dialout" on Debian.
+std::string GroupOf(const std::string& device) {
+  struct stat status {};
+  if (stat(device.c_str(), &status) != 0) return "dialout";
+  const group* entry = getgrgid(status.st_gid);
+  return entry == nullptr ? "dialout" : entry->gr_name;
+}
+
+PortProblem OpenProblem(const std::string& device, int error) {
+  switch (error) {
+    case ENOENT:
+    case ENODEV:
+    case ENXIO:
+    case ENOTDIR:
+      return {Kind::kMissing, device + " does not exist",
+              "Plug in the cable, or choose another port."};
+    case EACCES:
+    case EPERM: {
+      const std::string group = GroupOf(device);
+      return {Kind::kNoPermission, "no permission to use " + device,
+              "Its group is \"" + group + "\". Join it: sudo usermod -aG " + group +
+                  " $USER, then log out and in again."};
+    }
+    case EBUSY:
+    case EWOULDBLOCK:
+      return {Kind::kBusy, device + " is in use by another program",
+              "Close the other program and try again."};
+    default: return {Kind::kOther, device + " cannot be opened: " + Reason(error), {}};
+  }
+}
+
+PortProblem NotSerial(const std::string& device, const std::string& what) {
+  return {Kind::kNotSerial, device + " is " + what + ", not a serial port",
+          "Choose the device of the cable, /dev/ttyUSB0 for example."};
+}
+
+// What is not even a device must not be opened: a pipe would block or be drained.
+std::optional<PortProblem> CheckKind(const std::string& device) {
+  std::error_code error;
+  switch (std::filesystem::status(device, error).type()) {
+    case std::filesystem::file_type::character: return std::nullopt;
+    case std::filesystem::file_type::directory: return NotSerial(device, "a folder");
+    case std::filesystem::file_type::regular: return NotSerial(device, "a file");
+    case std::filesystem::file_type::not_found: return OpenProblem(device, ENOENT);
+    case std::filesystem::file_type::none: return OpenProblem(device, error.value());
+    default: return NotSerial(device, "something else");
+  }
+}
+
+// A descriptor of the device that is held beside Qt's own while the port is open. It exists because
+// Qt tells a busy port and a forbidden one by the same error, takes no flock, and reconfigures the
+// line before anybody could ask whether it is free.
+class Guard {
+ public:
+  Guard() = default;
+  ~Guard() { Release(); }
+  Guard(const Guard&) = delete;
+  Guard& operator=(const Guard&) = delete;
+
+  std::optional<PortProblem> Take(const std::string& device) {
+    if (auto problem = CheckKind(device)) return problem;
+    handle_ = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (handle_ < 0) return OpenProblem(device, errno);
+    std::optional<PortProblem> problem;
+    if (isatty(handle_) == 0) {
+      problem = NotSerial(device, "a device of another kind");
+    } else if (flock(handle_, LOCK_EX | LOCK_NB) != 0) {
+      problem = OpenProblem(device, errno);
+    }
+    if (problem) Release();
+    return problem;
+  }
+
+  void Release() {
+    if (handle_ >= 0) close(handle_);
+    handle_ = -1;
+  }
+
+  [[nodiscard]] bool HungUp() const {
+    pollfd state{handle_, 0, 0};
+    return poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+  }
+
+ private:
+  int handle_ = -1;
+};
+
+}  // namespace
+
+// ---- the port
+
+class SerialPort::Device {
+ public:
+  explicit Device(std::string name) : name_(std::move(name)) {
+    watch_.setInterval(kHangUpCheck);
+    QObject::connect(&watch_, &QTimer::timeout, [this] { HungUp(); });
+    // Qt reports a line that hung up again and again, without end. Closed on the first report, but
+    // not inside it: it comes from the middle of Qt's reading.
+    QObject::connect(
+        &serial_, &QSerialPort::errorOccurred, &serial_,
+        [this](QSerialPort::SerialPortError error) {
+          const bool harmless = error == QSerialPort::NoError || error == QSerialPort::TimeoutError;
+          if (!harmless && IsOpen()) Lost();
+        },
+        Qt::QueuedConnection);
+  }
+  ~Device() { Close(); }
+  Device(const Device&) = delete;
+  Device& operator=(const Device&) = delete;
+
+  void SetName(std::string name) {
+    Close();
+    name_ = std::move(name);
+  }
+  [[nodiscard]] const std::string& name() const { return name_; }
+  [[nodiscard]] const PortProblem& problem() const { return problem_; }
+  [[nodiscard]] bool IsOpen() const { return serial_.isOpen(); }
+
+  bool Open() {
+    problem_ = {};
+    if (auto problem = guard_.Take(name_)) return Fail(std::move(*problem));
+    std::error_code error;
+    const auto resolved = std::filesystem::canonical(name_, error);
+    serial_.setPortName(QString::fromStdString(error ? name_ : resolved.string()));
+    serial_.setBaudRate(kBaudRate);
+    serial_.setDataBits(QSerialPort::Data8);
+    serial_.setParity(QSerialPort::NoParity);
+    serial_.setStopBits(QSerialPort::OneStop);
+    serial_.setFlowControl(QSerialPort::NoFlowControl);
+    serial_.setReadBufferSize(kInputBufferBytes);
+    if (!serial_.open(QIODevice::ReadWrite)) return FailOpen();
+    // A pseudo-terminal has no such lines. That does not matter, and no port is refused for it.
+    serial_.setDataTerminalReady(kDataTerminalReady);
+    serial_.setRequestToSend(kRequestToSend);
+    serial_.clearError();
+    QCoreApplication::removePostedEvents(&serial_);  // the reports about all this
+    watch_.start();
+    return true;
+  }
+
+  void Close() {
+    watch_.stop();
+    if (serial_.isOpen()) {
+      // close() throws away what is still in Qt's buffer.
+      if (serial_.bytesToWrite() > 0) serial_.waitForBytesWritten(kLastBytesMs);
+      serial_.close();
+    }
+    guard_.Release();
+  }
+
+  bool Write(std::string_view text) {
+    if (!IsOpen() || HungUp()) return false;
+    const auto size = static_cast<qint64>(text.size());
+    if (serial_.write(text.data(), size) != size ||
+        !(serial_.flush() || serial_.bytesToWrite() == 0)) {
+      return Lost();
+    }
+    return true;
+  }
+
+  std::optional<std::string> Read() {
+    if (!IsOpen()) return std::nullopt;
+    const QByteArray buffered = serial_.readAll();
+    std::string text(buffered.constData(), static_cast<std::size_t>(buffered.size()));
+    // Qt fills its buffer only when events are handled; what the system already has counts too.
+    std::array<char, kInputBufferBytes> piece{};
+    ssize_t got = 0;
+    while (text.size() < kLongestRead &&
+           (got = read(serial_.handle(), piece.data(), piece.size())) > 0) {
+      text.append(piece.data(), static_cast<std::size_t>(got));
+    }
+    const bool nothing_more =
+        got < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR);
+    if (got < 0 && !nothing_more) {
+      Lost();
+      return std::nullopt;
+    }
+    if (got == 0 && text.empty() && HungUp()) return std::nullopt;
+    return text;
+  }
+
+ private:
+  static constexpr std::size_t kLongestRead = 65536;
+
+  bool Fail(PortProblem problem) {
+    guard_.Release();
+    problem_ = std::move(problem);
+    return false;
+  }
+
+  bool FailOpen() {
+    // The guard could open it, so it is there and permitted: what is left is a lock.
+    const QSerialPort::SerialPortError error = serial_.error();
+    if (error == QSerialPort::PermissionError || error == QSerialPort::OpenError) {
+      return Fail(OpenProblem(name_, EBUSY));
+    }
+    return Fail(
+        {Kind::kOther, name_ + " cannot be opened: " + serial_.errorString().toStdString(), {}});
+  }
+
+  bool HungUp() {
+    if (!IsOpen() || !guard_.HungUp()) return false;
+    Lost();
+    return true;
+  }
+
+  bool Lost() {
+    problem_ = {Kind::kLost, name_ + " was disconnected",
+                "Plug the cable in again and repeat the command."};
+    watch_.stop();
+    serial_.close();
+    guard_.Release();
+    return false;
+  }
+
+  std::string name_;
+  PortProblem problem_;
+  Guard guard_;
+  QSerialPort serial_;
+  QTimer watch_;
+};
+
+SerialPort::SerialPort(std::string device) : device_(std::make_unique<Device>(std::move(device))) {}
+SerialPort::~SerialPort() = default;
+void SerialPort::SetDevice(std::string device) {
+  device_->SetName(std::move(device));
+}
+const std::string& SerialPort::device() const {
+  return device_->name();
+}
+bool SerialPort::Open() {
+  return device_->IsOpen() || device_->Open();
+}
+bool SerialPort::IsOpen() const {
+  return device_->IsOpen();
+}
+void SerialPort::Close() {
+  device_->Close();
+}
+bool SerialPort::Write(std::string_view text) {
+  return device_->Write(text);
+}
+std::optional<std::string> SerialPort::ReadAvailable() {
+  return device_->Read();
+}
+PortProblem SerialPort::Problem() const {
+  return device_->problem();
+}
+
+// ---- the event loop
+
+namespace {
+
+class Timer final : public OneShotTimer {
+ public:
+  Timer(QObject* owner, const char* name) : timer_(new QTimer(owner)), owned_(owner == nullptr) {
+    timer_->setObjectName(QLatin1String(name));
+    timer_->setSingleShot(true);
+    timer_->setTimerType(Qt::PreciseTimer);
+  }
+  ~Timer() override {
+    if (owned_) delete timer_;
+  }
+  Timer(const Timer&) = delete;
+  Timer& operator=(const Timer&) = delete;
+
+  void Start(std::chrono::milliseconds interval) override { timer_->start(interval); }
+  void Stop() override { timer_->stop(); }
+  [[nodiscard]] bool IsRunning() const override { return timer_->isActive(); }
+
+ private:
+  QTimer* timer_;
+  bool owned_;
+};
+
+volatile std::sig_atomic_t stop_requested = 0;
+int wake_pipe[2] = {-1, -1};  // a byte in it wakes the loop from inside a signal handler
+
+extern "C" void RequestStop(int /*signal*/) {
+  const int saved = errno;
+  stop_requested = 1;
+  const ssize_t ignored = write(wake_pipe[1], "", 1);
+  static_cast<void>(ignored);
+  errno = saved;
+}
+
+}  // namespace
+
+class EventLoop::Parts {
+ public:
+  explicit Parts(QObject* owner)
+      : timer1_(owner, "Timer1"), timer2_(owner, "Timer2"), timer3_(owner, "Timer3") {}
+
+  Timer timer1_;
+  Timer timer2_;
+  Timer timer3_;
+  std::unique_ptr<QSocketNotifier> wake_;
+};
+
+EventLoop::EventLoop(QObject* owner) : parts_(std::make_unique<Parts>(owner)) {}
+EventLoop::~EventLoop() = default;
+
+LinkTimers EventLoop::Timers() {
+  return {parts_->timer1_, parts_->timer2_, parts_->timer3_};
+}
+
+void EventLoop::WaitForEvents() {
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+bool EventLoop::StopRequested() const {
+  return stop_requested != 0;
+}
+
+void EventLoop::StopOnSignals() {
+  if (pipe2(wake_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
+  parts_->wake_ = std::make_unique<QSocketNotifier>(wake_pipe[0], QSocketNotifier::Read);
+  QSocketNotifier* wake = parts_->wake_.get();
+  QObject::connect(wake, &QSocketNotifier::activated, [wake] { wake->setEnabled(false); });
+  struct sigaction action {};
+  action.sa_handler = RequestStop;
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+}
+
+// ---- the rest
+
+class CommandLineApplication::Application {
+ public:
+  int count_ = 1;
+  std::string name_ = "rxq40ctl";
+  char* names_[2] = {name_.data(), nullptr};
+  QCoreApplication application_{count_, names_};
+};
+
+CommandLineApplication::CommandLineApplication() : application_(std::make_unique<Application>()) {}
+CommandLineApplication::~CommandLineApplication() = default;
+
+std::vector<PresentPort> PresentPorts() {
+  std::vector<PresentPort> ports;
+  for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+    QStringList words;
+    for (const QString& word : {info.description(), info.manufacturer()}) {
+      if (!word.isEmpty()) words << word;
+    }
+    if (!info.serialNumber().isEmpty()) {
+      words << QStringLiteral("serial number ") + info.serialNumber();
+    }
+    ports.push_back(
+        {info.systemLocation().toStdString(), words.join(QStringLiteral(", ")).toStdString()});
+  }
+  return ports;
+}
+
+}  // namespace q40

@@ -1,0 +1,56 @@
+// Things that go wrong with a radio, for the simulated one to do on purpose.
+//
+//   KIND[=VALUE][@WHERE][+]
+//
+// WHERE: @0200 the exchange that names this address, @WHO, @RXQ40 or @END the one with this
+// command,
+// @#7 the seventh exchange since the start. Without WHERE: the first exchange. With "+" the fault
+// stays from that exchange on, otherwise it happens once.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "image/memory_map.h"
+
+namespace q40 {
+
+enum class FaultKind : unsigned char {
+  kSilence,        // silence: nothing comes back
+  kEchoOnly,       // echo-only: the echo comes, the answer does not
+  kShort,          // short: an answer of one character too few
+  kLong,           // long: one too many
+  kNonHex,         // non-hex: "ZZ" in the data
+  kNotGood,        // ng: "NG" instead of "OK"
+  kPieces,         // pieces=MS: the answer in pieces of ten characters, MS apart (50)
+  kLate,           // late=MS: the answer comes MS later (2500)
+  kStray,          // stray=N: N foreign characters before the answer (3)
+  kOtherAddress,   // other-address: the data of the next unit
+  kNotStored,      // not-stored: a write is acknowledged but not kept
+  kHangUp,         // hang-up=MS: the line is closed; once: it is back after MS (1000)
+  kWrongIdentity,  // wrong-identity=TEXT: TEXT instead of the identity ("RXQ41-0A-")
+};
+
+struct Fault {
+  FaultKind kind = FaultKind::kSilence;
+  int number = 0;                      // MS or N
+  std::string text;                    // TEXT
+  std::optional<std::string> command;  // "0200", "WHO", "RXQ40", "END"
+  int exchange = 1;                    // when there is no command
+  bool stays = false;
+  bool happened = false;
+};
+
+// The fault that a text describes, or no value and the reason in `why`.
+std::optional<Fault> ParseFault(std::string_view text, std::string& why);
+
+// One line for each kind, for --help.
+std::string FaultHelp();
+
+// Whether the fault happens in this exchange (counted from 1) with this command. Remembers that it
+// did.
+bool Happens(Fault& fault, int exchange, std::string_view command);
+
+}  // namespace q40

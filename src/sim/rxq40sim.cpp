@@ -1,0 +1,175 @@
+// rxq40sim: the simulated radio as a program.
+#include <csignal>
+#include <iostream>
+
+#include <CLI/CLI.hpp>
+
+#include "files/clone_file.h"
+#include "files/whole_file.h"
+#include "image/defaults.h"
+#include "sim/pty_server.h"
+
+namespace q40 {
+namespace {
+
+// The same numbers as rxq40ctl.
+enum ExitCode : int { kExitDone = 0, kExitUsage = 2, kExitDataError = 6, kExitCannotWrite = 7 };
+
+volatile std::sig_atomic_t stop = 0;
+extern "C" void Stop(int /*signal*/) {
+  stop = 1;
+}
+
+struct Arguments {
+  std::string model;
+  std::string version;
+  std::string load;
+  std::string save;
+  std::string memory;
+  std::string save_memory;
+  int baud = 0;
+  std::string link;
+  std::vector<std::string> faults;
+};
+
+constexpr const char* kDescription =
+    "A simulated RX-Q40 radio behind a pseudo-terminal.\n"
+    "Prints the path of its device, then serves until SIGINT or SIGTERM.\n";
+
+std::string Footer() {
+  return "FAULT is KIND[=VALUE][@WHERE][+]. WHERE: @0200 (an address), @WHO, @RXQ40, @END or\n"
+         "@#7 (the seventh exchange); without it the first exchange. \"+\": from then on.\n" +
+         FaultHelp() +
+         "\nExample: rxq40sim --pace 9600 --link /tmp/radio --fault ng@0200\n"
+         "Exit codes: 0 done, 2 wrong usage, 6 a file cannot be loaded, 7 a file cannot be saved\n";
+}
+
+int Complain(int code, const std::string& message) {
+  std::cerr << "rxq40sim: " << message << '\n';
+  return code;
+}
+
+// The radio's memory from --load and --memory. The clone file also names model and version, unless
+// the command line does.
+int Load(const Arguments& arguments, SimulatedRadio::Options& options, RadioMemory& memory) {
+  CloneDocument document = FreshDocument();
+  if (!arguments.load.empty()) {
+    if (const auto result = OpenCloneFile(arguments.load, document); result.problem) {
+      return Complain(kExitDataError,
+                      std::string(kDataErrorText) + ": " + result.problem->Message());
+    }
+    if (document.model > 2 && arguments.model.empty()) {
+      return Complain(kExitUsage, arguments.load + ": no radio reports itself as " +
+                                      std::string(ModelName(document.model)) + "; use --model");
+    }
+    options.model = document.model;
+    options.version = document.image.VersionA ? 'A' : '0';
+  }
+  if (!arguments.model.empty()) options.model = FindModel(arguments.model).value_or(0);
+  if (!arguments.version.empty()) options.version = arguments.version[0];
+  if (arguments.load.empty()) ChangeModel(document, options.model);
+  StoreDocument(document, memory);
+
+  if (arguments.memory.empty()) return kExitDone;
+  std::string raw;
+  if (const auto problem = ReadFile(arguments.memory, kMemorySize + 1, raw)) {
+    return Complain(kExitDataError, problem->Message());
+  }
+  if (!memory.SetRaw(raw)) {
+    return Complain(kExitDataError, arguments.memory + ": a memory file has 8192 bytes");
+  }
+  return kExitDone;
+}
+
+int Save(const Arguments& arguments, const SimulatedRadio& radio) {
+  int code = kExitDone;
+  if (!arguments.save_memory.empty()) {
+    if (const auto problem = WriteFile(arguments.save_memory, radio.memory().raw())) {
+      code = Complain(kExitCannotWrite, problem->Message());
+    }
+  }
+  if (arguments.save.empty()) return code;
+  std::string why;
+  auto document =
+      DocumentOf(radio.memory(), radio.options().model, radio.options().version == 'A', why);
+  if (!document) return Complain(kExitDataError, "the memory cannot be decoded: " + why);
+  if (const auto problem = SaveCloneFile(arguments.save, *document, document->model)) {
+    return Complain(kExitCannotWrite, problem->Message());
+  }
+  return code;
+}
+
+// Blocks the stop signals except while the server waits, so that none gets lost in between.
+sigset_t CatchSignals() {
+  struct sigaction action {};
+  action.sa_handler = Stop;
+  sigset_t stop_signals;
+  sigset_t while_waiting;
+  sigemptyset(&stop_signals);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    sigaction(number, &action, nullptr);
+    sigaddset(&stop_signals, number);
+  }
+  sigprocmask(SIG_BLOCK, &stop_signals, &while_waiting);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigdelset(&while_waiting, number);
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  return while_waiting;
+}
+
+int Run(const Arguments& arguments) {
+  SimulatedRadio::Options options;
+  options.baud = arguments.baud;
+  for (const std::string& text : arguments.faults) {
+    std::string why;
+    const auto fault = ParseFault(text, why);
+    if (!fault) return Complain(kExitUsage, why);
+    options.faults.push_back(*fault);
+  }
+  RadioMemory memory;
+  if (const int code = Load(arguments, options, memory); code != kExitDone) return code;
+  SimulatedRadio radio(std::move(options));
+  radio.memory() = memory;
+
+  const sigset_t while_waiting = CatchSignals();
+  {
+    PtyServer server(radio, arguments.link);
+    std::string why;
+    if (!server.Start(why)) return Complain(kExitCannotWrite, why);
+    std::cout << server.device() << std::endl;
+    server.Serve(stop, while_waiting);
+  }
+  return Save(arguments, radio);
+}
+
+}  // namespace
+}  // namespace q40
+
+int main(int argc, char** argv) {
+  CLI::App app(q40::kDescription, "rxq40sim");
+  q40::Arguments arguments;
+  app.add_option("--model", arguments.model, "the model it reports (RX-Q40T)")
+      ->check(CLI::IsMember({"RX-Q40T", "RX-Q40E", "RX-Q40T1"}, CLI::ignore_case));
+  app.add_option("--version", arguments.version, "the version letter it reports (0)")
+      ->check(CLI::IsMember({"A", "0"}));
+  app.add_option("--load", arguments.load, "clone file to start with")->type_name("FILE.Q40");
+  app.add_option("--save", arguments.save, "clone file to write at the end")->type_name("FILE.Q40");
+  app.add_option("--memory", arguments.memory, "raw memory to start with, 8192 bytes")
+      ->type_name("FILE.bin");
+  app.add_option("--save-memory", arguments.save_memory, "raw memory to write at the end")
+      ->type_name("FILE.bin");
+  app.add_option("--pace", arguments.baud, "speed of the wire; without it as fast as it can")
+      ->type_name("BAUD")
+      ->check(CLI::Range(1, 10'000'000));
+  app.add_option("--link", arguments.link, "symbolic link to the device")->type_name("PATH");
+  app.add_option("--fault", arguments.faults, "what goes wrong, see below")
+      ->type_name("FAULT")
+      ->allow_extra_args(false);
+  app.footer(q40::Footer());
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? q40::kExitDone : q40::kExitUsage;
+  }
+  return q40::Run(arguments);
+}
