@@ -15,13 +15,18 @@ struct Arguments {
   bool json = false;
 };
 
-// What Open takes although it is odd: said, but no reason to refuse the file.
-void NoteOddDigit(CommandContext& context, const std::string& path) {
+// The file's problem as Open finds it. What Open takes although it is odd is said, but no reason to
+// refuse the file.
+std::optional<FileProblem> Check(CommandContext& context, const std::string& file,
+                                 CloneDocument& document) {
   std::string text;
+  if (auto problem = ReadFile(file, kLongestCloneFile, text)) return problem;
+  if (auto problem = OpenCloneText(text, file, document).problem) return problem;
   CloneLines lines;
-  constexpr std::size_t kEnough = kCloneLineCount * (kCloneLineLength + 2);
-  if (ReadFile(path, kEnough, text) || SplitCloneText(text, path, lines)) return;
-  if (const auto odd = FirstOddDigit(lines, path)) context.console.Note(odd->Message());
+  if (!SplitCloneText(text, file, lines)) {
+    if (const auto odd = FirstOddDigit(lines, file)) context.console.Note(odd->Message());
+  }
+  return std::nullopt;
 }
 
 int Run(CommandContext& context, const Arguments& arguments) {
@@ -29,7 +34,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
   auto json = nlohmann::ordered_json::array();
   CloneDocument document = FreshDocument();
   for (const std::string& file : arguments.files) {
-    const auto problem = OpenCloneFile(file, document).problem;
+    const auto problem = Check(context, file, document);
     if (problem) code = kExitDataError;
     if (arguments.json) {
       nlohmann::ordered_json row = {{"file", file}, {"ok", !problem}};
@@ -38,7 +43,6 @@ int Run(CommandContext& context, const Arguments& arguments) {
     } else if (Print(context, (problem ? problem->Message() : file + ": ok") + '\n') != kExitDone) {
       return kExitCannotWrite;
     }
-    if (!problem) NoteOddDigit(context, file);
   }
   if (arguments.json) {
     const auto text = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);

@@ -31,6 +31,8 @@ int Run(CommandContext& context, const Arguments& arguments) {
     const DocumentCell& cell = cells_a[i];
     const std::string& other = cells_b[i].value;
     if (cell.value == other) continue;
+    // Between a channel in use and one that is not, the other cells say it all.
+    if (cell.name == kStoredData && (cell.value.empty() || other.empty())) continue;
     text +=
         cell.place + ": " + cell.name + ": " + Quoted(cell.value) + " -> " + Quoted(other) + '\n';
     json.push_back({{"place", cell.place}, {"name", cell.name}, {"a", cell.value}, {"b", other}});

@@ -2,20 +2,31 @@
 // its help and an example; the subcommand leaves its exit code in the context.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "cli/console.h"
 #include "cli/exit_codes.h"
+#include "cli/radio_line.h"
 #include "image/clone_document.h"
 
 namespace q40 {
 
+// Opens the way to the radio at a device. The device itself is opened by the first command sent.
+using LineFactory = std::function<std::unique_ptr<RadioLine>(const std::string& device)>;
+
 struct CommandContext {
   Console console;
+  LineFactory line_to;
   int exit_code = kExitDone;
 };
+
+// The whole tool: parses the arguments (the program's name first), runs the command, returns the
+// exit code.
+int RunCommandLine(int argc, const char* const* argv, CommandContext& context);
 
 void AddPorts(CLI::App& app, CommandContext& context);
 void AddIdentify(CLI::App& app, CommandContext& context);

@@ -1,6 +1,5 @@
 #include "cli/console.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -15,19 +14,21 @@ constexpr std::string_view kRed = "\033[31m";
 constexpr std::string_view kPlain = "\033[0m";
 constexpr std::string_view kEraseLine = "\r\033[K";
 
-void Say(std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stderr);
-}
-
 }  // namespace
 
-Console::Console()
-    : terminal_(isatty(STDERR_FILENO) != 0),
+Console::Console(std::FILE* out, std::FILE* err)
+    : out_(out),
+      err_(err),
+      terminal_(isatty(fileno(err)) != 0),
       colour_(terminal_ && std::getenv("NO_COLOR") == nullptr) {}
 
+void Console::Say(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), err_);
+  std::fflush(err_);
+}
+
 bool Console::Result(std::string_view text) {
-  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
-         std::fflush(stdout) == 0;
+  return std::fwrite(text.data(), 1, text.size(), out_) == text.size() && std::fflush(out_) == 0;
 }
 
 void Console::Note(std::string_view text) {

@@ -1,6 +1,7 @@
-// Where rxq40ctl speaks: results on standard output, messages and progress on standard error.
+// Where rxq40ctl speaks: results on one stream, messages and progress on the other.
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,9 @@ namespace q40 {
 
 class Console {
  public:
-  Console();
+  // The streams must outlive the console. Colour and progress bar appear only when `err` is a
+  // terminal, colour only unless NO_COLOR is set.
+  Console(std::FILE* out, std::FILE* err);
 
   // Only errors are said.
   void SetQuiet(bool quiet) { quiet_ = quiet; }
@@ -28,8 +31,12 @@ class Console {
   void EndProgress();
 
  private:
+  void Say(std::string_view text);
+
+  std::FILE* out_;
+  std::FILE* err_;
   bool quiet_ = false;
-  bool terminal_;  // standard error is one
+  bool terminal_;
   bool colour_;
   bool bar_shown_ = false;
   std::string job_;

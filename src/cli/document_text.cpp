@@ -77,7 +77,7 @@ class CellList {
       if (!HasField(kind, field)) continue;
       Add(place, std::string(FieldName(field)), in_use ? FieldText(kind, record, field) : "");
     }
-    Add(place, "stored data", in_use ? "" : std::string(stored));
+    Add(place, kStoredData, in_use ? "" : std::string(stored));
   }
 
  private:

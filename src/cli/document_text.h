@@ -17,9 +17,12 @@ struct DocumentCell {
   std::string value;  // empty: a cell of a channel that is not in use, or an empty text
 };
 
+// Name of the cell that holds what a channel out of use still stores; empty for one in use.
+inline constexpr const char* kStoredData = "stored data";
+
 // Everything in a document, always the same places and names in the same order, so that two
 // documents can be compared one by one. Channels that are not in use have empty cells, as in the
-// grids; what they still hold is compared as the one cell "stored data".
+// grids; what they still hold is one cell more.
 std::vector<DocumentCell> CellsOf(const CloneDocument& document);
 
 // The document for people: settings, dialer, special channels, channels in use.

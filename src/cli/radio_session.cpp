@@ -31,11 +31,10 @@ RadioSession::RadioSession(CommandContext& context, const std::string& device,
                            CloneDocument& document)
     : context_(context),
       document_(document),
-      port_(device),
-      link_(port_, loop_.Timers(), loop_),
-      sequences_(link_, document, *this) {
-  loop_.StopOnSignals();
-}
+      device_(device),
+      line_(context.line_to(device)),
+      link_(line_->port(), line_->timers(), line_->pump()),
+      sequences_(link_, document, *this) {}
 
 int RadioSession::Identify() {
   return Conclude(sequences_.Identify());
@@ -64,9 +63,11 @@ int RadioSession::Dump(int first_block, int count) {
   for (int block = first_block; block < first_block + count; ++block) {
     const std::string command = ReadCommand(static_cast<Address>(block * kBlockSize));
     const auto reply = link_.ServiceRead(command, {});
-    if (loop_.StopRequested()) return context_.console.Error(kExitInterrupted, "Interrupted");
+    if (line_->pump().StopRequested())
+      return context_.console.Error(kExitInterrupted, "Interrupted");
     if (!reply) {
-      return context_.console.Error(kExitPortError, kPortErrorText + Advice(port_.Problem()));
+      return context_.console.Error(kExitPortError,
+                                    kPortErrorText + Advice(link_.port().Problem()));
     }
     if (reply->size() < kWholeAnswer) {
       return context_.console.Error(kExitCommunicationError,
@@ -75,9 +76,10 @@ int RadioSession::Dump(int first_block, int count) {
                                         " within 0.5 s");
     }
     const std::string digits = reply->substr(reply->size() - kBlockAnswer, kBlockAnswer - 2);
-    const std::string number =
+    std::string line =
         block > 0xFF ? AddressText(static_cast<Address>(block)).substr(1) : HexByteText(block);
-    if (const int code = Print(context_, number + '\t' + digits + '\n')) return code;
+    line.append("\t").append(digits).append("\n");
+    if (const int code = Print(context_, line)) return code;
   }
   return kExitDone;
 }
@@ -103,7 +105,7 @@ void RadioSession::End(const SequenceReport& /*report*/) {
 
 // ": /dev/ttyUSB0 does not exist. Plug in the cable, or choose another port."
 std::string RadioSession::Advice(const PortProblem& problem) const {
-  std::string text = ": " + (problem.what.empty() ? port_.device() : problem.what);
+  std::string text = ": " + (problem.what.empty() ? device_ : problem.what);
   if (!problem.remedy.empty()) text += ". " + problem.remedy;
   return text;
 }
@@ -119,7 +121,8 @@ int RadioSession::Conclude(const SequenceReport& report) {
     case Outcome::kInterrupted:
       return console.Error(kExitInterrupted, "Interrupted" + at + "." + written);
     case Outcome::kPortError:
-      return console.Error(kExitPortError, kPortErrorText + Advice(port_.Problem()) + written);
+      return console.Error(kExitPortError,
+                           kPortErrorText + Advice(link_.port().Problem()) + written);
     case Outcome::kCommunicationError:
       return console.Error(kExitCommunicationError,
                            std::string(kCommunicationErrorText) + ": " + report.why + at +

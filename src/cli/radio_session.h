@@ -6,7 +6,6 @@
 
 #include "cli/commands.h"
 #include "link/sequences.h"
-#include "link/serial_port.h"
 
 namespace q40 {
 
@@ -49,9 +48,8 @@ class RadioSession final : private SequenceHost {
 
   CommandContext& context_;
   CloneDocument& document_;
-  CommandLineApplication application_;
-  SerialPort port_;
-  EventLoop loop_;
+  std::string device_;
+  std::unique_ptr<RadioLine> line_;
   Link link_;
   Sequences sequences_;
   SequenceReport report_;

@@ -1,7 +1,7 @@
 // The channel list as a CSV text, for spreadsheet programs.
 //
 // A header record, then one record of 22 items for every special channel of both bands and for
-// every memory channel in use. docs: README, "CSV".
+// every memory channel in use.
 #pragma once
 
 #include <array>

@@ -113,7 +113,9 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
           path, index,
           "the file ends here; a clone file has " + std::to_string(kCloneLineCount) + " lines");
     }
-    const std::size_t length = std::min(text.find_first_of(kLineEnd), text.size());
+    const auto* const end =
+        std::find_if(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; });
+    const auto length = static_cast<std::size_t>(end - text.begin());
     if (length > kCloneLineLength && length == text.size()) {
       return BadData(path, index, "more than 32 characters; every line must have exactly 32");
     }
@@ -150,10 +152,8 @@ OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDo
 }
 
 OpenResult OpenCloneFile(const std::string& path, CloneDocument& document) {
-  // 456 proper lines never take more than this, so whatever lies behind need not be read.
-  constexpr std::size_t kLongestFile = kCloneLineCount * (kCloneLineLength + kLineEnd.size());
   std::string text;
-  if (auto problem = ReadFile(path, kLongestFile, text)) return {std::move(problem)};
+  if (auto problem = ReadFile(path, kLongestCloneFile, text)) return {std::move(problem)};
   return OpenCloneText(text, path, document);
 }
 
@@ -163,7 +163,7 @@ std::optional<std::string> CloneFileText(CloneDocument& document, int model) {
   EncodeSettings(document.settings, image);
 
   std::string text;
-  text.reserve(kCloneLineCount * (kCloneLineLength + kLineEnd.size()));
+  text.reserve(kLongestCloneFile);
   AppendLine(text, HeaderLine(model, VersionOf(image)));
   for (const std::string& line : image.SettingsLine) AppendLine(text, line);
   for (const Band band : kBands) {

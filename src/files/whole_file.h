@@ -34,7 +34,7 @@ class FileReplacement {
 
  private:
   std::optional<FileProblem> Store(std::string_view content);
-  std::optional<FileProblem> Failed(std::string_view doing) const;
+  [[nodiscard]] std::optional<FileProblem> Failed(std::string_view doing) const;
 
   FileSystem& system_;
   std::string path_;       // as the user named it

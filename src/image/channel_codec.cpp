@@ -11,7 +11,7 @@
 namespace q40 {
 namespace {
 
-using Digits = std::array<char, 2 * kUnitSize>;
+using Digits = std::array<char, kUnitDigits>;
 
 // How a byte stands for a field.
 enum class Code : std::uint8_t {

@@ -36,10 +36,10 @@ struct CodecError {
 
 // Two lines of 32 digits: bytes 0-15 and bytes 16-31.
 struct ChannelLines {
-  std::array<char, 2 * kUnitSize> digits{};
+  std::array<char, kUnitDigits> digits{};
   [[nodiscard]] std::string_view Joined() const { return {digits.data(), digits.size()}; }
-  [[nodiscard]] std::string_view First() const { return Joined().substr(0, kUnitSize); }
-  [[nodiscard]] std::string_view Second() const { return Joined().substr(kUnitSize); }
+  [[nodiscard]] std::string_view First() const { return Joined().substr(0, kBlockDigits); }
+  [[nodiscard]] std::string_view Second() const { return Joined().substr(kBlockDigits); }
 };
 
 // Fills memory row n (0..209) and its in-use flag from 64 digits; missing digits and characters

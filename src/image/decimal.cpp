@@ -19,8 +19,8 @@ std::string Fraction(Units100Hz frequency) {
 
 std::array<char, 8> FrequencyDigits(Units100Hz frequency) {
   std::array<char, 8> digits{};
-  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-    *digit = static_cast<char>('0' + frequency % 10);
+  for (std::size_t place = digits.size(); place > 0; --place) {
+    digits[place - 1] = static_cast<char>('0' + frequency % 10);
     frequency /= 10;
   }
   return digits;

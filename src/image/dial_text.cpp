@@ -16,7 +16,7 @@ std::string MakeDialData(const DialTexts& texts, int index) {
     const auto place = kCharacters.find(character);
     if (place != std::string_view::npos) data += HexByteText(kFirstCode + static_cast<int>(place));
   }
-  data.resize(2 * kDialLength, '0');
+  data.resize(kBlockDigits, '0');
   return data;
 }
 

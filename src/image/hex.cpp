@@ -8,6 +8,14 @@ namespace {
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 constexpr int kBitsPerDigit = 4;
 
+// 0..15, or -1 for a character that is no digit.
+constexpr int DigitOf(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
 }  // namespace
 
 std::string HexDigitToBits(char digit) {
@@ -26,12 +34,11 @@ char BitsToHexDigit(std::string_view bits) {
 }
 
 bool IsHexDigit(char c) {
-  return kDigits.find(UpperCase(c)) != std::string_view::npos;
+  return DigitOf(c) >= 0;
 }
 
 int HexDigitValue(char digit) {
-  const auto place = kDigits.find(UpperCase(digit));
-  return place == std::string_view::npos ? 0 : static_cast<int>(place);
+  return std::max(DigitOf(digit), 0);
 }
 
 int HexByteValue(std::string_view digits, std::size_t offset) {

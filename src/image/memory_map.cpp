@@ -1,6 +1,7 @@
 #include "image/memory_map.h"
 
 #include "app/tables/grid_columns.h"
+#include "image/dial_text.h"
 #include "image/hex.h"
 
 namespace q40 {
@@ -25,8 +26,9 @@ std::string UnitName(Address address) {
   }
   for (int unit = 0; unit < kDialUnitCount; ++unit) {
     if (address == DialAddress(unit)) {
-      return "auto-dialer memories " + std::to_string(2 * unit + 1) + " and " +
-             std::to_string(2 * unit + 2);
+      const auto first = 2 * static_cast<std::size_t>(unit);
+      return "auto-dialer memories " + std::string(kDialTitles[first]) + " and " +
+             std::string(kDialTitles[first + 1]);
     }
   }
   const int offset = address - MemoryChannelAddress(0);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -14,6 +15,8 @@ using Address = std::uint16_t;
 inline constexpr int kMemorySize = 0x2000;  // 8 KiB
 inline constexpr int kUnitSize = 32;
 inline constexpr int kBlockSize = 16;
+inline constexpr std::size_t kUnitDigits = 64;   // of 32 bytes
+inline constexpr std::size_t kBlockDigits = 32;  // of 16 bytes: one line of a clone file
 
 inline constexpr int kMemoryChannelCount = 210;
 inline constexpr int kFirstDChannel = 200;  // channels 200..209 are called D0..D9

@@ -28,13 +28,7 @@ constexpr int kLastQuestionCode = 0x71;
 // Length of the character that starts `text` (not empty), continuation bytes included.
 std::size_t CharacterLength(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());
-  std::size_t expected = 1;
-  if (lead >= 0xF0U)
-    expected = 4;
-  else if (lead >= 0xE0U)
-    expected = 3;
-  else if (lead >= 0xC0U)
-    expected = 2;
+  const std::size_t expected = lead >= 0xF0U ? 4 : lead >= 0xE0U ? 3 : lead >= 0xC0U ? 2 : 1;
   std::size_t length = 1;
   while (length < expected && length < text.size() &&
          (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
@@ -84,7 +78,7 @@ std::string FirstCharacters(std::string_view text, std::size_t count) {
 std::array<char, 2 * kNameLength> NameDigits(std::string_view name) {
   std::array<char, 2 * kNameLength> digits{};
   digits.fill('0');
-  for (auto place = digits.begin(); place != digits.end() && !name.empty(); place += 2) {
+  for (auto* place = digits.begin(); place != digits.end() && !name.empty(); place += 2) {
     const std::size_t length = CharacterLength(name);
     // A character of several bytes is none that the radio knows; its lead byte is above every code.
     const auto code = NameCodeDigits(static_cast<unsigned char>(name.front()));

@@ -121,7 +121,7 @@ BlockOutcome ReadBlockChecked(Link& link, int block, std::string& digits) {
     const std::string reply = link.RxBlock(command);
     if (reply == kBlockPortFailed) return BlockOutcome::kPortError;
     if (reply == kBlockNoReply || reply == kBlockBadReply) continue;
-    digits = reply.substr(kLineEnd.size(), 2 * kBlockSize);
+    digits = reply.substr(kLineEnd.size(), kBlockDigits);
     return BlockOutcome::kDone;
   }
   return BlockOutcome::kCommunicationError;
@@ -150,9 +150,9 @@ BlockOutcome ReadChannelBitmap(Link& link, std::string& digits) {
 
 BlockOutcome WriteChannelBitmap(Link& link, std::string_view digits) {
   for (const int block : kBitmapBlocks) {
-    const BlockOutcome outcome = WriteBlockChecked(link, block, digits.substr(0, 2 * kBlockSize));
+    const BlockOutcome outcome = WriteBlockChecked(link, block, digits.substr(0, kBlockDigits));
     if (outcome != BlockOutcome::kDone) return outcome;
-    digits.remove_prefix(2 * kBlockSize);
+    digits.remove_prefix(kBlockDigits);
   }
   return BlockOutcome::kDone;
 }

@@ -20,7 +20,6 @@ constexpr std::string_view kModelText = "RXQ40";
 constexpr std::size_t kVariantAt = 14;
 constexpr std::size_t kVersionAt = 15;
 constexpr std::size_t kDataAt = 11;
-constexpr std::size_t kDataDigits = 64;
 
 constexpr int kSettingsUnits = kSettingsUnitCount + 2 * kSpecialChannelCount + kDialUnitCount;
 
@@ -124,7 +123,7 @@ bool Sequences::ReadUnit(Address address, std::string& digits) {
     return FailReply(reply, "an answer of " + std::to_string(reply.size()) +
                                 " characters instead of " + std::to_string(kReadReply));
   }
-  digits = reply.substr(kDataAt, kDataDigits);
+  digits = reply.substr(kDataAt, kUnitDigits);
   return true;
 }
 
@@ -147,8 +146,8 @@ bool Sequences::ReadSettingsLines() {
   if (!ReadUnit(kSettingsAddress[0], first)) return false;
   Pause();
   if (!ReadUnit(kSettingsAddress[1], second)) return false;
-  lines = {first.substr(0, kUnitSize), first.substr(kUnitSize), second.substr(0, kUnitSize),
-           second.substr(kUnitSize)};
+  lines = {first.substr(0, kBlockDigits), first.substr(kBlockDigits),
+           second.substr(0, kBlockDigits), second.substr(kBlockDigits)};
   document_.settings = DecodeSettings(document_.image);
   // Data from the radio counts as unsaved, also when a later step fails.
   document_.SettingsChanged = true;
@@ -181,8 +180,8 @@ bool Sequences::ReadDialTexts() {
     if (!ReadUnit(DialAddress(unit), digits)) return false;
     for (const int half : {0, 1}) {
       const int index = 2 * unit + half;
-      const auto at = static_cast<std::size_t>(half) * 2 * kDialLength;
-      UpDateDialData(document_.dial, digits.substr(at, 2 * kDialLength), index);
+      const auto at = static_cast<std::size_t>(half) * kBlockDigits;
+      UpDateDialData(document_.dial, digits.substr(at, kBlockDigits), index);
       host_.ShowDialText(index);
     }
   }

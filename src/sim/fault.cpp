@@ -21,7 +21,7 @@ constexpr KindRow kKinds[] = {
     {"short", FaultKind::kShort, -1, "an answer of one character too few"},
     {"long", FaultKind::kLong, -1, "an answer of one character too many"},
     {"non-hex", FaultKind::kNonHex, -1, "data with characters that are no digits"},
-    {"ng", FaultKind::kNotGood, -1, "\"NG\" instead of \"OK\""},
+    {"ng", FaultKind::kNotGood, -1, R"("NG" instead of "OK")"},
     {"pieces", FaultKind::kPieces, 50, "the answer in pieces, =MS apart"},
     {"late", FaultKind::kLate, 2500, "the answer comes =MS later"},
     {"stray", FaultKind::kStray, 3, "=N foreign characters before the answer"},

@@ -95,7 +95,7 @@ void PtyServer::Disconnect() {
 }
 
 // A program that died with the device in exclusive mode must not lock out the next one.
-void PtyServer::ReleaseExclusiveMode() {
+void PtyServer::ReleaseExclusiveMode() const {
   std::array<char, 4096> events{};
   while (read(closings_, events.data(), events.size()) > 0) continue;
   ioctl(slave_, TIOCNXCL);

@@ -32,7 +32,7 @@ class PtyServer {
   void Disconnect();
   void Receive();
   void Send();
-  void ReleaseExclusiveMode();
+  void ReleaseExclusiveMode() const;
 
   SimulatedRadio& radio_;
   std::string link_;

@@ -20,7 +20,7 @@ std::optional<std::string> RadioMemory::Read(Address address, int size) const {
   if (!Inside(address, static_cast<std::size_t>(size))) return std::nullopt;
   std::string digits;
   for (int i = 0; i < size; ++i) {
-    digits += HexByteText(bytes_[static_cast<std::size_t>(address + i)]);
+    digits += HexByteText(bytes_[address + static_cast<std::size_t>(i)]);
   }
   return digits;
 }
@@ -80,7 +80,7 @@ std::optional<CloneDocument> DocumentOf(const RadioMemory& memory, int model, bo
 
   for (std::size_t k = 0; k < kSettingsLines; ++k) {
     const std::string digits = unit(kSettingsAddress[k / 2]);
-    image.SettingsLine[k] = digits.substr(k % 2 * kUnitSize, kUnitSize);
+    image.SettingsLine[k] = digits.substr(k % 2 * kBlockDigits, kBlockDigits);
   }
   document.settings = DecodeSettings(image);
   for (const Band band : kBands) {
@@ -94,8 +94,7 @@ std::optional<CloneDocument> DocumentOf(const RadioMemory& memory, int model, bo
   ShowBand(image, image.ShownBand);
   for (int i = 0; i < kDialCount; ++i) {
     const std::string digits = unit(DialAddress(i / 2));
-    UpDateDialData(document.dial, digits.substr(static_cast<std::size_t>(i % 2) * 2 * kDialLength),
-                   i);
+    UpDateDialData(document.dial, digits.substr(static_cast<std::size_t>(i % 2) * kBlockDigits), i);
   }
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const Address address = MemoryChannelAddress(n);

@@ -1,5 +1,8 @@
 // rxq40sim: the simulated radio as a program.
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <iostream>
 
 #include <CLI/CLI.hpp>
@@ -142,12 +145,9 @@ int Run(const Arguments& arguments) {
   return Save(arguments, radio);
 }
 
-}  // namespace
-}  // namespace q40
-
-int main(int argc, char** argv) {
-  CLI::App app(q40::kDescription, "rxq40sim");
-  q40::Arguments arguments;
+int ParseAndRun(int argc, char** argv) {
+  CLI::App app(kDescription, "rxq40sim");
+  Arguments arguments;
   app.add_option("--model", arguments.model, "the model it reports (RX-Q40T)")
       ->check(CLI::IsMember({"RX-Q40T", "RX-Q40E", "RX-Q40T1"}, CLI::ignore_case));
   app.add_option("--version", arguments.version, "the version letter it reports (0)")
@@ -165,11 +165,23 @@ int main(int argc, char** argv) {
   app.add_option("--fault", arguments.faults, "what goes wrong, see below")
       ->type_name("FAULT")
       ->allow_extra_args(false);
-  app.footer(q40::Footer());
+  app.footer(Footer());
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? q40::kExitDone : q40::kExitUsage;
+    return app.exit(error) == 0 ? kExitDone : kExitUsage;
   }
-  return q40::Run(arguments);
+  return Run(arguments);
+}
+
+}  // namespace
+}  // namespace q40
+
+int main(int argc, char** argv) {
+  try {
+    return q40::ParseAndRun(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "rxq40sim: %s\n", error.what());
+    return EXIT_FAILURE;
+  }
 }

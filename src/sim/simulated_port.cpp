@@ -37,11 +37,11 @@ bool SimulatedPort::Write(std::string_view text) {
 
 std::optional<std::string> SimulatedPort::ReadAvailable() {
   if (!open_) return std::nullopt;
+  std::string arrived = radio_.Take(now_());
   if (radio_.HungUp()) {
     Lost();
     return std::nullopt;
   }
-  std::string arrived = radio_.Take(now_());
   Arm();
   return arrived;
 }

@@ -15,7 +15,8 @@ struct ModelTables {
 };
 
 constexpr std::size_t LimitIndex(int model, int range, int bound) {
-  return static_cast<std::size_t>(model + 4 * range + 8 * bound);
+  return static_cast<std::size_t>(model) + 4 * static_cast<std::size_t>(range) +
+         8 * static_cast<std::size_t>(bound);
 }
 
 struct RangeRow {

@@ -1,0 +1,231 @@
+// The figures of docs and notes, measured in one run. Prints a Markdown table.
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "files/clone_file.h"
+#include "image/defaults.h"
+#include "support/process.h"
+
+namespace {
+
+std::atomic<long> allocations{0};
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  ++allocations;
+  if (void* memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+
+namespace q40 {
+namespace {
+
+using test::ProcessResult;
+using test::Program;
+using test::SimulatorProcess;
+
+// ---- the wire's own time, from the protocol
+
+constexpr double kByteSeconds = 10.0 / 9600;
+constexpr double kPauseSeconds = 0.010;
+constexpr int kIdentifyBytes = 19;
+constexpr int kAnnounceBytes = 11;
+constexpr int kReadBytes = 77;
+constexpr int kWriteBytes = 79;
+constexpr int kEndBytes = 11;
+
+struct WireTime {
+  int bytes;
+  int pauses;
+  [[nodiscard]] double Seconds() const { return bytes * kByteSeconds + pauses * kPauseSeconds; }
+};
+// Settings: 16 pauses between 17 units, one before and one after the End command; memory: the two
+// around its End command.
+constexpr WireTime kReadAll = {2 * (kIdentifyBytes + kEndBytes) + (17 + 210) * kReadBytes, 18 + 2};
+// One pause more before each identification, and one before every memory channel.
+constexpr WireTime kWriteAll = {
+    2 * (kAnnounceBytes + kIdentifyBytes + kEndBytes) + (17 + 210) * kWriteBytes,
+    1 + 18 + 1 + 210 + 2};
+
+// ---- measuring
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+double MedianOf(int times, const std::function<double()>& measure) {
+  std::vector<double> values;
+  for (int i = 0; i < times; ++i) values.push_back(measure());
+  return Median(values);
+}
+
+ProcessResult Must(const ProcessResult& result) {
+  if (result.code == 0) return result;
+  std::fprintf(stderr, "bench: a program failed (%d): %s\n", result.code, result.err.c_str());
+  std::exit(1);
+}
+
+void Row(const std::string& what, const std::string& figure, const std::string& limit) {
+  std::printf("| %s | %s | %s |\n", what.c_str(), figure.c_str(), limit.c_str());
+  std::fflush(stdout);
+}
+
+std::string Number(const char* format, double value) {
+  char text[64];
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+class Folder {
+ public:
+  Folder() {
+    std::string pattern = "/tmp/rxq40-bench-XXXXXX";
+    path_ = mkdtemp(pattern.data());
+  }
+  ~Folder() { std::filesystem::remove_all(path_); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  [[nodiscard]] std::string operator/(const std::string& name) const {
+    return (path_ / name).string();
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// ---- the figures
+
+void Paced(const Folder& folder, const std::string& verb, const WireTime& wire) {
+  SimulatorProcess radio({"--pace", "9600", "--load", folder / "full.Q40"});
+  std::vector<std::string> command = {Program("rxq40ctl"), verb, "-p", radio.device()};
+  if (verb == "read") command.emplace_back("--force");
+  command.push_back(folder / "full.Q40");
+  const ProcessResult result = Must(test::Run(command, {.limit = std::chrono::minutes(2)}));
+  const std::string name = verb == "read" ? "Read All" : "Write All";
+  Row(name + " at 9600 baud, time over the wire's " + Number("%.2f s", wire.Seconds()),
+      Number("%.4f", result.seconds / wire.Seconds()), verb == "read" ? "1.02" : "");
+  Row(name + " at 9600 baud, processor share",
+      Number("%.2f %%", 100 * result.cpu_seconds / result.seconds), verb == "read" ? "2 %" : "");
+}
+
+void Unpaced(const Folder& folder) {
+  SimulatorProcess radio({"--load", folder / "full.Q40"});
+  const double seconds = MedianOf(15, [&] {
+    return Must(test::Run({Program("rxq40ctl"), "read", "--only", "memory", "-p", radio.device(),
+                           folder / "full.Q40"}))
+        .seconds;
+  });
+  Row("Read Memory without pacing, whole program", Number("%.1f ms", 1000 * seconds), "60 ms");
+  Row("of it one exchange (two prescribed pauses of 10 ms taken off)",
+      Number("%.0f us", 1e6 * (seconds - 0.020) / 212), "");
+}
+
+void Codec(const Folder& folder) {
+  constexpr int kTimes = 300;
+  CloneDocument document = FreshDocument();
+  long allocated = 0;
+  const double open = MedianOf(kTimes, [&] {
+    const long before = allocations;
+    const auto start = std::chrono::steady_clock::now();
+    const bool failed = OpenCloneFile(folder / "full.Q40", document).problem.has_value();
+    const auto text = CloneFileText(document, document.model);
+    const auto end = std::chrono::steady_clock::now();
+    allocated = allocations - before;
+    if (failed || !text) std::exit(1);
+    return std::chrono::duration<double>(end - start).count();
+  });
+  Row("Open a clone file, decode all, encode all", Number("%.0f us", 1e6 * open), "1000 us");
+  Row("of it allocations (4,200 cells)", std::to_string(allocated), "");
+  const double save = MedianOf(50, [&] {
+    const auto start = std::chrono::steady_clock::now();
+    if (SaveCloneFile(folder / "saved.Q40", document, document.model)) std::exit(1);
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  });
+  Row("Save a clone file, pushed to the disk", Number("%.1f ms", 1000 * save), "");
+}
+
+void Check(const Folder& folder) {
+  double single = 0;
+  for (const int count : {1, 10, 100, 1000}) {
+    std::vector<std::string> command = {Program("rxq40ctl"), "check"};
+    command.insert(command.end(), static_cast<std::size_t>(count), folder / "full.Q40");
+    long peak = 0;
+    const double seconds = MedianOf(9, [&] {
+      const ProcessResult result = Must(test::Run(command));
+      peak = std::max(peak, result.peak_kib);
+      return result.seconds;
+    });
+    if (count == 1) single = seconds;
+    const std::string files = std::to_string(count) + (count == 1 ? " file" : " files");
+    Row("check of " + files,
+        Number("%.1f ms", 1000 * seconds) +
+            (count > 1 ? Number(" (%.0f us a file more)", 1e6 * (seconds - single) / (count - 1))
+                       : ""),
+        "linear");
+    if (count == 1000)
+      Row("memory of check, 1000 files", Number("%.1f MiB", static_cast<double>(peak) / 1024),
+          "16 MB");
+  }
+}
+
+void Start(const Folder& folder) {
+  const auto median = [](const std::vector<std::string>& command) {
+    return MedianOf(101, [&] { return Must(test::Run(command)).seconds; });
+  };
+  const double baseline = median({Program("bench_baseline")});
+  Row("start of an empty dynamically linked C++ program", Number("%.2f ms", 1000 * baseline), "");
+  const double version = median({Program("rxq40ctl"), "--version"});
+  Row("rxq40ctl --version, over that",
+      Number("%.2f ms", 1000 * version) + Number(" = %.2f", version / baseline), "");
+  const double qt = median({Program("bench_baseline_qt")});
+  Row("the empty program linked with the serial port's libraries",
+      Number("%.2f ms", 1000 * qt) + Number(" = %.2f", qt / baseline), "");
+  const double check = median({Program("rxq40ctl"), "check", folder / "full.Q40"});
+  Row("rxq40ctl check of one file",
+      Number("%.2f ms", 1000 * check) + Number(" = %.2f", check / baseline), "");
+}
+
+// A clone file with all 210 channels in use.
+void MakeFullFile(const std::string& path) {
+  CloneDocument document = FreshDocument();
+  for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
+    document.image.MemoryTable[n] = document.image.TemplateChannel();
+    document.image.MemoryTable[n].Set(ChannelKind::kMemory, Field::kName, 1,
+                                      "CH" + std::to_string(n));
+    document.image.ChannelInUse[n] = true;
+  }
+  if (SaveCloneFile(path, document, document.model)) std::exit(1);
+}
+
+}  // namespace
+}  // namespace q40
+
+int main() {
+  const q40::Folder folder;
+  q40::MakeFullFile(folder / "full.Q40");
+  std::printf("| what | measured | limit |\n| --- | --- | --- |\n");
+  q40::Codec(folder);
+  q40::Check(folder);
+  q40::Start(folder);
+  q40::Unpaced(folder);
+  q40::Paced(folder, "read", q40::kReadAll);
+  q40::Paced(folder, "write", q40::kWriteAll);
+  return 0;
+}

@@ -1,0 +1,63 @@
+#include <sstream>
+
+#include "cli/commands.h"
+#include "files/clone_file.h"
+#include "version.h"
+
+namespace q40 {
+
+int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document) {
+  const OpenResult result = OpenCloneFile(path, document);
+  return result.problem ? context.console.Error(*result.problem) : kExitDone;
+}
+
+int Print(CommandContext& context, std::string_view text) {
+  if (context.console.Result(text)) return kExitDone;
+  return context.console.Error(kExitCannotWrite, "standard output takes no more");
+}
+
+namespace {
+
+// What the parser has to say, for people: its own words do not name a command that it does not
+// know.
+std::string UsageError(const CLI::App& app, const CLI::ParseError& error, int argc,
+                       const char* const* argv) {
+  const char* const hint = "\nRun rxq40ctl --help, or rxq40ctl COMMAND --help.";
+  for (int i = 1; i < argc && app.get_subcommands().empty(); ++i) {
+    const std::string word = argv[i];
+    if (!word.starts_with('-')) return "there is no command \"" + word + "\"." + hint;
+  }
+  return std::string(error.what()) + hint;
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, const char* const* argv, CommandContext& context) {
+  CLI::App app("Clone utility of the Korvex RX-Q40 radios, on the command line.", "rxq40ctl");
+  bool quiet = false;
+  app.set_version_flag("--version", std::string("rxq40ctl ") + kVersion);
+  app.add_flag("--quiet", quiet, "say errors only");
+  app.fallthrough();
+  app.require_subcommand(1);
+  app.parse_complete_callback([&] { context.console.SetQuiet(quiet); });
+  for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddNew, AddCheck, AddShow,
+                         AddDiff, AddExport, AddImport, AddDump}) {
+    add(app, context);
+  }
+  app.footer(std::string("PORT is 1 to 14 or the path of a device; see rxq40ctl ports.\n"
+                         "Help for a command: rxq40ctl COMMAND --help\n\n") +
+             kExitCodeHelp + "\nExample: rxq40ctl read -p 1 radio.Q40");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() != 0) {
+      return context.console.Error(kExitUsage, UsageError(app, error, argc, argv));
+    }
+    std::ostringstream help;
+    app.exit(error, help, help);
+    return Print(context, help.str());
+  }
+  return context.exit_code;
+}
+
+}  // namespace q40

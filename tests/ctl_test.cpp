@@ -1,0 +1,398 @@
+// The commands of rxq40ctl, run in this process on a simulated radio without time.
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "cli/commands.h"
+#include "files/clone_file.h"
+#include "image/defaults.h"
+#include "sim/simulated_port.h"
+#include "support/fake_link.h"
+#include "support/random_document.h"
+#include "support/temp_folder.h"
+
+namespace q40 {
+namespace {
+
+struct SimulatedLine final : RadioLine {
+  SimulatedLine(SimulatedRadio& radio, test::FakeTime& time)
+      : time_(time),
+        port_(
+            radio, [&time] { return time.clock.now; },
+            [this](test::TimePoint at) { wake_ = std::min(wake_.value_or(at), at); }) {
+    time.pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
+  }
+  Port& port() override { return port_; }
+  LinkTimers timers() override { return time_.Timers(); }
+  EventPump& pump() override { return time_.pump; }
+
+  test::FakeTime& time_;
+  std::optional<test::TimePoint> wake_;
+  SimulatedPort port_;
+};
+
+// rxq40ctl with a radio at every port.
+class Ctl : public testing::Test {
+ protected:
+  struct Result {
+    int code = -1;
+    std::string out;
+    std::string err;
+    long ms = 0;
+  };
+
+  Ctl() { Radio({}); }
+
+  void Radio(const std::vector<std::string>& faults, int model = 0) {
+    SimulatedRadio::Options options;
+    options.model = model;
+    for (const std::string& text : faults) {
+      std::string why;
+      options.faults.push_back(ParseFault(text, why).value());
+    }
+    radio_.emplace(std::move(options));
+    CloneDocument document = test::RandomDocument(21);
+    StoreDocument(document, radio_->memory());
+  }
+
+  Result Run(std::vector<std::string> words) {
+    char* out = nullptr;
+    char* err = nullptr;
+    std::size_t out_size = 0;
+    std::size_t err_size = 0;
+    std::FILE* out_file = open_memstream(&out, &out_size);
+    std::FILE* err_file = open_memstream(&err, &err_size);
+    Result result;
+    const long start = time_.clock.Ms();
+    {
+      CommandContext context{.console = Console(out_file, err_file),
+                             .line_to = [&](const std::string& device) {
+                               device_ = device;
+                               return std::make_unique<SimulatedLine>(*radio_, time_);
+                             }};
+      std::vector<const char*> argv = {"rxq40ctl"};
+      for (const std::string& word : words) argv.push_back(word.c_str());
+      result.code = RunCommandLine(static_cast<int>(argv.size()), argv.data(), context);
+    }
+    std::fclose(out_file);
+    std::fclose(err_file);
+    result.out.assign(out, out_size);
+    result.err.assign(err, err_size);
+    result.ms = time_.clock.Ms() - start;
+    std::free(out);
+    std::free(err);
+    return result;
+  }
+
+  std::string Save(const std::string& name, CloneDocument document) {
+    EXPECT_FALSE(SaveCloneFile(folder_ / name, document, document.model));
+    return folder_ / name;
+  }
+
+  test::TempFolder folder_;
+  test::FakeTime time_;
+  std::optional<SimulatedRadio> radio_;
+  std::string device_;
+};
+
+TEST_F(Ctl, IdentifyReadDiffWrite) {
+  EXPECT_EQ(Run({"identify", "-p", "3"}).out, "RX-Q40T version 0\n");
+  EXPECT_EQ(device_, "/dev/ttyUSB2");
+  EXPECT_EQ(Run({"identify", "-p", "/x", "--json"}).out,
+            "{\n  \"model\": \"RX-Q40T\",\n  \"version\": \"0\"\n}\n");
+  const Result read = Run({"read", "-p", "1", folder_ / "a.Q40"});
+  EXPECT_EQ(read.code, 0) << read.err;
+  EXPECT_EQ(read.out, "");
+  EXPECT_EQ(Run({"--quiet", "read", "-p", "1", folder_ / "b.Q40"}).err, "");
+  EXPECT_EQ(Run({"diff", folder_ / "a.Q40", folder_ / "b.Q40"}).code, 0);
+  EXPECT_EQ(test::Content(folder_ / "a.Q40"), test::Content(folder_ / "b.Q40"));
+
+  const std::string other = Save("other.Q40", FreshDocument());
+  EXPECT_EQ(Run({"write", "-p", "1", other}).code, 0);
+  EXPECT_EQ(Run({"read", "-p", "1", "--force", folder_ / "b.Q40"}).code, 0);
+  EXPECT_EQ(Run({"diff", other, folder_ / "b.Q40"}).code, 0);
+  EXPECT_EQ(Run({"read", "-p", "1", "--only", "memory", other}).code, 0);
+}
+
+TEST_F(Ctl, ReadKeepsWhatItIsNotToldToReplace) {
+  CloneDocument mine = FreshDocument();
+  mine.dial[0] = "777";
+  const std::string path = Save("a.Q40", mine);
+  const std::string before = test::Content(path);
+  EXPECT_EQ(Run({"read", "-p", "1", path}).code, kExitUsage);
+  EXPECT_EQ(test::Content(path), before);
+
+  EXPECT_EQ(Run({"read", "-p", "1", "--only", "memory", path}).code, 0);
+  CloneDocument document = FreshDocument();
+  ASSERT_FALSE(OpenCloneFile(path, document).problem);
+  EXPECT_EQ(document.dial[0], "777");
+  EXPECT_EQ(document.image.MemoryTable[0], test::RandomDocument(21).image.MemoryTable[0]);
+
+  EXPECT_EQ(Run({"read", "-p", "1", "--only", "settings", path}).code, 0);
+  ASSERT_FALSE(OpenCloneFile(path, document).problem);
+  EXPECT_NE(document.dial[0], "777");
+
+  Radio({}, 1);  // a radio of another model does not complete this file
+  const std::string kept = test::Content(path);
+  EXPECT_EQ(Run({"read", "-p", "1", "--only", "memory", path}).code, kExitWrongModel);
+  EXPECT_EQ(test::Content(path), kept);
+  EXPECT_EQ(Run({"read", "-p", "1", "--only", "memory", "--force", path}).code, 0);
+  EXPECT_EQ(test::Content(path).substr(0, 32), "Korvex RX-Q40E Clone 0 FileStart");
+}
+
+// Every fault against every command: its exit code, its time, and what became of file and radio.
+TEST_F(Ctl, FaultTable) {
+  enum Command { kIdentify, kRead, kOnly, kWrite, kDump };
+  const struct {
+    const char* fault;
+    Command command;
+    int code;
+    long ms;  // at the most
+  } cases[] = {{"silence", kIdentify, 4, 2000},
+               {"echo-only", kIdentify, 4, 2000},
+               {"short", kIdentify, 4, 0},
+               {"long", kIdentify, 4, 0},
+               {"non-hex", kIdentify, 4, 0},
+               {"ng", kIdentify, 0, 0},
+               {"pieces", kIdentify, 0, 50},
+               {"late", kIdentify, 4, 2000},
+               {"late=900", kIdentify, 0, 900},
+               {"stray", kIdentify, 4, 0},
+               {"other-address", kIdentify, 0, 0},
+               {"not-stored", kIdentify, 0, 0},
+               {"hang-up", kIdentify, 3, 0},
+               {"hang-up+", kIdentify, 3, 0},
+               {"wrong-identity", kIdentify, 4, 0},
+               {"wrong-identity=RXQ40.3A.", kIdentify, 4, 0},
+               {"silence@0020", kRead, 4, 2000},
+               {"silence@1C20", kRead, 4, 2500},
+               {"silence@END", kRead, 0, 2500},
+               {"echo-only@0180", kRead, 4, 2100},
+               {"short@1D80", kRead, 4, 500},
+               {"long@0200", kRead, 4, 500},
+               {"non-hex@0200", kRead, 0, 500},
+               {"ng@END+", kRead, 0, 500},
+               {"pieces@0200", kRead, 0, 1000},
+               {"late@1D00+", kRead, 4, 2500},
+               {"stray@0140", kRead, 4, 500},
+               {"other-address@0200", kRead, 0, 500},
+               {"hang-up@0100", kRead, 3, 500},
+               {"hang-up@#200+", kRead, 3, 500},
+               {"wrong-identity@WHO", kRead, 4, 0},
+               {"short@0400", kOnly, 4, 500},
+               {"silence@WHO", kOnly, 4, 2000},
+               {"hang-up@1000", kOnly, 3, 500},
+               {"silence@RXQ40", kWrite, 4, 2000},
+               {"ng@RXQ40", kWrite, 4, 0},
+               {"wrong-identity", kWrite, 4, 10},
+               {"ng@0020", kWrite, 4, 10},
+               {"ng@1C20", kWrite, 4, 2500},
+               {"long@0040", kWrite, 4, 50},
+               {"short@0200", kWrite, 4, 2500},
+               {"echo-only@1D40", kWrite, 4, 2500},
+               {"late=1500@0200", kWrite, 0, 4000},
+               {"stray@0200", kWrite, 4, 500},
+               {"hang-up@0300", kWrite, 3, 500},
+               {"not-stored@0200", kWrite, 0, 2500},
+               {"silence@END+", kWrite, 4, 4500},
+               {"silence", kDump, 4, 502},
+               {"echo-only@0210", kDump, 4, 600},
+               {"hang-up", kDump, 3, 5},
+               {"stray", kDump, 0, 100},
+               {"late=300", kDump, 0, 400},
+               {"late=600", kDump, 4, 502}};
+  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string before = test::Content(path);
+  for (const auto& c : cases) {
+    std::string fault = c.fault;
+    // The identity comes second in a write.
+    if (fault == "wrong-identity" && c.command == kWrite) fault += "@WHO";
+    Radio({fault});
+    const std::string memory(radio_->memory().raw());
+    Result result;
+    switch (c.command) {
+      case kIdentify: result = Run({"identify", "-p", "1"}); break;
+      case kRead: result = Run({"read", "-p", "1", "--force", path}); break;
+      case kOnly: result = Run({"read", "-p", "1", "--only", "memory", path}); break;
+      case kWrite: result = Run({"write", "-p", "1", path}); break;
+      case kDump: result = Run({"dump", "-p", "1", "--first", "20", "--count", "3"}); break;
+    }
+    EXPECT_EQ(result.code, c.code) << c.fault << " " << c.command << ": " << result.err;
+    EXPECT_LE(result.ms, c.ms) << c.fault << " " << c.command;
+    EXPECT_EQ(result.code != 0, result.err.find("rxq40ctl: ") != std::string::npos) << result.err;
+    EXPECT_EQ(folder_.FileCount(), 1U) << c.fault;
+    if (c.code != 0 || c.command == kWrite) {
+      EXPECT_EQ(test::Content(path), before) << c.fault;
+    }
+    if (c.command != kWrite) {
+      EXPECT_EQ(radio_->memory().raw(), memory) << c.fault;
+    }
+    test::Store(path, before);
+    // What happened once is over, and a moment later the next command works.
+    time_.clock.now += std::chrono::seconds(3);
+    if (fault.back() != '+') {
+      EXPECT_EQ(Run({"identify", "-p", "1"}).code, 0) << c.fault;
+    }
+  }
+}
+
+TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
+  const std::string path = Save("a.Q40", FreshDocument());
+  const struct {
+    const char* fault;
+    const char* words;
+  } cases[] = {{"ng@0240",
+                "Communication Error: the radio does not acknowledge the write (memory channel 2)"},
+               {"ng@0240", "acknowledged 19 blocks, the last was memory channel 1 at address 0220"},
+               {"ng@0020", "acknowledged no block"},
+               {"hang-up@00C0", "COM Port Error: the simulated radio was disconnected"},
+               {"silence@RXQ40", "no complete answer within 2 s (announcement)"}};
+  for (const auto& c : cases) {
+    Radio({c.fault});
+    const Result result = Run({"write", "-p", "1", path});
+    EXPECT_NE(result.err.find(c.words), std::string::npos) << result.err;
+  }
+  Radio({}, 2);
+  const std::string memory(radio_->memory().raw());
+  const Result result = Run({"write", "-p", "1", path});
+  EXPECT_EQ(result.code, kExitWrongModel);
+  EXPECT_NE(
+      result.err.find("Model is not correct: the radio is an RX-Q40T1, the data is for an RX-Q40T"),
+      std::string::npos);
+  EXPECT_EQ(radio_->memory().raw(), memory);
+}
+
+TEST_F(Ctl, Dump) {
+  radio_->memory().Write(0x0200, "00112233445566778899AABBCCDDEEFF");
+  EXPECT_EQ(Run({"dump", "-p", "1", "--first", "20", "--count", "1"}).out,
+            "20\t00112233445566778899AABBCCDDEEFF\n");
+  EXPECT_EQ(Run({"dump", "-p", "1", "--first", "1fE", "--count", "9"}).out,
+            "1FE\t" + std::string(32, 'F') + "\n1FF\t" + std::string(32, 'F') + "\n");
+  EXPECT_EQ(Run({"dump", "-p", "1"}).out.size(), 256U * 36);
+  for (const char* bad : {"200", "-1", "xyz", ""}) {
+    EXPECT_EQ(Run({"dump", "-p", "1", "--first", bad}).code, kExitUsage) << bad;
+  }
+}
+
+TEST_F(Ctl, WrongUsageIsTwo) {
+  const std::vector<std::vector<std::string>> lines = {
+      {},
+      {"bogus"},
+      {"check"},
+      {"read", "x.Q40"},
+      {"read", "-p", "15", "x.Q40"},
+      {"read", "-p", "0", "x.Q40"},
+      {"read", "-p", "1", "--only", "half", "x.Q40"},
+      {"new", "--model", "RX-1", "x.Q40"},
+      {"diff", "one.Q40"},
+      {"show", "a", "b"},
+      {"dump", "-p", "1", "--count", "0"}};
+  for (const auto& line : lines) {
+    const Result result = Run(line);
+    EXPECT_EQ(result.code, kExitUsage) << result.err;
+    EXPECT_FALSE(result.err.empty());
+  }
+  EXPECT_EQ(Run({"--help"}).code, 0);
+  for (const char* command : {"ports", "identify", "read", "write", "new", "check", "show", "diff",
+                              "export", "import", "dump"}) {
+    EXPECT_NE(Run({command, "--help"}).out.find("xample"), std::string::npos) << command;
+  }
+}
+
+TEST_F(Ctl, NewShowCheckDiff) {
+  const std::string path = folder_ / "e.Q40";
+  EXPECT_EQ(Run({"new", "--model", "rx-q40e", "--version-a", path}).code, 0);
+  EXPECT_EQ(Run({"new", "--model", "RX-Q40T", path}).code, kExitUsage);
+  EXPECT_EQ(test::Content(path).substr(0, 32), "Korvex RX-Q40E Clone A FileStart");
+  EXPECT_EQ(Run({"check", path}).out, path + ": ok\n");
+
+  const auto json = nlohmann::json::parse(Run({"show", "--json", path}).out);
+  EXPECT_EQ(json["model"], "RX-Q40E");
+  EXPECT_EQ(json["versionA"], true);
+  EXPECT_EQ(json["settings"]["Volume"], 15);
+  EXPECT_EQ(json["settings"]["Battery Type"], "Li");
+  EXPECT_EQ(json["access"]["Channel Mode"], false);
+  EXPECT_EQ(json["special"]["UHF"]["VFO"]["Frequency"], "435.0000");
+  EXPECT_TRUE(json["memory"].empty());
+
+  std::string text = test::Content(path);
+  text.replace(34 + 10, 2, "14");        // volume 20
+  text.replace(34 * 35, 8, "88000002");  // channel 0 in use and skipped
+  test::Store(folder_ / "f.Q40", text);
+  const Result diff = Run({"diff", path, folder_ / "f.Q40"});
+  EXPECT_EQ(diff.code, kExitDifferent);
+  EXPECT_EQ(diff.out.substr(0, diff.out.find('\n')), "Settings: Volume: \"15\" -> \"20\"");
+  EXPECT_NE(diff.out.find("Memory 0: In use: \"no\" -> \"yes\"\n"
+                          "Memory 0: Frequency: \"\" -> \"*000.0000\"\n"),
+            std::string::npos);
+  EXPECT_EQ(nlohmann::json::parse(Run({"diff", "--json", path, folder_ / "f.Q40"}).out)[0]["b"],
+            "20");
+
+  text.replace(34 * 3, 1, "G");
+  test::Store(folder_ / "f.Q40", text);
+  EXPECT_NE(Run({"check", folder_ / "f.Q40"}).err.find("line 4: character 1 is no hexadecimal"),
+            std::string::npos);
+  test::Store(folder_ / "g.Q40", text.substr(0, 1000));
+  const Result check = Run({"check", path, folder_ / "g.Q40"});
+  EXPECT_EQ(check.code, kExitDataError);
+  EXPECT_EQ(check.out,
+            path + ": ok\n" + (folder_ / "g.Q40") + ", line 30: 14 characters instead of 32\n");
+  EXPECT_EQ(Run({"show", folder_ / "g.Q40"}).code, kExitDataError);
+  EXPECT_EQ(Run({"write", "-p", "1", folder_ / "missing.Q40"}).code, kExitDataError);
+}
+
+TEST_F(Ctl, DiffNamesWhatNoControlShows) {
+  CloneDocument a = test::RandomDocument(2);
+  CloneDocument b = a;
+  b.image.SettingsLine[0].replace(6, 2, "5C");  // byte 3, carried through
+  b.image.ChannelInUse[9] = a.image.ChannelInUse[9] = false;
+  b.image.MemoryTable[9].value[8] = (a.image.MemoryTable[9].value[8] + 1) % 3;
+  const Result diff = Run({"diff", Save("a.Q40", a), Save("b.Q40", b)});
+  EXPECT_EQ(diff.code, kExitDifferent);
+  EXPECT_NE(diff.out.find("byte 0x0023"), std::string::npos) << diff.out;
+  EXPECT_NE(diff.out.find("Memory 9: stored data"), std::string::npos);
+}
+
+TEST_F(Ctl, ExportAndImport) {
+  const std::string path = Save("a.Q40", test::RandomDocument(4));
+  const std::string before = test::Content(path);
+  const std::string csv = folder_ / "a.csv";
+  EXPECT_EQ(Run({"export", path, csv}).code, 0);
+  EXPECT_EQ(Run({"export", path, "-"}).out, test::Content(csv));
+  EXPECT_EQ(Run({"import", path, csv}).code, 0);
+  EXPECT_EQ(test::Content(path), before);
+
+  const std::string rest =
+      ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,NEW,Off\n";
+  test::Store(csv, "RX-Q40,MEMORY,210" + rest + "RX-Q40,MEMORY,0" + rest);
+  const Result import = Run({"import", path, csv, "-o", folder_ / "b.Q40"});
+  EXPECT_EQ(import.code, 0);
+  EXPECT_NE(import.err.find("line 1: passed over, channel \"210\""), std::string::npos);
+  EXPECT_EQ(test::Content(path), before);
+  EXPECT_EQ(Run({"diff", path, folder_ / "b.Q40"}).code, 1);
+
+  for (const char* bad :
+       {"", "no channels here\n", "RX-Q40,MEMORY,abc,1\n", "RX-Q40,MEMORY,0,\"145"}) {
+    test::Store(csv, bad);
+    EXPECT_EQ(Run({"import", path, csv}).code, kExitDataError) << bad;
+    EXPECT_EQ(test::Content(path), before) << bad;
+  }
+  std::filesystem::resize_file(csv, 100'000'000);
+  EXPECT_EQ(Run({"import", path, csv}).code, kExitDataError);
+  EXPECT_EQ(Run({"import", path, folder_.path()}).code, kExitDataError);
+  EXPECT_EQ(Run({"export", path, folder_ / "nowhere/a.csv"}).code, kExitCannotWrite);
+}
+
+TEST_F(Ctl, Ports) {
+  const auto json = nlohmann::json::parse(Run({"ports", "--json"}).out);
+  ASSERT_EQ(json.size(), 14U);
+  EXPECT_EQ(json[8]["number"], 9);
+  EXPECT_EQ(json[8]["device"], "/dev/ttyACM0");
+  setenv("RXQ40_COM14", "/dev/null", 1);
+  EXPECT_NE(Run({"ports"}).out.find("COM 14  /dev/null  present"), std::string::npos);
+  unsetenv("RXQ40_COM14");
+}
+
+}  // namespace
+}  // namespace q40

@@ -1,0 +1,219 @@
+#include "link/link.h"
+
+#include "link/com_ports.h"
+#include "support/fake_link.h"
+
+namespace q40 {
+namespace {
+
+using test::milliseconds;
+using test::ScriptedLink;
+
+// What a command gives for a reply in pieces, and how long it takes.
+struct ReplyCase {
+  const char* name;
+  test::ScriptedPort::Reply reply;
+  std::string result;
+  long ms;
+};
+
+const std::string kEcho = "KX~WHO\r\n";
+const std::string kAnswer = "RXQ40-0A-\r\n";
+
+TEST(TxCommand, CompleteByLengthAndLineFeed) {
+  const ReplyCase cases[] = {
+      {"echo and answer at once", {{kEcho + kAnswer}}, kEcho + kAnswer, 0},
+      {"in pieces",
+       {{"KX~", milliseconds(5)},
+        {"WHO\r\nRXQ", milliseconds(50)},
+        {"40-0A-\r\n", milliseconds(100)}},
+       kEcho + kAnswer,
+       155},
+      {"silence", {}, "False01", 2000},
+      {"echo only", {{kEcho}}, "False01", 2000},
+      {"no line feed", {{kEcho + "RXQ40-0A-\r"}}, "False01", 2000},
+      {"five characters more than the command",
+       {{kEcho + "OK\r\n", milliseconds(30)}},
+       kEcho + "OK\r\n",
+       30},
+      {"ends on a line feed inside",
+       {{kEcho + "12\r\n"}, {"34\r\n", milliseconds(1)}},
+       kEcho + "12\r\n",
+       0},
+      {"one too short", {{kEcho + "O\r\n"}}, "False01", 2000},
+      {"together with the end of the time",
+       {{kEcho + kAnswer, milliseconds(2000)}},
+       kEcho + kAnswer,
+       2000},
+      {"too late", {{kEcho + kAnswer, milliseconds(2001)}}, "False01", 2000}};
+  for (const ReplyCase& c : cases) {
+    ScriptedLink t;
+    t.port.reply = [&](const std::string&) { return c.reply; };
+    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), c.result) << c.name;
+    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    ASSERT_EQ(t.port.sent.size(), 1U);
+    EXPECT_EQ(t.port.sent[0].bytes, kEcho);
+    EXPECT_FALSE(t.timer2.IsRunning()) << c.name;
+  }
+}
+
+TEST(TxCommand, PortFailuresAreFalse00AtOnce) {
+  for (const int kind : {0, 1, 2}) {
+    ScriptedLink t;
+    t.port.can_open = kind != 0;
+    t.port.dies_at_write = kind == 1 ? 0 : -1;
+    t.port.dies_at_read = kind == 2;
+    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00") << kind;
+    EXPECT_EQ(t.clock.Ms(), 0);
+    EXPECT_FALSE(t.port.IsOpen());
+  }
+}
+
+TEST(TxCommand, LateAnswerToTheCommandBeforeIsThrownAway) {
+  ScriptedLink t;
+  ASSERT_TRUE(t.link.OpenPort());
+  t.port.LeaveOver(kEcho + kAnswer);
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
+}
+
+TEST(TxCommand, EndlessChatterEndsAndIsNotCollected) {
+  ScriptedLink t;
+  t.port.reply = [](const std::string&) {
+    return test::ScriptedPort::Reply(3000, {std::string(100, 'x'), milliseconds(1)});
+  };
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
+  EXPECT_EQ(t.clock.Ms(), 2000);
+  // Enough rubbish in front, and not even a proper end makes a reply of it.
+  t.port.reply = [](const std::string&) {
+    return test::ScriptedPort::Reply{{std::string(5000, 'x')}, {"\r\n"}};
+  };
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
+}
+
+TEST(TxCommand, AStopRequestEndsTheWaitAndSendsNothingMore) {
+  ScriptedLink t;
+  t.pump.on_wait = [&] { t.pump.stop = true; };
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kStopped);
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kStopped);
+  EXPECT_EQ(t.port.sent.size(), 1U);
+}
+
+TEST(TxEnd, SendsTheDoubledLineFeedAndIgnoresSilence) {
+  ScriptedLink t;
+  t.link.TxEnd();
+  EXPECT_EQ(t.port.sent[0].bytes, "KX~E\r\n\n");
+  EXPECT_EQ(t.clock.Ms(), 2010);
+  t.port.reply = [](const std::string& sent) {
+    return test::ScriptedPort::Reply{{sent + "OK\r\n"}};
+  };
+  t.link.TxEnd();
+  EXPECT_EQ(t.clock.Ms(), 2020);
+}
+
+TEST(RxBlock, TakesTheLast36Characters) {
+  const std::string data = "0123456789ABCDEF0123456789abcdef";
+  const std::string answer = "\r\n" + data + "\r\n";
+  const ReplyCase cases[] = {{"with echo", {{"KX~F0D60R\r"}, {answer, milliseconds(3)}}, answer, 3},
+                             {"four characters in front", {{"abcd" + answer}}, answer, 0},
+                             {"bad frame", {{"xx" + data + "\r\n"}}, "ERROR02", 0},
+                             {"35 characters", {{answer.substr(1)}}, "ERROR01", 500},
+                             {"silence", {}, "ERROR01", 500},
+                             {"no end", {{answer + "x"}}, "ERROR02", 500}};
+  for (const ReplyCase& c : cases) {
+    ScriptedLink t;
+    t.port.reply = [&](const std::string&) { return c.reply; };
+    EXPECT_EQ(t.link.RxBlock("KX~F0D60R\r"), c.result) << c.name;
+    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    EXPECT_EQ(t.port.sent[0].bytes, "KX~F0D60R\r");
+  }
+  ScriptedLink t;
+  t.port.can_open = false;
+  EXPECT_EQ(t.link.RxBlock("KX~F0D60R\r"), "ERROR00");
+}
+
+TEST(TxBlock, WaitsForMoreThan46AndAccepts46) {
+  const struct {
+    const char* name;
+    std::string reply;
+    int result;
+    long ms;
+  } cases[] = {{"48 characters", std::string(42, 'e') + "\r\nOK\r\n", 0, 0},
+               {"47 characters", std::string(41, 'e') + "\r\nOK\r\n", 0, 0},
+               {"46 characters", std::string(40, 'e') + "\r\nOK\r\n", 0, 500},
+               {"45 characters", std::string(39, 'e') + "\r\nOK\r\n", 2, 500},
+               {"refused", std::string(42, 'e') + "\r\nNG\r\n", 1, 0}};
+  for (const auto& c : cases) {
+    ScriptedLink t;
+    t.port.reply = [&](const std::string&) { return test::ScriptedPort::Reply{{c.reply}}; };
+    EXPECT_EQ(t.link.TxBlock("KX~F0D60W\r"), c.result) << c.name;
+    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+  }
+  ScriptedLink t;
+  t.port.dies_at_write = 0;
+  EXPECT_EQ(t.link.TxBlock("KX~F0D60W\r"), 3);
+}
+
+TEST(CheckedBlocks, TenSendsAndAGoodReplyResetsTheCount) {
+  const std::string block(32, '5');
+  ScriptedLink t;
+  int silent = 9;  // sends that stay unanswered before each block
+  int left = silent;
+  t.port.reply = [&](const std::string& sent) -> test::ScriptedPort::Reply {
+    if (left-- > 0) return {};
+    left = silent;
+    return {{sent + "\r\n" + (sent.size() > 10 ? "OK" : block) + "\r\n"}};
+  };
+  std::string digits;
+  EXPECT_EQ(ReadChannelBitmap(t.link, digits), BlockOutcome::kDone);
+  EXPECT_EQ(digits, block + block);
+  ASSERT_EQ(t.port.sent.size(), 20U);
+  EXPECT_EQ(t.port.sent[0].bytes, "KX~F0D60R\r");
+  EXPECT_EQ(t.port.sent[10].bytes, "KX~F0D70R\r");
+  EXPECT_EQ(WriteChannelBitmap(t.link, digits), BlockOutcome::kDone);
+  EXPECT_EQ(t.port.sent.back().bytes, "KX~F0D70W" + block + "\r");
+
+  left = silent = 10;
+  t.port.sent.clear();
+  EXPECT_EQ(ReadChannelBitmap(t.link, digits), BlockOutcome::kCommunicationError);
+  EXPECT_EQ(t.port.sent.size(), 10U);
+  t.port.dies_at_write = 12;
+  EXPECT_EQ(WriteChannelBitmap(t.link, block + block), BlockOutcome::kPortError);
+  EXPECT_EQ(t.port.sent.size(), 12U);
+}
+
+TEST(ServiceRead, ShowsTheGrowingReplyAndChecksNothing) {
+  ScriptedLink t;
+  t.port.reply = [](const std::string&) {
+    return test::ScriptedPort::Reply{{"KX~F0020R\r"}, {"junk", milliseconds(7)}};
+  };
+  std::string last;
+  const auto reply = t.link.ServiceRead("KX~F0020R\r", [&](const std::string& r) { last = r; });
+  EXPECT_EQ(reply, "KX~F0020R\rjunk");
+  EXPECT_EQ(last, *reply);
+  EXPECT_EQ(t.clock.Ms(), 500);
+}
+
+TEST(Commands, TextsOfAddresses) {
+  EXPECT_EQ(ReadCommand(0x0020), "KX~F0020R\r");
+  EXPECT_EQ(ReadCommand(0x1C20), "KX~F1C20R\r");
+  EXPECT_EQ(WriteCommand(0x00C0, "12"), "KX~F00C0W12\r");
+}
+
+TEST(ComPorts, NumbersPathsAndOverrides) {
+  unsetenv("RXQ40_COM1");
+  EXPECT_EQ(ComDevice(1), "/dev/ttyUSB0");
+  EXPECT_EQ(ComDevice(8), "/dev/ttyUSB7");
+  EXPECT_EQ(ComDevice(9), "/dev/ttyACM0");
+  EXPECT_EQ(ComDevice(10), "/dev/ttyACM1");
+  EXPECT_EQ(ComDevice(11), "/dev/ttyS0");
+  EXPECT_EQ(ComDevice(14), "/dev/ttyS3");
+  setenv("RXQ40_COM1", "/tmp/radio", 1);
+  EXPECT_EQ(DeviceOf("1"), "/tmp/radio");
+  unsetenv("RXQ40_COM1");
+  EXPECT_EQ(DeviceOf("/dev/pts/3"), "/dev/pts/3");
+  for (const char* bad : {"", "0", "15", "01", "99999999999999999999"})
+    EXPECT_FALSE(DeviceOf(bad)) << bad;
+}
+
+}  // namespace
+}  // namespace q40

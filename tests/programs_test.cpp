@@ -1,0 +1,155 @@
+// The built programs on a pseudo-terminal: what only real processes, signals and devices can show.
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "support/process.h"
+#include "support/temp_folder.h"
+
+namespace q40 {
+namespace {
+
+using std::chrono::milliseconds;
+using test::ProcessResult;
+using test::SimulatorProcess;
+
+ProcessResult Ctl(std::vector<std::string> words, const test::ProcessOptions& options = {}) {
+  words.insert(words.begin(), test::Program("rxq40ctl"));
+  return test::Run(words, options);
+}
+
+bool Says(const ProcessResult& result, const std::string& words) {
+  return result.err.find(words) != std::string::npos;
+}
+
+TEST(Programs, ReadEditWriteReadThroughALink) {
+  test::TempFolder folder;
+  const std::string link = folder / "radio";
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40E", folder / "a.Q40"}).code, 0);
+  test::Store(folder / "one.csv",
+              "RX-Q40,MEMORY,D9,433.5,12.5KHz,Tone,88.5,88.5,023,023,-Shift,1.6,Off,Hi,"
+              "5,Off,Off,Off,Off,Normal,HOME,On\r\n");
+  {
+    SimulatorProcess radio({"--load", folder / "a.Q40", "--version", "A", "--link", link, "--save",
+                            folder / "after.Q40", "--save-memory", folder / "after.bin"});
+    EXPECT_EQ(Ctl({"identify", "-p", "7"}, {.environment = {{"RXQ40_COM7", link}}}).out,
+              "RX-Q40E version A\n");
+    EXPECT_EQ(Ctl({"read", "-p", link, folder / "b.Q40"}).code, 0);
+    EXPECT_EQ(Ctl({"import", folder / "b.Q40", folder / "one.csv"}).code, 0);
+    EXPECT_EQ(Ctl({"write", "-p", radio.device(), folder / "b.Q40"}).code, 0);
+    EXPECT_EQ(Ctl({"read", "-p", link, folder / "c.Q40"}).code, 0);
+    const ProcessResult diff = Ctl({"diff", folder / "b.Q40", folder / "c.Q40"});
+    EXPECT_EQ(diff.out, "UHF RPT: Frequency: \"435.0000\" -> \"445.0000\"\n");
+    EXPECT_EQ(radio.Stop(), 0);
+  }
+  EXPECT_EQ(test::Content(folder / "after.Q40"), test::Content(folder / "c.Q40"));
+  EXPECT_EQ(test::Content(folder / "after.bin").size(), 8192U);
+  EXPECT_FALSE(std::filesystem::is_symlink(link));
+  {
+    SimulatorProcess radio({"--memory", folder / "after.bin", "--model", "RX-Q40E"});
+    EXPECT_EQ(Ctl({"read", "-p", radio.device(), folder / "d.Q40"}).code, 0);
+    EXPECT_EQ(Ctl({"diff", folder / "c.Q40", folder / "d.Q40"}).out,
+              "Radio: Version: \"A\" -> \"0\"\n");
+  }
+}
+
+TEST(Programs, ThreeWaysNotToOpenAPortAndWhatIsNoPort) {
+  test::TempFolder folder;
+  test::Store(folder / "file", "");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  SimulatorProcess radio({});
+  const int held = open(radio.device().c_str(), O_RDWR | O_NOCTTY);
+  ASSERT_EQ(flock(held, LOCK_EX), 0);
+  const struct {
+    std::string port;
+    const char* words;
+  } cases[] = {{folder / "missing", "does not exist"},
+               {radio.device(), "in use by another program"},
+               {folder.path(), "is a folder, not a serial port"},
+               {folder / "file", "is a file, not a serial port"},
+               {folder / "pipe", "not a serial port"},
+               {"/dev/null", "not a serial port"}};
+  for (const auto& c : cases) {
+    const ProcessResult result = Ctl({"identify", "-p", c.port});
+    EXPECT_EQ(result.code, 3) << c.port;
+    EXPECT_TRUE(Says(result, "COM Port Error: ") && Says(result, c.words)) << result.err;
+    EXPECT_LT(result.seconds, 1) << c.port;
+  }
+  close(held);
+  EXPECT_EQ(Ctl({"identify", "-p", radio.device()}).code, 0);
+}
+
+TEST(Programs, ARadioThatIsSilentEndsAfterTwoSecondsWithAnIdleProcessor) {
+  SimulatorProcess radio({"--fault", "silence"});
+  const ProcessResult result = Ctl({"identify", "-p", radio.device()});
+  EXPECT_EQ(result.code, 4);
+  EXPECT_GT(result.seconds, 1.9);
+  EXPECT_LT(result.seconds, 3);
+  EXPECT_LT(result.cpu_seconds, 0.1);
+  EXPECT_EQ(Ctl({"identify", "-p", radio.device()}).code, 0);
+}
+
+TEST(Programs, ACableThatIsPulledOutIsKnownWithinASecond) {
+  test::TempFolder folder;
+  SimulatorProcess radio({"--link", folder / "radio", "--fault", "hang-up=300@0400"});
+  const ProcessResult result = Ctl({"read", "-p", folder / "radio", folder / "a.Q40"});
+  EXPECT_EQ(result.code, 3);
+  EXPECT_TRUE(Says(result, "was disconnected")) << result.err;
+  EXPECT_LT(result.seconds, 1.5);
+  EXPECT_LT(result.cpu_seconds, 0.2);
+  EXPECT_FALSE(std::filesystem::exists(folder / "a.Q40"));
+  usleep(500'000);  // plugged in again, as another device behind the same link
+  EXPECT_EQ(Ctl({"read", "-p", folder / "radio", folder / "a.Q40"}).code, 0);
+}
+
+TEST(Programs, AnInterruptLeavesTheFileAndSaysWhatTheRadioGot) {
+  test::TempFolder folder;
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
+  const std::string before = test::Content(folder / "a.Q40");
+  SimulatorProcess radio({"--pace", "9600", "--link", folder / "radio"});
+  const test::ProcessOptions interrupt = {.signal = SIGINT, .signal_after = milliseconds(600)};
+  const ProcessResult read =
+      Ctl({"read", "--force", "-p", folder / "radio", folder / "a.Q40"}, interrupt);
+  EXPECT_EQ(read.code, 130);
+  EXPECT_LT(read.seconds, 1.5);
+  EXPECT_EQ(test::Content(folder / "a.Q40"), before);
+  usleep(200'000);  // the radio still says the rest of its answer
+  const ProcessResult write = Ctl({"write", "-p", folder / "radio", folder / "a.Q40"}, interrupt);
+  EXPECT_EQ(write.code, 130);
+  EXPECT_TRUE(Says(write, "Interrupted") && Says(write, "acknowledged ")) << write.err;
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(Programs, AFullDiskLeavesTheOldFile) {
+  test::TempFolder folder;
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
+  const std::string before = test::Content(folder / "a.Q40");
+  const test::ProcessOptions full = {.largest_file = 8000};
+  SimulatorProcess radio({});
+  const std::vector<std::vector<std::string>> commands = {
+      {"new", "--force", "--model", "RX-Q40E", folder / "a.Q40"},
+      {"read", "--force", "-p", radio.device(), folder / "a.Q40"}};
+  for (const auto& command : commands) {
+    const ProcessResult result = Ctl(command, full);
+    EXPECT_EQ(result.code, 7) << result.err;
+    EXPECT_TRUE(Says(result, "File too large")) << result.err;
+    EXPECT_EQ(test::Content(folder / "a.Q40"), before);
+    EXPECT_EQ(folder.FileCount(), 1U);
+  }
+}
+
+TEST(Programs, ResultsThatNobodyReadsAreAnError) {
+  test::TempFolder folder;
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
+  const ProcessResult result =
+      test::Run({"/bin/sh", "-c",
+                 test::Program("rxq40ctl") + " show " + (folder / "a.Q40") + " > /dev/full"});
+  EXPECT_EQ(result.code, 7);
+}
+
+}  // namespace
+}  // namespace q40

@@ -1,0 +1,398 @@
+#include "link/sequences.h"
+
+#include "image/channel_codec.h"
+#include "image/settings_codec.h"
+#include "support/fake_host.h"
+#include "support/fake_link.h"
+#include "support/random_document.h"
+
+namespace q40 {
+namespace {
+
+using test::FakeHost;
+using test::milliseconds;
+using test::ScriptedPort;
+
+// Addresses in the order in which they go over the wire, written out by hand.
+const std::vector<std::string> kSettingsOrder = {"0020", "0040", "00C0", "0180", "01A0", "0120",
+                                                 "0100", "00E0", "01C0", "01E0", "0160", "0140",
+                                                 "1D00", "1D20", "1D40", "1D60", "1D80"};
+
+std::vector<std::string> MemoryOrder() {
+  std::vector<std::string> order;
+  for (int n = 0; n < 210; ++n) {
+    char text[5];
+    std::snprintf(text, sizeof text, "%04X", 0x200 + 0x20 * n);
+    order.emplace_back(text);
+  }
+  return order;
+}
+
+// A radio that answers properly, except where a test replaces an answer.
+class Radio : public test::ScriptedLink {
+ public:
+  std::string identity = "RXQ40x0A.";
+  std::map<std::string, std::string> data;  // by address; a default otherwise
+  std::map<std::string, std::string>
+      answers;  // whole answers by address, instead of the proper one
+  std::string announce_answer = "OK\r\n";
+  CloneDocument document = FreshDocument();
+  FakeHost host{document};
+  Sequences sequences{link, document, host};
+
+  Radio() {
+    port.reply = [this](const std::string& sent) -> ScriptedPort::Reply {
+      return {{sent}, {AnswerTo(sent), milliseconds(3)}};
+    };
+  }
+
+  std::vector<std::string> Sent() const {
+    std::vector<std::string> all;
+    for (const auto& sent : port.sent) all.push_back(sent.bytes);
+    return all;
+  }
+  // Pauses between an answer and the next command.
+  std::vector<long> Pauses() const {
+    std::vector<long> pauses;
+    for (std::size_t i = 1; i < port.sent.size(); ++i) {
+      pauses.push_back(port.sent[i].at_ms - port.sent[i - 1].at_ms - 3);
+    }
+    return pauses;
+  }
+
+ private:
+  std::string AnswerTo(const std::string& sent) {
+    if (sent == "KX~WHO\r\n") return identity + "\r\n";
+    if (sent == "RXQ40\r\n") return announce_answer;
+    if (sent == "KX~E\r\n\n") return "OK\r\n";
+    const std::string address = sent.substr(4, 4);
+    if (const auto own = answers.find(address); own != answers.end()) return own->second;
+    if (sent[8] == 'W') return "OK\r\n";
+    const auto found = data.find(address);
+    return (found != data.end() ? found->second : std::string(64, '0')) + "\r\n";
+  }
+};
+
+std::vector<std::string> ReadCommands(const std::vector<std::string>& addresses) {
+  std::vector<std::string> all = {"KX~WHO\r\n"};
+  for (const std::string& address : addresses) all.push_back("KX~F" + address + "R\r\n");
+  all.emplace_back("KX~E\r\n\n");
+  return all;
+}
+
+TEST(ReadSettings, SendsExactlyItsCommandsWithTheirPauses) {
+  Radio radio;
+  EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kDone);
+  EXPECT_EQ(radio.Sent(), ReadCommands(kSettingsOrder));
+  std::vector<long> pauses(18, 10);
+  pauses[0] = 0;  // none between the identification and the first unit
+  EXPECT_EQ(radio.Pauses(), pauses);
+}
+
+TEST(ReadMemory, SendsExactlyItsCommandsWithoutPauses) {
+  Radio radio;
+  EXPECT_EQ(radio.sequences.ReadMemory().outcome, Outcome::kDone);
+  EXPECT_EQ(radio.Sent(), ReadCommands(MemoryOrder()));
+  std::vector<long> pauses(211, 0);
+  pauses[210] = 10;  // before the End command
+  EXPECT_EQ(radio.Pauses(), pauses);
+  ASSERT_EQ(radio.host.progress.size(), 210U);
+  for (int n = 0; n < 210; ++n) EXPECT_EQ(radio.host.progress[static_cast<std::size_t>(n)], n);
+  EXPECT_EQ(radio.host.shown.front(), "memory 0");
+  EXPECT_EQ(radio.host.shown.back(), "memory 209");
+}
+
+TEST(ReadSettings, PutsEverythingInItsPlace) {
+  Radio radio;
+  radio.identity = "RXQ40x1Az";
+  radio.data = {{"0020", "A500010000140700030405020600010101010100030000004002000009000001"},
+                {"0040", "AA" + std::string(30, '0') + "77" + std::string(30, '0')},
+                {"0180", "80000002014600000000600008080000" + std::string(32, '0')},
+                {"0100", "00000002014400000000600008080000" + std::string(32, '0')},
+                {"01C0", "80000002043300000000600008080000" + std::string(32, '0')},
+                {"1D60", "313233" + std::string(26, '0') + "4142433F" + std::string(24, '0')}};
+  EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kDone);
+  const CloneImage& image = radio.document.image;
+  EXPECT_EQ(radio.document.model, 1);
+  EXPECT_TRUE(image.VersionA);
+  EXPECT_EQ(radio.document.settings.Slider1, 20);
+  EXPECT_EQ(image.SettingsLine[1], "01010100030000004002000009000001");
+  EXPECT_EQ(image.SettingsLine[3].substr(0, 4), "7700");
+  EXPECT_EQ(image.VhfSpecialSet[1].cellText[0], "146.0000");
+  EXPECT_EQ(image.UhfSpecialSet[1].cellText[0], "433.0000");
+  EXPECT_EQ(StoredPresent(image, Band::kVhf), (PresentPair{false, true}));
+  EXPECT_EQ(image.ShownSpecialSet, image.VhfSpecialSet);
+  EXPECT_EQ(image.ShownPresent, (PresentPair{false, true}));
+  EXPECT_EQ(radio.document.dial[6], "123");
+  EXPECT_EQ(radio.document.dial[7], "#");
+  EXPECT_TRUE(radio.document.SettingsChanged);
+  EXPECT_FALSE(radio.document.MemoryChanged);
+}
+
+TEST(ReadMemory, DecodesAndFlags) {
+  Radio radio;
+  radio.document.SettingsChanged = false;
+  radio.data["1C20"] =
+      "80000000014550000000600008080000"
+      "3A3B" +
+      std::string(28, '0');
+  EXPECT_EQ(radio.sequences.ReadMemory().outcome, Outcome::kDone);
+  EXPECT_EQ(radio.document.image.MemoryTable[209].cellText[15], "AB");
+  EXPECT_TRUE(radio.document.MemoryChanged);
+  EXPECT_FALSE(radio.document.SettingsChanged);
+}
+
+// Answers to KX~WHO and what becomes of them.
+TEST(Identify, Replies) {
+  const struct {
+    const char* identity;
+    Outcome outcome;
+    int model;       // afterwards; 0 before
+    bool version_a;  // afterwards; set before
+  } cases[] = {{"RXQ40x0Ax", Outcome::kDone, 0, true},
+               {"RXQ40x1Ax", Outcome::kDone, 1, true},
+               {"RXQ4020Ax", Outcome::kDone, 0, true},
+               {"RXQ40x20x", Outcome::kDone, 2, false},
+               {"RXQ40x0ax", Outcome::kDone, 0, false},
+               {"RXQ40x3Ax", Outcome::kCommunicationError, 0, false},
+               {"RXQ40xAAx", Outcome::kCommunicationError, 0, false},
+               {"RXQ41x0Ax", Outcome::kCommunicationError, 0, true},
+               {"RXQ40x0A", Outcome::kCommunicationError, 0, true},
+               {"RXQ40x0Axx", Outcome::kCommunicationError, 0, true}};
+  for (const auto& c : cases) {
+    Radio radio;
+    radio.identity = c.identity;
+    radio.document.image.VersionA = true;
+    EXPECT_EQ(radio.sequences.Identify().outcome, c.outcome) << c.identity;
+    EXPECT_EQ(radio.document.model, c.model) << c.identity;
+    EXPECT_EQ(radio.document.image.VersionA, c.version_a) << c.identity;
+    EXPECT_EQ(radio.port.sent.size(), 1U);
+    EXPECT_EQ(radio.host.ends.size(), 1U);
+  }
+}
+
+TEST(AutoSelect, ResetsFirstAndLoadsTheSpecialChannelsOfTheModel) {
+  Radio radio;
+  radio.identity = "RXQ40x2Ax";
+  radio.document.MemoryChanged = true;
+  radio.document.image.ChannelInUse[0] = true;
+  EXPECT_EQ(radio.sequences.AutoSelect().outcome, Outcome::kDone);
+  EXPECT_EQ(radio.host.save_questions, 1);
+  EXPECT_EQ(radio.document.model, 2);
+  EXPECT_EQ(radio.document.image.UhfSpecialSet[0].cellText[0], "415.0000");
+  EXPECT_FALSE(radio.document.image.ChannelInUse[0]);
+  EXPECT_EQ(radio.Sent(), std::vector<std::string>{"KX~WHO\r\n"});  // no End command
+
+  radio.identity = "RXQ40x3Ax";
+  radio.document.image.ChannelInUse[0] = true;
+  EXPECT_EQ(radio.sequences.AutoSelect().outcome, Outcome::kCommunicationError);
+  EXPECT_EQ(radio.document.model, 2);
+  EXPECT_FALSE(radio.document.image.ChannelInUse[0]);
+}
+
+TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
+  using Command = SequenceReport (Sequences::*)();
+  const struct {
+    Command run;
+    bool settings, memory, asks;
+  } cases[] = {
+      {&Sequences::AutoSelect, true, false, true},   {&Sequences::AutoSelect, false, true, true},
+      {&Sequences::ReadSettings, true, false, true}, {&Sequences::ReadSettings, false, true, false},
+      {&Sequences::ReadMemory, false, true, true},   {&Sequences::ReadMemory, true, false, false},
+      {&Sequences::ReadAll, true, false, true},      {&Sequences::ReadAll, false, true, true},
+      {&Sequences::WriteAll, true, true, false}};
+  for (const auto& c : cases) {
+    Radio radio;
+    radio.document.SettingsChanged = c.settings;
+    radio.document.MemoryChanged = c.memory;
+    radio.host.answer_save = false;
+    const SequenceReport report = (radio.sequences.*c.run)();
+    EXPECT_EQ(radio.host.save_questions, c.asks ? 1 : 0);
+    EXPECT_EQ(report.outcome, c.asks ? Outcome::kCancelled : Outcome::kDone);
+    EXPECT_EQ(radio.port.sent.empty(), c.asks);
+    EXPECT_EQ(radio.host.begins, static_cast<int>(radio.host.ends.size()));
+    if (c.asks) {
+      EXPECT_EQ(radio.document.SettingsChanged, c.settings);
+      EXPECT_EQ(radio.document.MemoryChanged, c.memory);
+    }
+  }
+}
+
+TEST(Questions, CancelAtTheModelChangeLeavesEverything) {
+  Radio radio;
+  radio.identity = "RXQ40x1Ax";
+  radio.host.answer_select = false;
+  radio.document.MemoryChanged = true;
+  const CloneImage before = radio.document.image;
+  EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kCancelled);
+  EXPECT_EQ(radio.document.image, before);
+  EXPECT_EQ(radio.document.model, 0);
+  EXPECT_EQ(radio.port.sent.size(), 1U);
+}
+
+TEST(ReadAll, AsksOnceAndStopsAfterAFailedFirstHalf) {
+  Radio radio;
+  radio.document.SettingsChanged = radio.document.MemoryChanged = true;
+  EXPECT_EQ(radio.sequences.ReadAll().outcome, Outcome::kDone);
+  EXPECT_EQ(radio.host.save_questions, 1);
+  EXPECT_EQ(radio.port.sent.size(), 19U + 212U);
+
+  Radio other;
+  other.answers["1D80"] = "";
+  EXPECT_EQ(other.sequences.ReadAll().outcome, Outcome::kCommunicationError);
+  EXPECT_EQ(other.port.sent.back().bytes, "KX~F1D80R\r\n");
+  EXPECT_EQ(other.host.ends.size(), 1U);
+}
+
+// A failure in the middle: what stays, and that nothing is sent behind it.
+TEST(ReadMemory, AShortReplyStopsAtItsChannel) {
+  Radio radio;
+  for (const std::string& address : MemoryOrder()) {
+    radio.data[address] = "80000000014550000000600008080000" + std::string(32, '0');
+  }
+  radio.answers["14C0"] = std::string(63, '0') + "\r\n";  // channel 150: 76 characters
+  const SequenceReport report = radio.sequences.ReadMemory();
+  EXPECT_EQ(report.outcome, Outcome::kCommunicationError);
+  EXPECT_EQ(report.where, "memory channel 150");
+  EXPECT_TRUE(radio.document.image.ChannelInUse[149]);
+  EXPECT_FALSE(radio.document.image.ChannelInUse[150]);
+  EXPECT_FALSE(radio.document.MemoryChanged);
+  EXPECT_EQ(radio.port.sent.back().bytes, "KX~F14C0R\r\n");
+}
+
+TEST(ReadMemory, AnIndexOutsideItsListIsACommunicationError) {
+  Radio radio;
+  radio.data["0220"] = "800000000145500000006000FF080000" + std::string(32, '0');
+  const SequenceReport report = radio.sequences.ReadMemory();
+  EXPECT_EQ(report.outcome, Outcome::kCommunicationError);
+  EXPECT_NE(report.why.find("TxTone"), std::string::npos);
+}
+
+TEST(ReadSettings, AFailureInTheUhfChannelsKeepsTheFinishedBand) {
+  Radio radio;
+  ShowBand(radio.document.image, Band::kUhf);
+  const SpecialSet uhf = radio.document.image.UhfSpecialSet;
+  radio.data["00C0"] = "80000002014700000000600008080000" + std::string(32, '0');
+  radio.data["00E0"] = "80000002043700000000600008080000" + std::string(32, '0');
+  radio.answers["0160"] = "too long" + std::string(64, '0') + "\r\n";
+  EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kCommunicationError);
+  const CloneImage& image = radio.document.image;
+  EXPECT_EQ(image.VhfSpecialSet[0].cellText[0], "147.0000");
+  EXPECT_EQ(image.UhfSpecialSet, uhf);
+  EXPECT_EQ(image.ShownSpecialSet, uhf);
+  EXPECT_TRUE(radio.document.SettingsChanged);
+}
+
+TEST(Write, SendsExactlyItsCommandsDataAndPauses) {
+  Radio radio;
+  radio.document = test::RandomDocument(11);
+  radio.document.model = 0;
+  radio.document.SettingsChanged = true;
+  radio.document.image.VersionA = true;
+  const CloneDocument before = radio.document;
+  EXPECT_EQ(radio.sequences.WriteSettings().outcome, Outcome::kDone);
+  EXPECT_EQ(radio.sequences.WriteMemory().outcome, Outcome::kDone);
+
+  const CloneImage& image = radio.document.image;
+  std::vector<std::string> data = {image.SettingsLine[0] + image.SettingsLine[1],
+                                   image.SettingsLine[2] + image.SettingsLine[3]};
+  for (const Band band : kBands) {
+    SpecialSet set = SpecialStore(image, band);
+    set[kRptRow].value[0] = band == Band::kVhf ? 1'450'000 : 4'450'000;
+    for (int k = 0; k < 5; ++k) {
+      data.emplace_back(EncodeSpecialChannel(set, StoredPresent(image, band), k)->Joined());
+    }
+  }
+  for (int unit = 0; unit < 5; ++unit) {
+    data.push_back(MakeDialData(radio.document.dial, 2 * unit) +
+                   MakeDialData(radio.document.dial, 2 * unit + 1));
+  }
+  std::vector<std::string> expected = {"RXQ40\r\n", "KX~WHO\r\n"};
+  for (std::size_t i = 0; i < kSettingsOrder.size(); ++i) {
+    expected.push_back("KX~F" + kSettingsOrder[i] + "W" + data[i] + "\r\n");
+  }
+  for (const char* command : {"KX~E\r\n\n", "RXQ40\r\n", "KX~WHO\r\n"})
+    expected.emplace_back(command);
+  int n = 0;
+  for (const std::string& address : MemoryOrder()) {
+    expected.push_back("KX~F" + address + "W" +
+                       std::string(EncodeMemoryChannel(image, n++)->Joined()) + "\r\n");
+  }
+  expected.emplace_back("KX~E\r\n\n");
+  EXPECT_EQ(radio.Sent(), expected);
+  EXPECT_EQ(radio.Sent()[6].substr(17, 8),
+            "01450000");  // the RPT row, behind "KX~F01A0W" and 4 bytes
+
+  std::vector<long> pauses(expected.size() - 1, 10);
+  pauses[1] = 0;  // none between the identification and the first settings unit
+  EXPECT_EQ(radio.Pauses(), pauses);
+
+  CloneDocument after = radio.document;
+  EXPECT_FALSE(after.image.VersionA);
+  after.image.VersionA = true;
+  EXPECT_EQ(after.image, before.image);  // the stores keep their own RPT frequency
+  EXPECT_TRUE(after.SettingsChanged);
+  EXPECT_FALSE(after.MemoryChanged);
+}
+
+TEST(Write, RefusesARadioOfAnotherModel) {
+  for (const int model : {1, 3}) {
+    Radio radio;
+    ChangeModel(radio.document, model);
+    radio.document.image.VersionA = true;
+    const SequenceReport report = radio.sequences.WriteAll();
+    EXPECT_EQ(report.outcome, Outcome::kWrongModel);
+    EXPECT_EQ(report.radio_model, 0);
+    EXPECT_EQ(radio.document.model, model);
+    EXPECT_FALSE(radio.document.image.VersionA);
+    EXPECT_EQ(radio.Sent(), (std::vector<std::string>{"RXQ40\r\n", "KX~WHO\r\n"}));
+    EXPECT_EQ(radio.host.ends.size(), 1U);
+  }
+}
+
+TEST(Write, AnythingButAnOkStopsItAndTheReportCountsWhatWasKept) {
+  const struct {
+    const char* address;
+    const char* answer;
+    std::size_t acknowledged;
+  } cases[] = {
+      {"0200", "NG\r\n", 17}, {"0220", "OK.\r\n", 18}, {"0020", "", 0}, {"1C20", "K\r\n", 226}};
+  for (const auto& c : cases) {
+    Radio radio;
+    radio.answers[c.address] = c.answer;
+    const SequenceReport report = radio.sequences.WriteAll();
+    EXPECT_EQ(report.outcome, Outcome::kCommunicationError) << c.address;
+    EXPECT_EQ(report.acknowledged.size(), c.acknowledged) << c.address;
+    EXPECT_EQ(radio.port.sent.back().bytes.substr(4, 4), c.address);
+  }
+  for (const char* answer : {"NG\r\n", "OK", "xOK\r\n"}) {
+    Radio radio;
+    radio.announce_answer = answer;
+    EXPECT_EQ(radio.sequences.WriteSettings().outcome, Outcome::kCommunicationError) << answer;
+    EXPECT_EQ(radio.port.sent.size(), 1U);
+  }
+}
+
+TEST(Sequences, APortThatDiesAnywhereIsAPortError) {
+  for (const int at : {0, 1, 7, 100}) {
+    for (const auto run : {&Sequences::ReadAll, &Sequences::WriteAll}) {
+      Radio radio;
+      radio.port.dies_at_write = at;
+      EXPECT_EQ((radio.sequences.*run)().outcome, Outcome::kPortError) << at;
+      EXPECT_EQ(radio.port.sent.size(), static_cast<std::size_t>(at));
+      EXPECT_EQ(radio.host.begins, static_cast<int>(radio.host.ends.size()));
+    }
+  }
+}
+
+TEST(Sequences, AStopRequestEndsThemWithoutAnotherByte) {
+  Radio radio;
+  radio.host.on_progress = [&] { radio.pump.stop = radio.host.progress.size() == 5; };
+  const SequenceReport report = radio.sequences.WriteAll();
+  EXPECT_EQ(report.outcome, Outcome::kInterrupted);
+  EXPECT_EQ(report.acknowledged.size(), 4U);
+  EXPECT_EQ(radio.port.sent.size(), 6U);
+}
+
+}  // namespace
+}  // namespace q40

@@ -1,0 +1,238 @@
+#include "image/settings_codec.h"
+
+#include <gtest/gtest.h>
+
+#include "image/defaults.h"
+#include "image/hex.h"
+
+namespace q40 {
+namespace {
+
+using V = SettingsValues;
+
+CloneImage ImageWith(std::array<std::string, 4> lines) {
+  CloneImage image;
+  image.SettingsLine = std::move(lines);
+  return image;
+}
+
+CloneImage ImageWithByte(int line, int byte, std::string_view digits) {
+  CloneImage image = FreshDocument().image;
+  auto& text = image.SettingsLine[static_cast<std::size_t>(line)];
+  text = ReplaceByte(text, digits, byte);
+  return image;
+}
+
+TEST(Settings, DecodesEveryControlFromItsByte) {
+  CloneImage image =
+      ImageWith({"A50001000014070003040502060F0101", "01010100030000004002000009000001",
+                 "AA01FF00AA000001"
+                 "0000000000000000",
+                 "000000000000000000000000AA010000"});
+  const V values = DecodeSettings(image);
+  const V expected = {.chkChannel = 1,
+                      .Slider1 = 20,
+                      .Slider2 = 7,
+                      .cmbDWait = 3,
+                      .cmbDFirst = 4,
+                      .cmbDOther = 5,
+                      .cmbDBurst = 9,
+                      .cmbTB = 2,
+                      .cmbTOT = 6,
+                      .cmbTOTP = 15,
+                      .chkLock = 1,
+                      .chkAPO = 1,
+                      .chkBeep = 1,
+                      .cmbScan = 1,
+                      .cmbLamp = 1,
+                      .cmbBat = 3,
+                      .cmbVod = 1,
+                      .cmbStb = 2,
+                      .chkScanEn = 1,
+                      .chkPowerEn = 1,
+                      .chkLockEn = 1,
+                      .chkMoniEn = 0,
+                      .chkToneEn = 1,
+                      .chkBurstEn = 0,
+                      .chkNameEn = 0,
+                      .chkVoxEn = 1,
+                      .chkAlertEn = 1,
+                      .chkReverseEn = 1};
+  EXPECT_EQ(values, expected);
+}
+
+// One byte of the default lines changed: what the control shows, what the line then holds, and what
+// is written back.
+TEST(Settings, OddBytesAreReadRepairedAndWrittenAsStated) {
+  const struct {
+    int line, byte;
+    const char* digits;
+    int V::*control;
+    int value;
+    const char* kept;     // in the line after decoding
+    const char* written;  // after encoding
+  } cases[] = {
+      {0, 2, "01", &V::chkChannel, 1, "01", "01"}, {0, 2, "11", &V::chkChannel, 0, "11", "00"},
+      {0, 5, "1E", &V::Slider1, 30, "1E", "1E"},   {0, 5, "1F", &V::Slider1, 0, "00", "00"},
+      {0, 6, "0A", &V::Slider2, 10, "0A", "0A"},   {0, 6, "0B", &V::Slider2, 0, "00", "00"},
+      {0, 8, "0A", &V::cmbDWait, 0, "00", "00"},   {0, 9, "FF", &V::cmbDFirst, 0, "00", "00"},
+      {0, 10, "09", &V::cmbDOther, 9, "09", "09"}, {0, 11, "03", &V::cmbTB, 3, "03", "03"},
+      {0, 11, "04", &V::cmbTB, 0, "00", "00"},     {0, 12, "10", &V::cmbTOT, 0, "00", "00"},
+      {0, 13, "0F", &V::cmbTOTP, 15, "0F", "0F"},  {0, 13, "10", &V::cmbTOTP, 0, "10", "00"},
+      {0, 14, "80", &V::chkLock, 1, "80", "01"},   {0, 15, "02", &V::chkAPO, 1, "02", "01"},
+      {1, 0, "02", &V::chkBeep, 0, "02", "00"},    {1, 1, "07", &V::cmbScan, 2, "07", "02"},
+      {1, 2, "09", &V::cmbLamp, 1, "09", "01"},    {1, 4, "04", &V::cmbBat, 0, "00", "00"},
+      {1, 8, "4b", &V::cmbVod, 1, "4b", "4B"},     {1, 8, "BF", &V::cmbVod, 0, "BF", "BF"},
+      {1, 9, "03", &V::cmbStb, 0, "00", "00"},     {1, 12, "0A", &V::cmbDBurst, 0, "00", "00"},
+      {2, 7, "01", &V::chkVoxEn, 1, "01", "AA"},   {3, 13, "55", &V::chkReverseEn, 1, "55", "AA"}};
+  for (const auto& c : cases) {
+    const auto at = 2 * static_cast<std::size_t>(c.byte);
+    CloneImage image = ImageWithByte(c.line, c.byte, c.digits);
+    const std::string& line = image.SettingsLine[static_cast<std::size_t>(c.line)];
+    const V values = DecodeSettings(image);
+    EXPECT_EQ(values.*c.control, c.value) << c.line << "." << c.byte << " " << c.digits;
+    EXPECT_EQ(line.substr(at, 2), c.kept) << c.line << "." << c.byte << " " << c.digits;
+    EncodeSettings(values, image);
+    EXPECT_EQ(line.substr(at, 2), c.written) << c.line << "." << c.byte << " " << c.digits;
+  }
+}
+
+TEST(Settings, BytesWithoutAControlAreKeptOrForced) {
+  CloneImage image = ImageWith(
+      {std::string(32, '7'), std::string(32, '7'), std::string(32, '7'), std::string(32, '7')});
+  EncodeSettings(V(), image);
+  //                                 0 1 2 3 4 5 6 7 8 9 101112131415
+  EXPECT_EQ(image.SettingsLine[0], "A5000077D80000000000000000000000");
+  EXPECT_EQ(image.SettingsLine[1], "00000000000000773700777700777701");
+  EXPECT_EQ(image.SettingsLine[2], "00000000000000007777777777777777");
+  EXPECT_EQ(image.SettingsLine[3], "77777777777777777777777700007777");
+  EncodeSettings({.cmbTB = 4, .cmbVod = 1}, image);
+  EXPECT_EQ(image.SettingsLine[0].substr(22, 2), "04");
+  EXPECT_EQ(image.SettingsLine[1].substr(16, 2), "77");
+}
+
+TEST(Settings, StartChannelFollowsChannelModeUseAndParity) {
+  CloneImage image = FreshDocument().image;
+  const auto start = [&](int channel_mode) {
+    EncodeSettings({.chkChannel = channel_mode}, image);
+    return image.SettingsLine[0].substr(8, 2);
+  };
+  EXPECT_EQ(start(1), "D2");
+  image.ChannelInUse[210] = true;  // the template does not count
+  EXPECT_EQ(start(1), "D2");
+  image.ChannelInUse[209] = true;
+  EXPECT_EQ(start(1), "D1");
+  image.ChannelInUse[5] = true;
+  EXPECT_EQ(start(1), "05");
+  const struct {
+    const char* parity_byte;
+    const char* start;
+  } cases[] = {{"00", "D4"}, {"01", "D8"}, {"1F", "D8"}, {"0A", "D4"}, {"A1", "D4"}, {"99", "D8"}};
+  for (const auto& c : cases) {
+    image.SettingsLine[0] = ReplaceByte(image.SettingsLine[0], c.parity_byte, 3);
+    EXPECT_EQ(start(0), c.start) << c.parity_byte;
+  }
+}
+
+TEST(Settings, ShortLinesDoNotMatter) {
+  CloneImage image = ImageWith({"", "0", "0102", ""});
+  const V values = DecodeSettings(image);
+  EncodeSettings(values, image);
+  for (const std::string& line : image.SettingsLine) EXPECT_EQ(line.size(), 32U);
+  EXPECT_EQ(image.SettingsLine[2], "AAAA0000000000000000000000000000");
+}
+
+TEST(Settings, ReplaceByteTakesIndexes0To15) {
+  const std::string line = "00112233445566778899AABBCCDDEEFF";
+  EXPECT_EQ(ReplaceByte(line, "xy", 0), "xy112233445566778899AABBCCDDEEFF");
+  EXPECT_EQ(ReplaceByte(line, "xy", 15), "00112233445566778899AABBCCDDEExy");
+  EXPECT_EQ(ReplaceByte(line, "xy", 16), line);
+  EXPECT_EQ(ReplaceByte(line, "xy", -1), line);
+  EXPECT_EQ(ReplaceByte("00", "xy", 3), "00xy00");
+}
+
+TEST(Dial, TextsAndBlocks) {
+  const struct {
+    const char* text;
+    const char* block;
+    const char* back;
+  } cases[] = {{"12ab*#", "31323A3B3E3F00000000000000000000", "12AB*#"},
+               {"", "00000000000000000000000000000000", ""},
+               {"0123456789ABCD*#", "303132333435363738393A3B3C3D3E3F", "0123456789ABCD*#"},
+               {"1-2 E3", "31323300000000000000000000000000", "123"},
+               {"11111111111111112", "31313131313131313131313131313131", "1111111111111111"}};
+  for (const auto& c : cases) {
+    DialTexts texts;
+    texts[9] = c.text;
+    EXPECT_EQ(MakeDialData(texts, 9), c.block);
+    UpDateDialData(texts, c.block, 9);
+    EXPECT_EQ(texts[9], c.back);
+  }
+  DialTexts texts;
+  texts[3] = "old";
+  UpDateDialData(texts, "31FF3200402F" + std::string(20, 'F'), 3);
+  EXPECT_EQ(texts[3], "12");
+}
+
+TEST(Defaults, DependOnTheModel) {
+  const struct {
+    int model;
+    int step;
+    const char* uhf;
+    const char* offset;
+    const char* line1;
+  } cases[] = {{0, 0, "445.0000", "5.0000", "01000000000000000000000002000001"},
+               {1, 2, "435.0000", "7.6000", "01000000010000000000000002000001"},
+               {2, 0, "415.0000", "5.0000", "01000000000000000000000002000001"},
+               {3, 0, "415.0000", "5.0000", "01000000000000000000000002000001"}};
+  for (const auto& c : cases) {
+    CloneDocument document = FreshDocument();
+    ChangeModel(document, c.model);
+    const CloneImage& image = document.image;
+    EXPECT_EQ(image.SettingsLine[0], "A5000000000F03000002020000000000");
+    EXPECT_EQ(image.SettingsLine[1], c.line1);
+    EXPECT_EQ(document.settings.Slider1, 15);
+    EXPECT_EQ(document.settings.cmbDBurst, 2);
+    EXPECT_EQ(image.TemplateChannel().value[1], c.step);
+    EXPECT_EQ(image.TemplateChannel().cellText[0], "145.0000");
+    EXPECT_EQ(image.TemplateChannel().cellText[3], "88.5Hz");
+    EXPECT_EQ(image.TemplateChannel().cellText[9], "05");
+    EXPECT_EQ(image.TemplateChannel().cellText[11], "BS-1");
+    EXPECT_EQ(image.UhfSpecialSet[0].cellText[0], c.uhf);
+    EXPECT_EQ(image.UhfSpecialSet[4].cellText[7], c.offset);
+    EXPECT_EQ(image.VhfSpecialSet[0].cellText[7], "0.6000");
+    EXPECT_EQ(image.ShownSpecialSet, image.VhfSpecialSet);
+    for (const bool in_use : image.ChannelInUse) EXPECT_FALSE(in_use);
+  }
+}
+
+TEST(Defaults, RepeaterRowShowsToneAndShiftAndKeepsItsNumbers) {
+  const CloneDocument document = FreshDocument();
+  const ChannelRecord& rpt = document.image.UhfSpecialSet[kRptRow];
+  const char* const texts[17] = {"", "", "Tone", "88.5Hz", "88.5Hz", "023", "-Shift", "5.0000", "",
+                                 "", "", "",     "",       "",       "",    "Off",    "023"};
+  for (std::size_t column = 0; column < 17; ++column)
+    EXPECT_EQ(rpt.cellText[column], texts[column]);
+  EXPECT_EQ(rpt.value[0], 4'450'000);
+  EXPECT_EQ(rpt.value[9], 5);
+  EXPECT_EQ(rpt.value[11], 1);
+}
+
+TEST(Defaults, ResetKeepsWhatNewKeeps) {
+  CloneDocument document = FreshDocument();
+  document.dial[0] = "123";
+  document.image.VersionA = true;
+  ShowBand(document.image, Band::kUhf);
+  document.image.ChannelInUse[7] = true;
+  document.image.MemoryTable[7].cellText[0] = "145.0000";
+  ResetToDefaults(document);
+  EXPECT_EQ(document.dial[0], "123");
+  EXPECT_TRUE(document.image.VersionA);
+  EXPECT_EQ(document.image.ShownBand, Band::kUhf);
+  EXPECT_EQ(document.image.ShownSpecialSet, document.image.UhfSpecialSet);
+  EXPECT_EQ(document.image.MemoryTable[7], ChannelRecord());
+  EXPECT_FALSE(document.image.ChannelInUse[7]);
+}
+
+}  // namespace
+}  // namespace q40

@@ -1,0 +1,213 @@
+#include "image/defaults.h"
+#include "link/sequences.h"
+#include "sim/simulated_port.h"
+#include "support/fake_host.h"
+#include "support/fake_link.h"
+#include "support/random_document.h"
+
+namespace q40 {
+namespace {
+
+using test::milliseconds;
+
+Fault FaultOf(const std::string& text) {
+  std::string why;
+  const auto fault = ParseFault(text, why);
+  EXPECT_TRUE(fault) << why;
+  return fault.value_or(Fault());
+}
+
+// Sequences against the simulated radio with fake time.
+struct SimulatedBench : test::FakeTime {
+  explicit SimulatedBench(std::vector<std::string> faults = {}, int baud = 0)
+      : radio(Options(faults, baud)) {
+    StoreDocument(in_radio, radio.memory());
+    pump.next_arrival = [this] { return std::exchange(wake, std::nullopt); };
+  }
+  static SimulatedRadio::Options Options(const std::vector<std::string>& faults, int baud) {
+    SimulatedRadio::Options options;
+    options.baud = baud;
+    for (const std::string& text : faults) options.faults.push_back(FaultOf(text));
+    return options;
+  }
+  static CloneDocument RadioContent() {
+    CloneDocument document = test::RandomDocument(5);
+    document.model = 0;
+    document.image.VersionA = false;
+    return document;
+  }
+
+  CloneDocument in_radio = RadioContent();
+  SimulatedRadio radio;
+  std::optional<test::TimePoint> wake;
+  SimulatedPort port{radio, [this] { return clock.now; },
+                     [this](test::TimePoint at) { wake = std::min(wake.value_or(at), at); }};
+  Link link{port, Timers(), pump};
+  CloneDocument document = FreshDocument();
+  test::FakeHost host{document};
+  Sequences sequences{link, document, host};
+};
+
+TEST(SimulatedRadio, WhatIsReadIsWhatItHolds) {
+  SimulatedBench bench;
+  EXPECT_EQ(bench.sequences.ReadAll().outcome, Outcome::kDone);
+  EXPECT_EQ(bench.document.image.MemoryTable, bench.in_radio.image.MemoryTable);
+  EXPECT_EQ(bench.document.image.ChannelInUse, bench.in_radio.image.ChannelInUse);
+  EXPECT_EQ(bench.document.image.UhfSpecialSet, bench.in_radio.image.UhfSpecialSet);
+  EXPECT_EQ(bench.document.settings, bench.in_radio.settings);
+  EXPECT_EQ(bench.document.dial, bench.in_radio.dial);
+}
+
+TEST(SimulatedRadio, WriteEditReadComesBackEqual) {
+  SimulatedBench bench;
+  bench.document = test::RandomDocument(6);
+  bench.document.model = 0;
+  EXPECT_EQ(bench.sequences.WriteAll().outcome, Outcome::kDone);
+  CloneDocument written = bench.document;
+  bench.document = FreshDocument();
+  EXPECT_EQ(bench.sequences.ReadAll().outcome, Outcome::kDone);
+  EXPECT_EQ(bench.document.settings, written.settings);
+  EXPECT_EQ(bench.document.dial, written.dial);
+  for (int n = 0; n < 210; ++n) {
+    EXPECT_EQ(bench.document.image.MemoryTable[static_cast<std::size_t>(n)],
+              written.image.MemoryTable[static_cast<std::size_t>(n)]);
+  }
+  // The radio got the fixed RPT frequencies, everything else as it was.
+  written.image.VhfSpecialSet[kRptRow] = bench.document.image.VhfSpecialSet[kRptRow];
+  EXPECT_EQ(bench.document.image.VhfSpecialSet[kRptRow].cellText[0], "145.0000");
+  EXPECT_EQ(bench.document.image.VhfSpecialSet, written.image.VhfSpecialSet);
+}
+
+TEST(SimulatedRadio, PacedExchangesTakeTheTimeOfTheirBytes) {
+  SimulatedBench bench({}, 9600);
+  EXPECT_EQ(bench.link.TxCommand("KX~F0200R\r").size(), 77U);
+  const double wire_ms = 77 * 10 * 1000 / 9600.0;
+  EXPECT_NEAR(static_cast<double>(bench.clock.Ms()), wire_ms, 1.0);
+  EXPECT_EQ(bench.radio.BytesReturned(), 77);
+}
+
+TEST(SimulatedRadio, AnswersBothLineForms) {
+  SimulatedBench bench;
+  const std::string unit = *bench.radio.memory().Read(0x0200, 32);
+  EXPECT_EQ(bench.link.TxCommand("KX~F0200R\r"), "KX~F0200R\r\n" + unit + "\r\n");
+  EXPECT_EQ(bench.link.RxBlock("KX~F0210R\r"), "\r\n" + unit.substr(32) + "\r\n");
+  EXPECT_EQ(bench.link.TxBlock("KX~F0D60W" + std::string(32, '5') + "\r"), 0);
+  EXPECT_EQ(bench.radio.memory().Read(0x0D60, 16), std::string(32, '5'));
+  EXPECT_EQ(bench.link.TxCommand("KX~E\r\n"), "KX~E\r\n\nOK\r\n");
+  EXPECT_EQ(bench.link.TxCommand("KX~F1FF0R\r"), "False01");  // past the end of the memory
+  EXPECT_EQ(bench.link.TxCommand("KX~F0200X\r"), "False01");
+  EXPECT_EQ(bench.link.TxCommand("hello\r"), "False01");
+}
+
+TEST(SimulatedRadio, EchoesBytesThatArriveOneByOne) {
+  SimulatedRadio radio({});
+  test::TimePoint now{};
+  std::string heard;
+  for (const char c : std::string("KX~WHO\r\n")) {
+    radio.Receive(std::string(1, c), now);
+    now += milliseconds(1);
+    heard += radio.Take(now);
+  }
+  now += milliseconds(10);
+  heard += radio.Take(now);
+  EXPECT_EQ(heard, "KX~WHO\r\nRXQ40-00-\r\n");
+  // A broken-off line is echoed too, after a moment, and goes on.
+  radio.Receive("KX~", now);
+  ASSERT_TRUE(radio.NextDue());
+  EXPECT_EQ(radio.Take(*radio.NextDue()), "KX~");
+  EXPECT_FALSE(radio.NextDue());
+  radio.Receive("E\r\n", now + milliseconds(20));
+  EXPECT_EQ(radio.Take(now + milliseconds(20)), "E\r\nOK\r\n");
+}
+
+TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
+  const std::string read = "KX~F0200R\r";
+  const std::string write = "KX~F0200W" + std::string(64, 'A') + "\r";
+  const std::string unit = *SimulatedBench().radio.memory().Read(0x0200, 32);
+  const std::string other = *SimulatedBench().radio.memory().Read(0x0220, 32);
+  const std::string echo = read + "\n";
+  const struct {
+    const char* fault;
+    std::string command;
+    std::string reply;
+    long ms;
+  } cases[] = {{"silence", read, "False01", 2000},
+               {"echo-only", read, "False01", 2000},
+               {"short@0200", read, echo + unit.substr(0, 63) + "\r\n", 0},
+               {"long@#1", read, echo + unit + "X\r\n", 0},
+               {"non-hex", read, echo + "ZZ" + unit.substr(2) + "\r\n", 0},
+               {"ng", write, write + "\nNG\r\n", 0},
+               {"pieces=20", read, echo + unit + "\r\n", 120},
+               {"late=300", read, echo + unit + "\r\n", 300},
+               {"late", read, "False01", 2000},
+               {"stray=2", read, echo + "??" + unit + "\r\n", 0},
+               {"other-address", read, echo + other + "\r\n", 0},
+               {"not-stored", write, write + "\nOK\r\n", 0},
+               {"hang-up", read, "False00", 0},
+               {"wrong-identity=RXQ40-3A-", "KX~WHO\r", "KX~WHO\r\nRXQ40-3A-\r\n", 0}};
+  for (const auto& c : cases) {
+    SimulatedBench bench({c.fault});
+    EXPECT_EQ(bench.link.TxCommand(c.command), c.reply) << c.fault;
+    EXPECT_EQ(bench.clock.Ms(), c.ms) << c.fault;
+    EXPECT_EQ(bench.radio.memory().Read(0x0200, 32), unit == "" ? ""
+                                                     : std::string(c.fault) == "ng"
+                                                         ? std::string(64, 'A')
+                                                         : unit)
+        << c.fault;
+    // Once: the next exchange is good again.
+    if (std::string(c.fault) != "late") {
+      EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << c.fault;
+    }
+  }
+}
+
+TEST(Faults, StayWhereTheyAreToldTo) {
+  Fault once = FaultOf("ng@0240");
+  Fault stays = FaultOf("silence@#3+");
+  Fault named = FaultOf("late=7@who+");
+  std::string happened;
+  const char* const commands[] = {"WHO", "0240", "0260", "0240", "0280"};
+  for (int i = 0; i < 5; ++i) {
+    happened += Happens(once, i + 1, commands[i]) ? 'o' : '-';
+    happened += Happens(stays, i + 1, commands[i]) ? 's' : '-';
+    happened += Happens(named, i + 1, commands[i]) ? 'n' : '-';
+    happened += ' ';
+  }
+  EXPECT_EQ(happened, "--n o-n -sn -sn -sn ");
+  std::string why;
+  for (const char* bad :
+       {"", "sleep", "ng=3", "late=x", "late=-1", "ng@", "ng@20", "ng@02G0", "ng@#0", "ng@#x"}) {
+    EXPECT_FALSE(ParseFault(bad, why)) << bad;
+  }
+}
+
+TEST(SimulatedPort, ALineThatHungUpForGoodCannotBeOpened) {
+  SimulatedBench bench({"hang-up@0200+"});
+  EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
+  EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
+  EXPECT_FALSE(bench.port.IsOpen());
+}
+
+TEST(RadioMemory, DocumentsThereAndBack) {
+  for (unsigned seed = 0; seed < 20; ++seed) {
+    const CloneDocument document = test::RandomDocument(seed);
+    RadioMemory memory;
+    StoreDocument(document, memory);
+    std::string why;
+    const auto back = DocumentOf(memory, document.model, document.image.VersionA, why);
+    ASSERT_TRUE(back) << why;
+    EXPECT_EQ(back->image, document.image);
+    EXPECT_EQ(back->dial, document.dial);
+  }
+  RadioMemory memory;
+  memory.Write(0x0200, "80" + std::string(22, '0') + "FF");
+  std::string why;
+  EXPECT_FALSE(DocumentOf(memory, 0, false, why));
+  EXPECT_FALSE(memory.SetRaw("short"));
+  EXPECT_FALSE(memory.Write(0x1FFF, "0011"));
+  EXPECT_TRUE(memory.SetRaw(std::string(8192, '\1')));
+  EXPECT_EQ(memory.Read(0x1FFE, 2), "0101");
+}
+
+}  // namespace
+}  // namespace q40

@@ -1,0 +1,52 @@
+// Runs the built programs as a user's shell would. For tests and benchmarks.
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace q40::test {
+
+struct ProcessResult {
+  int code = -1;  // exit code; 128 + signal when a signal ended it, 137 after the limit
+  std::string out;
+  std::string err;
+  double seconds = 0;
+  double cpu_seconds = 0;
+  long peak_kib = 0;  // largest resident memory
+};
+
+struct ProcessOptions {
+  std::map<std::string, std::string> environment{};
+  long largest_file = -1;  // RLIMIT_FSIZE in bytes
+  int signal = 0;          // sent after `signal_after`
+  std::chrono::milliseconds signal_after{0};
+  std::chrono::milliseconds limit{20000};  // killed after this
+};
+
+// Path of a program of this build.
+std::string Program(const std::string& name);
+
+ProcessResult Run(const std::vector<std::string>& command, const ProcessOptions& options = {});
+
+// rxq40sim, from construction to destruction.
+class SimulatorProcess {
+ public:
+  explicit SimulatorProcess(std::vector<std::string> arguments);
+  ~SimulatorProcess() { Stop(); }
+  SimulatorProcess(const SimulatorProcess&) = delete;
+  SimulatorProcess& operator=(const SimulatorProcess&) = delete;
+
+  // Empty when it did not start.
+  [[nodiscard]] const std::string& device() const { return device_; }
+  // Ends it with SIGTERM; its exit code.
+  int Stop();
+
+ private:
+  pid_t pid_ = -1;
+  std::string device_;
+};
+
+}  // namespace q40::test
