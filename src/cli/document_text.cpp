@@ -38,10 +38,10 @@ const SettingsField& FieldOf(std::string_view control) {
                        [&](const SettingsField& f) { return f.control == control; });
 }
 
-std::string PlaceOf(SettingsPage page) {
-  switch (page) {
-    case SettingsPage::kDtmf: return "DTMF";
-    case SettingsPage::kAccess: return "Access";
+std::string PlaceOf(SettingsGroup group) {
+  switch (group) {
+    case SettingsGroup::kDtmf: return "DTMF";
+    case SettingsGroup::kAccess: return "Access";
     default: return "Settings";
   }
 }
@@ -63,7 +63,7 @@ class CellList {
 
   void AddSettings(const CloneDocument& document) {
     for (const SettingsItem& item : SettingsItems()) {
-      Add(PlaceOf(item.page), Caption(item), SettingText(document.settings, item.control));
+      Add(PlaceOf(item.group), Caption(item), SettingText(document.settings, item.control));
     }
     AddCarriedBytes(document);
   }
@@ -138,11 +138,11 @@ Row ChannelRow(ChannelKind kind, const std::string& title, const ChannelRecord& 
   return row;
 }
 
-void AppendSettings(std::string& text, const CloneDocument& document, SettingsPage page) {
-  text += PlaceOf(page) + '\n';
+void AppendSettings(std::string& text, const CloneDocument& document, SettingsGroup group) {
+  text += PlaceOf(group) + '\n';
   std::vector<Row> rows;
   for (const SettingsItem& item : SettingsItems()) {
-    if (item.page != page) continue;
+    if (item.group != group) continue;
     rows.push_back({Caption(item), SettingText(document.settings, item.control)});
   }
   AppendTable(text, rows);
@@ -252,9 +252,9 @@ std::vector<DocumentCell> CellsOf(const CloneDocument& document) {
 std::string DocumentReport(const CloneDocument& document) {
   std::string text = "Radio\n";
   AppendTable(text, {{"Model", ModelText(document)}});
-  for (const SettingsPage page :
-       {SettingsPage::kGeneral, SettingsPage::kDtmf, SettingsPage::kAccess}) {
-    AppendSettings(text, document, page);
+  for (const SettingsGroup group :
+       {SettingsGroup::kGeneral, SettingsGroup::kDtmf, SettingsGroup::kAccess}) {
+    AppendSettings(text, document, group);
   }
   text += "Auto dialer\n";
   std::vector<Row> dials;
@@ -273,9 +273,9 @@ Json DocumentJson(const CloneDocument& document) {
   json["model"] = ModelName(document.model);
   json["versionA"] = image.VersionA;
   for (const SettingsItem& item : SettingsItems()) {
-    std::string place = UpperCase(PlaceOf(item.page)) == "DTMF" ? "dtmf"
-                        : item.page == SettingsPage::kAccess    ? "access"
-                                                                : "settings";
+    std::string place = UpperCase(PlaceOf(item.group)) == "DTMF" ? "dtmf"
+                        : item.group == SettingsGroup::kAccess   ? "access"
+                                                                 : "settings";
     json[place][std::string(Trimmed(item.caption))] = SettingJson(document.settings, item);
   }
   for (std::size_t i = 0; i < document.dial.size(); ++i) {

@@ -23,7 +23,7 @@ constexpr string_view kBurst[] = {"  20", "  40", "  60", "  80", " 100",
 constexpr string_view kDtmfWait[] = {" 100", " 200", " 300", " 400", " 500",
                                      " 600", " 700", " 800", " 900", "1000"};
 
-using enum SettingsPage;
+using enum SettingsGroup;
 
 constexpr SettingsItem kItems[] = {
     {"cmbStb", "Standby", "", kGeneral, kStandby},

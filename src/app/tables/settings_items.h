@@ -7,13 +7,13 @@
 
 namespace q40 {
 
-enum class SettingsPage : unsigned char { kGeneral, kDtmf, kAccess };
+enum class SettingsGroup : unsigned char { kGeneral, kDtmf, kAccess };
 
 struct SettingsItem {
   std::string_view control;  // name of the control, as in image/settings_codec.h
   std::string_view caption;  // its label, or the caption of a check box
   std::string_view unit;     // "(sec)", or empty
-  SettingsPage page = SettingsPage::kGeneral;
+  SettingsGroup group = SettingsGroup::kGeneral;
   std::span<const std::string_view> items{};  // of a list; empty for check boxes and sliders
 };
 

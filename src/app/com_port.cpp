@@ -1,0 +1,74 @@
+#include "app/com_port.h"
+
+#include <QTimer>
+
+#include "link/com_ports.h"
+#include "link/serial_port.h"
+#include "sim/demo_radio.h"
+#include "sim/simulated_port.h"
+
+namespace q40 {
+
+// The simulated radio with a timer that wakes the event loop when bytes have arrived. It keeps its
+// memory for the run.
+class ComPort::SimulatedRadioLine {
+ public:
+  explicit SimulatedRadioLine(const Simulation& simulation)
+      : radio_(Options(simulation)),
+        port_(
+            radio_, [] { return std::chrono::steady_clock::now(); },
+            [this](SimulatedPort::TimePoint due) { WakeAt(due); }) {
+    StoreDocument(DemoDocument(), radio_.memory());
+    wake_.setSingleShot(true);
+    wake_.setTimerType(Qt::PreciseTimer);
+  }
+  SimulatedPort& port() { return port_; }
+
+ private:
+  static SimulatedRadio::Options Options(const Simulation& simulation) {
+    SimulatedRadio::Options options;
+    const CloneDocument document = DemoDocument();
+    options.model = document.model;
+    options.version = document.image.VersionA ? 'A' : '0';
+    options.baud = simulation.baud;
+    for (const std::string& text : simulation.faults) {
+      std::string why;
+      if (const auto fault = ParseFault(text, why)) options.faults.push_back(*fault);
+    }
+    return options;
+  }
+
+  void WakeAt(SimulatedPort::TimePoint due) {
+    const auto wait = due - std::chrono::steady_clock::now();
+    wake_.start(
+        std::max(std::chrono::ceil<std::chrono::milliseconds>(wait), std::chrono::milliseconds(0)));
+  }
+
+  SimulatedRadio radio_;
+  QTimer wake_;
+  SimulatedPort port_;
+};
+
+ComPort::ComPort(const Simulation& simulation, QObject* parent) : QObject(parent) {
+  if (simulation.on) {
+    simulated_ = std::make_unique<SimulatedRadioLine>(simulation);
+    port_ = &simulated_->port();
+  } else {
+    serial_ = std::make_unique<SerialPort>(ComDevice(number_));
+    port_ = serial_.get();
+  }
+}
+
+ComPort::~ComPort() = default;
+
+void ComPort::SetNumber(int number) {
+  port_->Close();
+  number_ = number;
+  if (serial_) serial_->SetDevice(ComDevice(number));
+}
+
+QString ComPort::device() const {
+  return serial_ ? QString::fromStdString(serial_->device()) : tr("simulated radio");
+}
+
+}  // namespace q40

@@ -1,0 +1,310 @@
+#include "app/frm_main.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFrame>
+#include <QLabel>
+#include <QMimeData>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTimer>
+#include <QToolBar>
+#include <QUrl>
+
+#include "app/dlg_com.h"
+#include "app/frm_about.h"
+#include "app/help_window.h"
+#include "app/input_guard.h"
+#include "app/service_page.h"
+#include "editor/dlg_modify.h"
+#include "editor/memory_page.h"
+#include "editor/message_box.h"
+#include "editor/special_channels.h"
+#include "image/defaults.h"
+#include "settings/settings_page1.h"
+#include "settings/settings_page2.h"
+
+namespace q40 {
+namespace {
+
+constexpr int kSettings1Tab = 0;
+constexpr int kSettings2Tab = 1;
+constexpr int kMemoryTab = 2;
+constexpr std::chrono::milliseconds kLinkTimerInterval{500};
+constexpr int kNoteMs = 15000;
+constexpr int kTwipsPerPixel = 15;  // at 96 dpi
+constexpr int kWindowWidthTwips = 12370;
+constexpr int kWindowHeightTwips = 8305;
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+int Pixels(int twips) {
+  return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel;
+}
+
+}  // namespace
+
+frmMain::frmMain(const MainOptions& options)
+    : document_(FreshDocument()),
+      startup_path_(options.startup_path),
+      start_pause_(options.start_pause),
+      port_file_(options.program_folder, options.user_folder),
+      port_(new ComPort(options.simulation, this)),
+      events_(this),
+      link_(port_->port(), events_.Timers(), events_),
+      sequences_(link_, document_, *this) {
+  setObjectName(QStringLiteral("frmMain"));
+  port_->setObjectName(QStringLiteral("MSComm1"));
+  setWindowTitle(Text(kWindowTitle));
+  setContextMenuPolicy(Qt::NoContextMenu);
+  setAcceptDrops(true);
+  resize(Pixels(kWindowWidthTwips), Pixels(kWindowHeightTwips));
+  MakePages();
+  ConnectPages();
+  MakeStatusBar();
+  MakeMenus();
+  MakeToolBar();
+  modify_ = new dlgModify(this);
+  port_->SetNumber(port_file_.Read());
+  ShowDocument();
+  ChangeFont();
+  ShowStatus();
+}
+
+frmMain::~frmMain() = default;
+
+// ---- start-up and exit
+
+void frmMain::StartUp() {
+  SetBusy(Busy::kStarting);
+  show();
+  // Timer1 serves the pause and, from then on, the link.
+  auto* timer = findChild<QTimer*>(QStringLiteral("Timer1"));
+  connect(timer, &QTimer::timeout, this, &frmMain::FinishStartUp, Qt::SingleShotConnection);
+  timer->start(start_pause_);
+}
+
+void frmMain::FinishStartUp() {
+  if (!isVisible()) return;  // closed in the meantime
+  findChild<QTimer*>(QStringLiteral("Timer1"))->setInterval(kLinkTimerInterval);
+  setWindowTitle(Text(kWindowTitle));
+  SwitchTab(tabs_->currentIndex());
+  SetBusy(Busy::kNo);
+  if (!startup_path_.empty()) {
+    OpenCloneFile(startup_path_);
+    startup_path_.clear();
+  }
+  document_.SettingsChanged = false;
+  document_.MemoryChanged = false;
+  ShowStatus();
+  emit ready();
+}
+
+void frmMain::SetBusy(Busy busy) {
+  busy_ = busy;
+  if (auto* guard = findChild<InputGuard*>()) guard->SetActive(busy != Busy::kNo);
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (busy_ == Busy::kTalking) return Note(tr("The radio is being read or written."));
+  // Intended: changed channels alone are not asked about.
+  if (document_.SettingsChanged && !AskToSave()) return;
+  port_file_.Write(port_->number());
+  const QWidgetList others = QApplication::topLevelWidgets();
+  for (auto other = others.rbegin(); other != others.rend(); ++other) {
+    if (*other != this && (*other)->isVisible()) (*other)->close();
+  }
+  if (!isMinimized()) RememberPlacement();
+  event->accept();
+}
+
+// Written for other programs; the window itself always opens at its own size.
+void frmMain::RememberPlacement() const {
+  QSettings settings(QSettings::IniFormat, QSettings::UserScope, Text(kWindowTitle));
+  settings.beginGroup(QStringLiteral("Settings"));
+  const QRect frame = frameGeometry();
+  const struct {
+    const char* key;
+    int pixels;
+  } values[] = {{"MainLeft", frame.left()},
+                {"MainTop", frame.top()},
+                {"MainWidth", frame.width()},
+                {"MainHeight", frame.height()}};
+  for (const auto& value : values) {
+    settings.setValue(QLatin1String(value.key), QString::number(value.pixels * kTwipsPerPixel));
+  }
+}
+
+// ---- commands
+
+void frmMain::Run(Command command) {
+  if (busy_ == Busy::kTalking) return Note(tr("Please wait until the radio is done."));
+  if (busy_ == Busy::kStarting) return;
+  (this->*command)();
+}
+
+void frmMain::SwitchTab(int tab) {
+  frames_[3]->hide();
+  for (int i = 0; i < tabs_->count(); ++i)
+    frames_[static_cast<std::size_t>(i)]->setEnabled(i == tab);
+  edit_channel_->setEnabled(tab != kSettings2Tab);
+}
+
+void frmMain::ShowService() {
+  QFrame* frame = frames_[3];
+  const QWidget* page = tabs_->currentWidget();
+  frame->setGeometry(QRect(page->mapTo(tabs_, QPoint(0, 0)), page->size()));
+  frame->show();
+  frame->raise();
+  frame->setFocus();
+}
+
+void frmMain::ToggleToolBar(bool visible) {
+  findChild<QToolBar*>(QStringLiteral("tbToolBar"))->setVisible(visible);
+}
+
+void frmMain::ToggleStatusBar(bool visible) {
+  statusBar()->setVisible(visible);
+}
+
+void frmMain::EditCurrent() {
+  if (tabs_->currentIndex() == kSettings1Tab) OpenSpecialChannel(special_->grid().CurrentRow() - 1);
+  if (tabs_->currentIndex() == kMemoryTab) OpenMemoryChannel(memory_->grid().CurrentRow() - 1);
+}
+
+void frmMain::ChoosePort() {
+  dlgCOM dialog(port_->number(), this);
+  if (dialog.exec() == QDialog::Accepted) port_->SetNumber(dialog.Number());
+  ShowStatus();
+}
+
+void frmMain::About() {
+  frmAbout(port_label_->text(), this).exec();
+}
+
+void frmMain::Help() {
+  if (help_ == nullptr) help_ = new HelpWindow(this);
+  help_->show();
+  help_->raise();
+  help_->activateWindow();
+}
+
+// ---- the status bar
+
+void frmMain::ShowStatus() {
+  model_label_->setText(
+      tr("%1 version %2")
+          .arg(Text(ModelName(document_.model)), document_.image.VersionA ? "A" : "0"));
+  port_label_->setText(tr("COM %1: %2").arg(port_->number()).arg(port_->device()));
+  file_label_->setText(HasChanges() ? tr("Changed") : tr("Not changed"));
+}
+
+void frmMain::Note(const QString& text) {
+  statusBar()->showMessage(text, kNoteMs);
+}
+
+bool frmMain::HasChanges() const {
+  return document_.SettingsChanged || document_.MemoryChanged;
+}
+
+// ---- the document on the pages
+
+void frmMain::ShowDocument() {
+  settings1_->ShowModel(document_.model);
+  ShowSettings();
+  UpdateVFOData();
+  ShowDialTexts();
+  memory_->RedrawAll();
+  ShowStatus();
+}
+
+void frmMain::ShowDialTexts() {
+  for (int index = 0; index < kDialCount; ++index) ShowDialText(index);
+}
+
+// The dialer memories are taken over as they are edited.
+void frmMain::CollectSettings() {
+  settings1_->TakeValues(document_.settings);
+  settings2_->TakeValues(document_.settings);
+}
+
+void frmMain::ChangeFont() {
+  memory_->grid().ChangeFont();
+  special_->grid().ChangeFont();
+}
+
+void frmMain::UpdateVFOData() {
+  special_->UpdateVFOData();
+}
+
+void frmMain::ChooseBand(Band band) {
+  if (IsBusy()) return settings1_->ShowBand(document_.image.ShownBand);
+  q40::ShowBand(document_.image, band);
+  UpdateVFOData();
+}
+
+// ---- the edit dialog
+
+void frmMain::OpenMemoryChannel(int n) {
+  CloneImage& image = document_.image;
+  const auto row = static_cast<std::size_t>(n);
+  modify_->Prepare({.kind = ChannelKind::kMemory,
+                    .index = n,
+                    .band = image.ShownBand,
+                    .model = settings1_->ChosenModel(),
+                    .range = VersionOf(image),
+                    .in_use = image.ChannelInUse[row],
+                    .record = image.MemoryTable[row],
+                    .fresh = image.TemplateChannel()});
+  if (modify_->exec() != QDialog::Accepted) return;
+  document_.MemoryChanged = true;
+  image.ChannelInUse[row] = true;
+  document_.SettingsChanged = true;
+  image.MemoryTable[row] = modify_->Result();
+  memory_->Grid1Data(n);
+  ShowStatus();
+}
+
+void frmMain::OpenSpecialChannel(int k) {
+  CloneImage& image = document_.image;
+  const auto row = static_cast<std::size_t>(k);
+  modify_->Prepare({.kind = ChannelKind::kSpecial,
+                    .index = k,
+                    .band = image.ShownBand,
+                    .model = settings1_->ChosenModel(),
+                    .range = VersionOf(image),
+                    .in_use = true,
+                    .record = image.ShownSpecialSet[row],
+                    .fresh = {}});
+  if (modify_->exec() != QDialog::Accepted) return;
+  document_.SettingsChanged = true;  // intended: MemoryChanged stays
+  image.ShownSpecialSet[row] = modify_->Result();
+  if (k >= kPhRow) image.ShownPresent[row - kPhRow] = true;
+  StoreShownRow(image, k);
+  special_->Grid2Data(k);
+  ShowStatus();
+}
+
+// ---- a file dropped on the window
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (!IsBusy() && urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+  if (IsBusy()) return;
+  event->acceptProposedAction();
+  const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
+  // After the drop is over: a question must not keep the other program waiting.
+  QTimer::singleShot(0, this, [this, path] {
+    if (!IsBusy()) OpenAfterQuestion(path);
+  });
+}
+
+}  // namespace q40

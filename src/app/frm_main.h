@@ -1,0 +1,186 @@
+// The program's window. Owns the document, the port and the change flags, and routes every command.
+//
+// What a page shows and how it behaves lives in the page's class; the window moves data between the
+// document and the pages and runs the file and radio commands.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include <QMainWindow>
+
+#include "app/com_port.h"
+#include "files/port_number_file.h"
+#include "image/clone_document.h"
+#include "link/sequences.h"
+#include "link/serial_port.h"
+
+class QAction;
+class QFrame;
+class QLabel;
+class QMenu;
+class QTabWidget;
+
+namespace q40 {
+
+class dlgCOM;
+class dlgModify;
+class HelpWindow;
+class MemoryPage;
+class ServicePage;
+class SettingsPage1;
+class SettingsPage2;
+class SpecialChannels;
+struct CommandRow;
+
+struct MainOptions {
+  ComPort::Simulation simulation;
+  std::string startup_path;    // clone file to open; may be empty
+  std::string program_folder;  // of the file with the port number
+  std::string user_folder;     // in its place when the program's folder cannot be written
+  std::chrono::milliseconds start_pause{2000};
+};
+
+class frmMain : public QMainWindow, private SequenceHost {  // NOLINT: the window's given name
+  Q_OBJECT
+
+ public:
+  explicit frmMain(const MainOptions& options);
+  ~frmMain() override;
+
+  // Shows the window. After the prescribed pause, during which no command runs, the start-up file
+  // is opened and the window is ready.
+  void StartUp();
+
+  [[nodiscard]] const CloneDocument& document() const { return document_; }
+  // A sequence, a service read or the start-up pause is running.
+  [[nodiscard]] bool IsBusy() const { return busy_ != Busy::kNo; }
+
+ signals:
+  void ready();  // start-up is over
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  friend struct CommandRow;  // its table names the private commands below
+  enum class Busy : unsigned char { kNo, kStarting, kTalking };
+  using Command = void (frmMain::*)();
+
+  // ---- the window (frm_main.cpp, frm_main_layout.cpp)
+  void MakePages();
+  void ConnectPages();
+  void MakeStatusBar();
+  void MakeMenus();
+  void MakeToolBar();
+  QAction* AddCommand(QMenu& menu, const CommandRow& row);
+  void Run(Command command);
+  void RunToolBarKey(const QString& key);
+  void FinishStartUp();
+  void SetBusy(Busy busy);
+  void SwitchTab(int tab);
+  void ShowService();
+  void ToggleToolBar(bool visible);
+  void ToggleStatusBar(bool visible);
+  void ShowStatus();
+  void Note(const QString& text);
+  void RememberPlacement() const;
+
+  // ---- the document and the pages
+  void ShowDocument();
+  void ShowDialTexts();
+  void CollectSettings();
+  void ChangeFont();
+  void UpdateVFOData();
+  [[nodiscard]] bool HasChanges() const;
+  void SetPath(const std::string& path);
+  void ChooseModel(int model);
+  void ChooseBand(Band band);
+  void EditCurrent();
+  void OpenMemoryChannel(int n);
+  void OpenSpecialChannel(int k);
+
+  // ---- file commands (frm_main_files.cpp)
+  void New() override;
+  void NewCommand();
+  void Open();
+  void OpenCloneFile(const std::string& path);
+  void OpenAfterQuestion(const std::string& path);
+  void SaveCommand();
+  void SaveAs();
+  void Import();
+  void Export();
+  bool Save();
+  bool SaveWithDialog(int model);
+  bool SaveTo(const std::string& path, int model);
+  void DataError(const FileProblem& problem);
+  bool AskToSave() override;
+  enum class FileDialog : unsigned char { kOpen, kSave };
+  std::string AskPath(FileDialog kind, const char* filter, const char* extension);
+
+  // ---- radio commands (frm_main_radio.cpp)
+  void AutoSelect();
+  void ReadSettings();
+  void ReadMemory();
+  void WriteSettings();
+  void WriteMemory();
+  void MenuReadSettings();
+  void MenuReadMemory();
+  void MenuReadAll();
+  void MenuWriteSettings();
+  void MenuWriteMemory();
+  void MenuWriteAll();
+  void Talk(SequenceReport (Sequences::*sequence)());
+  void TalkFromMenu(SequenceReport (Sequences::*sequence)());
+  void ShowSettingsTab();
+  void ComEnd1();
+  void ComEnd2();
+  void ComEnd3();
+  void SetCloneButtonsEnabled(bool enabled);
+  void ServiceRead(const QString& digits);
+  void ServiceDump();
+  bool SelectModel(int model) override;
+  void Begin(Sequence sequence) override;
+  void ShowProgress(const SequenceProgress& progress) override;
+  void ShowSettings() override;
+  void ShowSpecialChannels() override;
+  void ShowDialText(int index) override;
+  void ShowMemoryChannel(int n) override;
+  void End(const SequenceReport& report) override;
+
+  // ---- other windows
+  void ChoosePort();
+  void About();
+  void Help();
+  void Exit() { close(); }
+
+  CloneDocument document_;
+  std::string path_;          // of the clone file last opened or saved
+  std::string startup_path_;  // emptied once it was opened
+  std::chrono::milliseconds start_pause_;
+  PortNumberFile port_file_;
+  ComPort* port_;
+  EventLoop events_;
+  Link link_;
+  Sequences sequences_;
+  Busy busy_ = Busy::kNo;
+  bool follow_pages_ = false;  // a menu entry brings the pages to the front
+
+  QTabWidget* tabs_ = nullptr;
+  std::array<QFrame*, 4> frames_{};
+  MemoryPage* memory_ = nullptr;
+  SpecialChannels* special_ = nullptr;
+  SettingsPage1* settings1_ = nullptr;
+  SettingsPage2* settings2_ = nullptr;
+  ServicePage* service_ = nullptr;
+  dlgModify* modify_ = nullptr;
+  HelpWindow* help_ = nullptr;
+  QAction* edit_channel_ = nullptr;
+  QLabel* model_label_ = nullptr;
+  QLabel* port_label_ = nullptr;
+  QLabel* file_label_ = nullptr;
+};
+
+}  // namespace q40

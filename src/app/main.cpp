@@ -1,0 +1,77 @@
+// rxq40: the window.
+#include <csignal>
+#include <cstdio>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QStandardPaths>
+
+#include "app/frm_main.h"
+#include "app/tables/startup_path.h"
+#include "version.h"
+
+namespace {
+
+// `--help` and `--version` must work without a display, so they are answered before Qt looks for
+// one.
+QCommandLineParser& Parser() {
+  static QCommandLineParser parser;
+  static const bool made = [] {
+    parser.setApplicationDescription(
+        QStringLiteral("Clone utility of the Korvex RX-Q40 radios.\n"
+                       "Example: rxq40 --simulate radio.Q40"));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOption(
+        {QStringLiteral("simulate"), QStringLiteral("put a simulated radio behind every port")});
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("clone file to open"),
+                                 QStringLiteral("[FILE]"));
+    return true;
+  }();
+  static_cast<void>(made);
+  return parser;
+}
+
+int AnswerWithoutWindow(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  Parser().process(application);  // prints and exits
+  return 0;
+}
+
+bool WantsNoWindow(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    if (word == "--help" || word == "-h" || word == "--version" || word == "-v") return true;
+  }
+  return false;
+}
+
+q40::MainOptions Options(const QCommandLineParser& parser) {
+  q40::MainOptions options;
+  options.simulation.on = parser.isSet(QStringLiteral("simulate"));
+  const QStringList files = parser.positionalArguments();
+  if (!files.isEmpty()) {
+    options.startup_path = q40::StartupPath(q40::RawCommandLine(files.front().toStdString()));
+  }
+  options.program_folder = QCoreApplication::applicationDirPath().toStdString();
+  options.user_folder =
+      QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
+  return options;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+#ifdef SIGXFSZ
+  std::signal(SIGXFSZ, SIG_IGN);  // a full quota is an error of a write, not the end of the program
+#endif
+  QCoreApplication::setApplicationName(QStringLiteral("rxq40"));
+  QCoreApplication::setApplicationVersion(QLatin1String(q40::kVersion));
+  if (WantsNoWindow(argc, argv)) return AnswerWithoutWindow(argc, argv);
+
+  QApplication application(argc, argv);
+  Parser().process(application);
+  q40::frmMain window(Options(Parser()));
+  window.StartUp();
+  return QApplication::exec();
+}

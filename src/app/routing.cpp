@@ -1,0 +1,54 @@
+#include "app/routing.h"
+
+namespace q40 {
+
+std::span<const CommandRow> CommandRow::All() {
+  using Menu = CommandMenu;
+  using M = frmMain;
+  constexpr auto kNoKey = QKeySequence::UnknownKey;
+  static const CommandRow rows[] = {
+      {"mnuFileNew", Menu::kFile, "&New", QKeySequence::New, "", &M::NewCommand, nullptr, "New"},
+      {"mnuFileOpen", Menu::kFile, "&Open...", QKeySequence::Open, "", &M::Open, nullptr, "Open"},
+      {"mnuFileSave", Menu::kFile, "&Save", QKeySequence::Save, "", &M::SaveCommand, nullptr,
+       "Save"},
+      {"mnuFileSaveAs", Menu::kFile, "Save &As...", kNoKey, "Ctrl+Shift+S", &M::SaveAs},
+      {nullptr, Menu::kFile},
+      {"mnuImport", Menu::kFile, "&Import CSV...", kNoKey, "Ctrl+I", &M::Import},
+      {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", &M::Export},
+      {nullptr, Menu::kFile},
+      {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", &M::Exit},
+
+      {"mnuEditUndo", Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", &M::EditCurrent},
+
+      {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", nullptr, &M::ToggleToolBar},
+      {"mnuStatusBar", Menu::kView, "&Status Bar", kNoKey, "", nullptr, &M::ToggleStatusBar},
+
+      {"mnuReSet", Menu::kRadio, "&Read Settings", kNoKey, "F5", &M::MenuReadSettings},
+      {"mnuReMem", Menu::kRadio, "Read &Memory", kNoKey, "F6", &M::MenuReadMemory},
+      {"mnuReAll", Menu::kRadio, "Read &All", kNoKey, "F7", &M::MenuReadAll},
+      {nullptr, Menu::kRadio},
+      {"mnuWrSet", Menu::kRadio, "&Write Settings", kNoKey, "Shift+F5", &M::MenuWriteSettings},
+      {"mnuWrMem", Menu::kRadio, "Write M&emory", kNoKey, "Shift+F6", &M::MenuWriteMemory},
+      {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", &M::MenuWriteAll},
+
+      {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", &M::ChoosePort},
+      {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", &M::ShowService},
+
+      {"mnuHelpContents", Menu::kHelp, "&Help", QKeySequence::HelpContents, "", &M::Help},
+      {"mnuHelpAbout", Menu::kHelp, "&About...", kNoKey, "", &M::About, nullptr, "Help"},
+  };
+  return rows;
+}
+
+const char* MenuCaption(CommandMenu menu) {
+  switch (menu) {
+    case CommandMenu::kFile: return "&File";
+    case CommandMenu::kEdit: return "&Edit";
+    case CommandMenu::kView: return "&View";
+    case CommandMenu::kRadio: return "&Radio";
+    case CommandMenu::kTools: return "&Tools";
+    default: return "&Help";
+  }
+}
+
+}  // namespace q40

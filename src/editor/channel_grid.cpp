@@ -1,0 +1,154 @@
+#include "editor/channel_grid.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QProxyStyle>
+#include <QScrollBar>
+
+#include "app/tables/grid_columns.h"
+
+namespace q40 {
+namespace {
+
+constexpr int kPixelsPerInch = 96;
+constexpr int kCellMargin = 2;       // left and right of a text together, in pixels
+constexpr int kCellPixels = 11;      // height of the cell font beside a normal interface font
+constexpr int kNormalPixels = 12;    // of the interface font: 9 point at 96 dpi
+constexpr double kCellWidth = 0.45;  // of its height: six characters fit a column of 495 twips
+constexpr int kHeadingMargin = 4;    // left and right of a heading together
+constexpr int kRowMargin = 6;        // above and below a text together
+
+int Pixels(int twips) {
+  return (twips * kPixelsPerInch + kTwipsPerInch / 2) / kTwipsPerInch;
+}
+
+// The columns are as narrow as the texts allow; so are the margins.
+class NarrowStyle final : public QProxyStyle {
+ public:
+  [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                                const QWidget* widget) const override {
+    if (metric == PM_FocusFrameHMargin) return 0;
+    if (metric == PM_HeaderMargin) return 1;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+};
+
+// How much larger than usual the user has made the interface font.
+double FontScale(const QFont& font) {
+  return std::max(1.0, QFontInfo(font).pixelSize() / static_cast<double>(kNormalPixels));
+}
+
+}  // namespace
+
+ChannelGrid::ChannelGrid(ChannelKind kind, const CloneImage& image, QWidget* parent)
+    : QTableView(parent), model_(new ChannelGridModel(kind, image, this)) {
+  setModel(model_);
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(NoEditTriggers);
+  setTabKeyNavigation(false);
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  auto* narrow = new NarrowStyle;
+  narrow->setParent(this);
+  for (QWidget* part : {static_cast<QWidget*>(this), static_cast<QWidget*>(horizontalHeader()),
+                        static_cast<QWidget*>(verticalHeader())}) {
+    part->setStyle(narrow);
+  }
+  setHorizontalScrollMode(ScrollPerPixel);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setMinimumSectionSize(1);
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+  connect(this, &QTableView::doubleClicked,
+          [this](const QModelIndex& index) { emit openRequested(index.row() + 1); });
+  ChangeFont();
+  SelectRow(1);
+}
+
+void ChannelGrid::SelectRow(int row) {
+  const QModelIndex index = model_->index(row - 1, 0);
+  setCurrentIndex(index);
+  selectRow(row - 1);
+  scrollTo(index, EnsureVisible);
+}
+
+void ChannelGrid::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  const int sideways = horizontalScrollBar()->value();
+  QTableView::scrollTo(index, hint);
+  horizontalScrollBar()->setValue(sideways);
+}
+
+// A selection is one whole row, and its current cell the first.
+void ChannelGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  if (!current.isValid()) return;
+  if (current.column() != 0) {
+    selectionModel()->setCurrentIndex(model_->index(current.row(), 0),
+                                      QItemSelectionModel::NoUpdate);
+  }
+  if (current.row() != previous.row()) emit rowChanged(current.row() + 1);
+}
+
+void ChannelGrid::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!enter) return QTableView::keyPressEvent(event);
+  if (!event->isAutoRepeat()) emit openRequested(CurrentRow());
+}
+
+void ChannelGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange && model_ != nullptr) ChangeFont();
+}
+
+void ChannelGrid::ChangeFont() {
+  const double scale = FontScale(QApplication::font());
+  QFont cells;
+  cells.setFamilies({QStringLiteral("ＭＳ ゴシック"), QStringLiteral("MS Gothic"),
+                     QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
+  cells.setStyleHint(QFont::Monospace);
+  cells.setPixelSize(static_cast<int>(kCellPixels * scale));
+  const double natural = QFontMetricsF(cells).horizontalAdvance(QLatin1Char('0'));
+  const double wanted = kCellWidth * cells.pixelSize();
+  if (natural > wanted) cells.setStretch(static_cast<int>(100 * wanted / natural));
+  model_->SetCellFont(cells);
+  ApplyWidths();
+}
+
+void ChannelGrid::ApplyWidths() {
+  const double scale = FontScale(QApplication::font());
+  const auto width = [&](int column) {
+    return static_cast<int>(Pixels(ColumnWidthTwips(column)) * scale);
+  };
+  verticalHeader()->setFixedWidth(width(0));
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    setColumnWidth(column, width(column + 1));
+  }
+  FitHeadings(scale);
+  const int height = QFontMetrics(model_->cell_font()).height() + kRowMargin;
+  verticalHeader()->setMinimumSectionSize(height);
+  verticalHeader()->setDefaultSectionSize(height);
+}
+
+// Condenses the headings until the tightest of them fits its column.
+void ChannelGrid::FitHeadings(double scale) {
+  QFont font = QApplication::font();
+  font.setPixelSize(static_cast<int>(kCellPixels * scale));
+  const QFontMetricsF metrics(font);
+  double fit = 1;
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    const QString heading = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    fit = std::min(fit, (columnWidth(column) - kHeadingMargin) / metrics.horizontalAdvance(heading));
+  }
+  font.setStretch(static_cast<int>(100 * fit));
+  horizontalHeader()->setFont(font);
+  verticalHeader()->setFont(font);
+}
+
+}  // namespace q40

@@ -1,0 +1,98 @@
+#include "editor/channel_grid_model.h"
+
+#include "app/tables/grid_columns.h"
+#include "image/vocabulary.h"
+
+namespace q40 {
+namespace {
+
+// Fields in the order of the headings: what a read puts into columns 1 to 18 of the memory grid.
+constexpr std::array<Field, kMemoryGridColumns - 1> kHeadingFields = {
+    Field::kFrequency, Field::kStep,      Field::kTone,  Field::kTxTone,         Field::kRxTone,
+    Field::kTxDcs,     Field::kRxDcs,     Field::kShift, Field::kShiftFrequency, Field::kRpt,
+    Field::kPower,     Field::kMid,       Field::kAtt,   Field::kBatterySave,    Field::kClock,
+    Field::kBclo,      Field::kBandwidth, Field::kName};
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+ChannelGridModel::ChannelGridModel(ChannelKind kind, const CloneImage& image, QObject* parent)
+    : QAbstractTableModel(parent),
+      kind_(kind),
+      image_(image),
+      rows_(kind == ChannelKind::kMemory ? kMemoryChannelCount : kSpecialChannelCount) {}
+
+int ChannelGridModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int ChannelGridModel::columnCount(const QModelIndex& parent) const {
+  if (parent.isValid()) return 0;
+  return (kind_ == ChannelKind::kMemory ? kMemoryGridColumns : kSpecialGridColumns) - 1;
+}
+
+Field ChannelGridModel::FieldAt(int row, int column) const {
+  if (rows_[static_cast<std::size_t>(row)].order == Order::kByHeading) {
+    return kHeadingFields[static_cast<std::size_t>(column)];
+  }
+  return FieldIn(kind_, column);
+}
+
+const ChannelRecord& ChannelGridModel::RecordAt(int row) const {
+  const auto at = static_cast<std::size_t>(row);
+  return kind_ == ChannelKind::kMemory ? image_.MemoryTable[at] : image_.ShownSpecialSet[at];
+}
+
+bool ChannelGridModel::InUse(int row) const {
+  if (kind_ == ChannelKind::kMemory) return image_.ChannelInUse[static_cast<std::size_t>(row)];
+  return EffectivelyPresent(image_.ShownSpecialSet, image_.ShownPresent, row);
+}
+
+QVariant ChannelGridModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  if (role == Qt::FontRole) return cell_font_;
+  if (!InUse(index.row())) return role == Qt::DisplayRole ? QVariant(QString()) : QVariant();
+  const Field field = FieldAt(index.row(), index.column());
+  if (role == Qt::DisplayRole) return Text(RecordAt(index.row()).Text(kind_, field));
+  const bool foreign = field != kHeadingFields[static_cast<std::size_t>(index.column())];
+  if (role == Qt::ToolTipRole && foreign) return Text(FieldName(field));
+  return {};
+}
+
+QString ChannelGridModel::RowTitle(int row) const {
+  if (kind_ == ChannelKind::kSpecial) return Text(kSpecialRowTitles[static_cast<std::size_t>(row)]);
+  const bool starred = rows_[static_cast<std::size_t>(row)].starred;
+  return (starred ? QStringLiteral("*") : QString()) + QString::fromStdString(ChannelTitle(row));
+}
+
+QVariant ChannelGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole) return {};
+  if (orientation == Qt::Vertical) return RowTitle(section);
+  return Text(kGridHeadings[static_cast<std::size_t>(section) + 1]);
+}
+
+void ChannelGridModel::Redraw(int first, int last, Order order) {
+  bool title_changed = false;
+  for (int row = first; row <= last; ++row) {
+    RowState& state = rows_[static_cast<std::size_t>(row)];
+    title_changed = title_changed || state.starred;
+    state = {order, false};
+  }
+  emit dataChanged(index(first, 0), index(last, columnCount() - 1));
+  if (title_changed) emit headerDataChanged(Qt::Vertical, first, last);
+}
+
+void ChannelGridModel::StarTitle(int row) {
+  rows_[static_cast<std::size_t>(row)].starred = true;
+  emit headerDataChanged(Qt::Vertical, row, row);
+}
+
+void ChannelGridModel::SetCellFont(const QFont& font) {
+  cell_font_ = font;
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {Qt::FontRole});
+}
+
+}  // namespace q40

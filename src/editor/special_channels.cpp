@@ -1,0 +1,67 @@
+#include "editor/special_channels.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "editor/message_box.h"
+#include "image/memory_edit.h"
+
+namespace q40 {
+
+SpecialChannels::SpecialChannels(CloneDocument& document, QWidget* parent)
+    : QWidget(parent),
+      document_(document),
+      grid_(new ChannelGrid(ChannelKind::kSpecial, document.image, this)),
+      clear_(new QPushButton(this)) {
+  grid_->setObjectName(QStringLiteral("MSFlexGrid2"));
+  grid_->setAccessibleName(tr("Special channels"));
+  grid_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+  grid_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  grid_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  connect(grid_, &ChannelGrid::openRequested, [this](int row) { emit openRequested(row - 1); });
+  connect(grid_, &ChannelGrid::rowChanged, this, &SpecialChannels::ShowClearButton);
+
+  clear_->setObjectName(QStringLiteral("cmdClear"));
+  clear_->setAutoDefault(false);
+  QSizePolicy policy = clear_->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  clear_->setSizePolicy(policy);
+  connect(clear_, &QPushButton::clicked, [this] {
+    if (!locked_) ClearLimit();
+  });
+  ShowClearButton(grid_->CurrentRow());
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(grid_);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(clear_);
+  layout->addLayout(buttons);
+}
+
+void SpecialChannels::ShowClearButton(int row) {
+  clear_->setText(row == kPlRow + 1 ? tr("Clear PL") : tr("Clear PH"));
+  clear_->setVisible(row > kPhRow);
+}
+
+void SpecialChannels::Grid2Data(int k) {
+  grid_->cells().Redraw(k, k);
+}
+void SpecialChannels::UpdateVFOData() {
+  grid_->cells().Redraw(0, kSpecialChannelCount - 1);
+}
+
+// Intended: only MemoryChanged is set, although the channel is a special one.
+void SpecialChannels::ClearLimit() {
+  if (!Confirmed(this, kClearTitle, kClearText)) return;
+  const int k = grid_->CurrentRow() - 1;
+  ClearShownLimit(document_.image, k);
+  document_.MemoryChanged = true;
+  Grid2Data(k);
+  emit edited();
+}
+
+}  // namespace q40

@@ -1,0 +1,44 @@
+// The special channels of the shown band: VFO, CALL, RPT, PH and PL.
+#pragma once
+
+#include <QWidget>
+
+#include "editor/channel_grid.h"
+#include "image/clone_document.h"
+
+class QPushButton;
+
+namespace q40 {
+
+class SpecialChannels : public QWidget {
+  Q_OBJECT
+
+ public:
+  // Edits the special channels of the document, which must outlive the panel.
+  SpecialChannels(CloneDocument& document, QWidget* parent);
+
+  [[nodiscard]] ChannelGrid& grid() { return *grid_; }
+
+  // Redraws row k (0..4) of the shown set.
+  void Grid2Data(int k);
+  // Redraws all five rows.
+  void UpdateVFOData();
+
+  // While locked, the panel changes nothing.
+  void SetLocked(bool locked) { locked_ = locked; }
+
+ signals:
+  void openRequested(int k);
+  void edited();
+
+ private:
+  void ShowClearButton(int row);
+  void ClearLimit();
+
+  CloneDocument& document_;
+  ChannelGrid* grid_;
+  QPushButton* clear_;
+  bool locked_ = false;
+};
+
+}  // namespace q40

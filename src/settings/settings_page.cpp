@@ -1,0 +1,119 @@
+#include "settings/settings_page.h"
+
+#include <algorithm>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+
+namespace q40 {
+namespace {
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+const SettingsField& FieldOf(std::string_view control) {
+  const auto fields = SettingsFields();
+  return *std::find_if(fields.begin(), fields.end(),
+                       [&](const SettingsField& field) { return field.control == control; });
+}
+
+}  // namespace
+
+int SettingsPage::Bound::Value() const {
+  if (list != nullptr) return list->currentIndex();
+  if (slider != nullptr) return slider->value();
+  return box->isChecked() ? 1 : 0;
+}
+
+void SettingsPage::Bound::Show(int value) const {
+  if (list != nullptr) list->setCurrentIndex(value);
+  if (slider != nullptr) slider->setValue(value);
+  if (box != nullptr) box->setChecked(value != 0);
+}
+
+void SettingsPage::SetValues(const SettingsValues& values) {
+  loading_ = true;
+  for (const Bound& control : controls_) control.Show(values.*control.field->value);
+  loading_ = false;
+  ValuesShown();
+}
+
+void SettingsPage::TakeValues(SettingsValues& values) const {
+  for (const Bound& control : controls_) values.*control.field->value = control.Value();
+}
+
+void SettingsPage::SetCloneButtonsEnabled(bool enabled) {
+  for (QPushButton* button : clone_buttons_) button->setEnabled(enabled);
+}
+
+QComboBox* SettingsPage::MakeList(const char* control, Counts counts) {
+  const SettingsItem& item = SettingsItemOf(control);
+  auto* list = new QComboBox(this);
+  list->setObjectName(QLatin1String(control));
+  list->setAccessibleName(Text(item.caption).trimmed());
+  for (const std::string_view text : item.items) list->addItem(Text(text));
+  if (counts == Counts::kYes) connect(list, &QComboBox::activated, this, &SettingsPage::edited);
+  controls_.push_back({&FieldOf(control), list});
+  return list;
+}
+
+QCheckBox* SettingsPage::MakeBox(const char* control, Counts counts) {
+  auto* box = new QCheckBox(Text(SettingsItemOf(control).caption), this);
+  box->setObjectName(QLatin1String(control));
+  if (counts == Counts::kYes) connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
+  controls_.push_back({&FieldOf(control), nullptr, box});
+  return box;
+}
+
+QSlider* SettingsPage::MakeSlider(const char* control, QLabel* label) {
+  const SettingsField& field = FieldOf(control);
+  auto* slider = new QSlider(Qt::Horizontal, this);
+  slider->setObjectName(QLatin1String(control));
+  slider->setAccessibleName(Text(SettingsItemOf(control).caption));
+  slider->setRange(0, field.top);
+  slider->setPageStep(1);
+  slider->setTickPosition(QSlider::TicksBelow);
+  slider->setTickInterval(field.top > 10 ? 5 : 1);
+  label->setNum(0);
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("00")));
+  connect(slider, &QSlider::valueChanged, [this, label](int position) {
+    label->setNum(position);
+    if (!loading_) emit edited();
+  });
+  controls_.push_back({&field, nullptr, nullptr, slider});
+  return slider;
+}
+
+QCheckBox* SettingsPage::MakeLooseBox(const QString& name, const char* caption) {
+  auto* box = new QCheckBox(QString::fromUtf8(caption), this);
+  box->setObjectName(name);
+  connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
+  return box;
+}
+
+QLabel* SettingsPage::MakeLabel(const char* control) {
+  auto* label = new QLabel(Text(SettingsItemOf(control).caption), this);
+  label->setBuddy(findChild<QWidget*>(QLatin1String(control)));
+  return label;
+}
+
+QLabel* SettingsPage::MakeUnit(const char* control) {
+  return new QLabel(Text(SettingsItemOf(control).unit), this);
+}
+
+QPushButton* SettingsPage::MakeCloneButton(const char* name, const char* caption,
+                                           void (SettingsPage::*requested)()) {
+  auto* button = new QPushButton(QString::fromUtf8(caption), this);
+  button->setObjectName(QLatin1String(name));
+  button->setAutoDefault(false);
+  connect(button, &QPushButton::clicked, this, requested);
+  clone_buttons_.push_back(button);
+  return button;
+}
+
+}  // namespace q40

@@ -1,0 +1,72 @@
+// What the two settings pages share: controls that stand for the radio's settings bytes.
+#pragma once
+
+#include <vector>
+
+#include <QWidget>
+
+#include "app/tables/settings_items.h"
+#include "image/settings_codec.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QSlider;
+
+namespace q40 {
+
+class SettingsPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit SettingsPage(QWidget* parent) : QWidget(parent) {}
+
+  // Shows the values of this page's controls. Never reports an edit.
+  void SetValues(const SettingsValues& values);
+  // Puts what this page's controls show into `values`; other members stay.
+  void TakeValues(SettingsValues& values) const;
+
+  void SetCloneButtonsEnabled(bool enabled);
+
+ signals:
+  // The user changed a control that counts as a change of the settings.
+  void edited();
+  void readRequested();
+  void writeRequested();
+
+ protected:
+  enum class Counts : unsigned char { kYes, kNo };
+
+  // A list with its items; the item that is chosen already counts as an edit too.
+  QComboBox* MakeList(const char* control, Counts counts = Counts::kYes);
+  QCheckBox* MakeBox(const char* control, Counts counts = Counts::kYes);
+  // A slider from 0 to the largest value that the radio's byte may have. `label` always shows its
+  // position.
+  QSlider* MakeSlider(const char* control, QLabel* label);
+  // A check box that stands for no byte, but counts as an edit.
+  QCheckBox* MakeLooseBox(const QString& name, const char* caption);
+  // The list's label, without the blanks in front being lost.
+  QLabel* MakeLabel(const char* control);
+  QLabel* MakeUnit(const char* control);
+  QPushButton* MakeCloneButton(const char* name, const char* caption,
+                               void (SettingsPage::*requested)());
+  // Runs when new values are shown.
+  virtual void ValuesShown() {}
+
+ private:
+  struct Bound {
+    const SettingsField* field;
+    QComboBox* list = nullptr;
+    QCheckBox* box = nullptr;
+    QSlider* slider = nullptr;
+    [[nodiscard]] int Value() const;
+    void Show(int value) const;
+  };
+
+  std::vector<Bound> controls_;
+  std::vector<QPushButton*> clone_buttons_;
+  bool loading_ = false;
+};
+
+}  // namespace q40

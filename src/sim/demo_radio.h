@@ -1,0 +1,12 @@
+// What the simulated radio holds when nobody loads anything into it: enough to have something to
+// see.
+#pragma once
+
+#include "image/clone_document.h"
+
+namespace q40 {
+
+// An RX-Q40E of version A with some channels, dialer memories and settings.
+CloneDocument DemoDocument();
+
+}  // namespace q40
