@@ -37,7 +37,7 @@ ctl import "$folder/radio.Q40" "$folder/channels.csv" -o "$folder/changed.Q40"
 say "Write the result back, read again, compare"
 ctl write -p "$port" "$folder/changed.Q40"
 ctl read -p "$port" "$folder/after.Q40"
-ctl diff "$folder/radio.Q40" "$folder/after.Q40" || true
+ctl diff "$folder/radio.Q40" "$folder/after.Q40" || [ $? -eq 1 ]
 
 say "The files lie in $folder"
 ls "$folder"

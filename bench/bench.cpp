@@ -26,12 +26,8 @@ void* operator new(std::size_t size) {
   if (void* memory = std::malloc(size)) return memory;
   throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace q40 {
 namespace {

@@ -90,6 +90,11 @@ TEST(CsvImport, ExportedListsComeBackTheSame) {
     EXPECT_EQ(other.image.UhfSpecialSet, document.image.UhfSpecialSet);
     EXPECT_EQ(ExportChannels(other.image), text);
   }
+  // A name that looks like a shift keeps its form.
+  CloneImage named;
+  named.ChannelInUse[0] = true;
+  named.MemoryTable[0].Set(kMemory, Field::kName, 1, "+Shift");
+  EXPECT_NE(ExportChannels(named).find(",\"+Shift\",\"Off\""), std::string::npos);
   // The defaults too, with their half-empty RPT rows and absent limits.
   CloneDocument document = FreshDocument();
   const std::string text = ExportChannels(document.image);
@@ -145,25 +150,31 @@ TEST(CsvImport, VocabularyAndFallbacks) {
                {17, "ABCDEFGH", Field::kName, 1, "ABCDEF"},
                {17, "", Field::kName, 0, ""},
                {18, "yes", Field::kSkip, 0, ""}};
-  const std::vector<std::string> base = {
-      "145", "12.5KHz", "DCS", "94.8", "94.8", "274", "274",    "+Shift", "5",  "Off",
-      "Mid", "7",       "Off", "BS-1", "Off",  "Off", "Normal", "N",      "Off"};
+  // Two bases, so that for every field one differs from the code that a case expects.
+  const std::vector<std::string> bases[] = {
+      {"145", "12.5KHz", "DCS", "94.8", "94.8", "274", "274", "+Shift", "5", "Off", "Mid", "7",
+       "Off", "BS-1", "Off", "Off", "Normal", "N", "Off"},
+      {"145", "12.5KHz", "TSQ", "94.8", "94.8", "274", "274", "Split", "5", "On", "Hi", "7", "20dB",
+       "Off", "On", "On", "Narrow", "N", "On"}};
   const auto record = [](const std::vector<std::string>& items) {
     std::string text = "RX-Q40,MEMORY,1";
     for (const std::string& item : items) text += ",\"" + item + '"';
     return text + "\r\n";
   };
   for (const auto& c : cases) {
-    CloneImage image;
-    ImportChannels(record(base), image);
-    auto items = base;
-    items[c.item] = c.text;
-    ImportChannels(record(items), image);
-    EXPECT_EQ(image.MemoryTable[1].Number(kMemory, c.field), c.number) << c.item << " " << c.text;
-    EXPECT_EQ(image.MemoryTable[1].Text(kMemory, c.field), c.cell) << c.item << " " << c.text;
+    for (const auto& base : bases) {
+      CloneImage image;
+      ImportChannels(record(base), image);
+      auto items = base;
+      items[c.item] = c.text;
+      items[18] = c.item == 18 ? c.text : "Off";
+      ImportChannels(record(items), image);
+      EXPECT_EQ(image.MemoryTable[1].Number(kMemory, c.field), c.number) << c.item << " " << c.text;
+      EXPECT_EQ(image.MemoryTable[1].Text(kMemory, c.field), c.cell) << c.item << " " << c.text;
+    }
   }
   CloneImage image;
-  auto items = base;
+  auto items = bases[0];
   items[18] = "On";
   ImportChannels(record(items), image);
   EXPECT_EQ(image.MemoryTable[1].cellText[0], "*145.0000");
@@ -181,10 +192,25 @@ TEST(CsvImport, ChannelsAndBanks) {
   const struct {
     const char* channel;
     int n;  // -1: passed over
-  } cases[] = {
-      {"0", 0},      {"209", 209}, {"D7", 207}, {"D12", 202}, {" 5", 5},
-      {"*5", 5},     {"12.0", 12}, {"210", -1}, {"abc", -1},  {"-1", -1},
-      {"12abc", -1}, {"D", -1},    {"d3", -1},  {"12.5", -1}, {"99999999999999999999", -1}};
+  } cases[] = {{"0", 0},
+               {"209", 209},
+               {"D7", 207},
+               {"D12", 202},
+               {" 5", 5},
+               {"*5", 5},
+               {"12.0", 12},
+               {"* 12", 12},
+               {"5.", 5},
+               {"5...", -1},
+               {"0.0.0", -1},
+               {"210", -1},
+               {"abc", -1},
+               {"-1", -1},
+               {"12abc", -1},
+               {"D", -1},
+               {"d3", -1},
+               {"12.5", -1},
+               {"99999999999999999999", -1}};
   for (const auto& c : cases) {
     CloneImage image;
     const auto report = ImportChannels("RX-Q40,MEMORY," + std::string(c.channel) + rest, image);
@@ -216,6 +242,39 @@ TEST(CsvImport, ForeignAndBrokenRecordsCostNothingElse) {
   EXPECT_EQ(report.passed_over[1].line, 6);
   EXPECT_TRUE(image.ChannelInUse[3]);
   EXPECT_FALSE(image.ChannelInUse[4]);
+}
+
+TEST(CsvImport, AShortRecordTakesTheNextOneInAndSaysSo) {
+  const std::string rest =
+      ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,,Off\n";
+  CloneImage image;
+  const auto report = ImportChannels("RX-Q40,MEMORY,1,145,5KHz\nRX-Q40,MEMORY,2" + rest, image);
+  EXPECT_TRUE(image.ChannelInUse[1]);
+  EXPECT_FALSE(image.ChannelInUse[2]);
+  ASSERT_EQ(report.passed_over_count, 1);
+  EXPECT_EQ(report.passed_over[0].line, 1);
+}
+
+TEST(CsvImport, AQuoteThatNeverClosesChangesNothing) {
+  const std::string rest = ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,,";
+  CloneImage image = test::RandomDocument(9).image;
+  const CloneImage before = image;
+  const auto report =
+      ImportChannels("RX-Q40,MEMORY,1" + rest + "Off\nRX-Q40,MEMORY,2" + rest + "\"On", image);
+  EXPECT_EQ(image, before);
+  const auto problem = ProblemOf(report, "a.csv");
+  ASSERT_TRUE(problem);
+  EXPECT_EQ(problem->line, 2);
+}
+
+TEST(CsvImport, ManyForeignRecordsAreCountedAndAFewListed) {
+  std::string text;
+  for (int i = 0; i < 1000; ++i) text += "RX-Q40,\"\x1B[2J" + std::string(5000, 'x') + "\"\n";
+  CloneImage image;
+  const auto report = ImportChannels(text, image);
+  EXPECT_EQ(report.passed_over_count, 1000);
+  ASSERT_EQ(report.passed_over.size(), 20U);
+  EXPECT_EQ(report.passed_over[0].why, "bank \"\\x1B[2J" + std::string(28, 'x') + "...\"");
 }
 
 TEST(CsvImport, SpecialRowsGoToTheirBandAndFrequencyDecidesPresence) {

@@ -137,6 +137,9 @@ TEST(CloneFile, RefusesWhatIsNotACloneFile) {
     EXPECT_EQ(result.problem->line, c.line) << c.name;
     EXPECT_EQ(result.problem->kind, FileProblem::Kind::kBadData) << c.name;
     EXPECT_EQ(document.image, before.image) << c.name;
+    EXPECT_EQ(document.settings, before.settings) << c.name;
+    EXPECT_EQ(document.dial, before.dial) << c.name;
+    EXPECT_EQ(document.model, 0) << c.name;
     EXPECT_TRUE(document.MemoryChanged) << c.name;
   }
 }
@@ -167,6 +170,8 @@ TEST(CloneFile, LongDialTextIsNotCutAndNoModelAbove3IsWritten) {
   document.dial[0] = std::string(33, '1');
   EXPECT_EQ(CloneFileText(document, 0)->size(), 456U * 34 + 1);
   for (const int model : {-1, 4, 5}) EXPECT_FALSE(CloneFileText(document, model));
+  document.dial[0] = "12\r\n34";  // would make a file that nobody can open
+  EXPECT_FALSE(CloneFileText(document, 0));
 }
 
 // ---- files on disk
@@ -198,6 +203,7 @@ class FailingFiles final : public FileSystem {
   int calls = 0;
   bool loses_bytes = false;  // reports success, stores half: as a full disk has been seen to do
 
+  bool MayWrite(const std::string& path) override { return !Fails() && FileSystem::MayWrite(path); }
   std::FILE* Create(const std::string& path) override {
     return Fails() ? nullptr : FileSystem::Create(path);
   }
@@ -240,7 +246,7 @@ TEST(FileWriting, OldFileSurvivesTheFailureOfEveryCall) {
     const auto problem = SaveCloneFile(path, document, 0, files);
     EXPECT_EQ(folder.FileCount(), 1U) << call;
     if (!problem) {
-      EXPECT_GE(call, 8);  // seven calls were made to fail before one save went through
+      EXPECT_EQ(call, 9);  // eight calls were made to fail before one save went through
       EXPECT_EQ(test::Content(path).size(), 15504U);
       break;
     }
@@ -279,6 +285,15 @@ TEST(FileWriting, KeepsLinksAndRightsAndRefusesOtherTargets) {
     ASSERT_TRUE(problem) << path;
     EXPECT_EQ(problem->kind, FileProblem::Kind::kCannotWrite);
   }
+}
+
+TEST(FileWriting, LongNamesAreNoProblemAndCheckingLeavesNothing) {
+  test::TempFolder folder;
+  const std::string path = folder / std::string(250, 'n');
+  EXPECT_FALSE(WriteFile(path, "text"));
+  EXPECT_FALSE(CheckReplaceable(path));
+  EXPECT_EQ(test::Content(path), "text");
+  EXPECT_EQ(folder.FileCount(), 1U);
 }
 
 TEST(FileWriting, AFolderThatVanishesIsReported) {

@@ -49,6 +49,7 @@ TEST(TxCommand, CompleteByLengthAndLineFeed) {
   for (const ReplyCase& c : cases) {
     ScriptedLink t;
     t.port.reply = [&](const std::string&) { return c.reply; };
+    t.link.OpenPort();
     EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), c.result) << c.name;
     EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
     ASSERT_EQ(t.port.sent.size(), 1U);
@@ -63,8 +64,13 @@ TEST(TxCommand, PortFailuresAreFalse00AtOnce) {
     t.port.can_open = kind != 0;
     t.port.dies_at_write = kind == 1 ? 0 : -1;
     t.port.dies_at_read = kind == 2;
+    t.link.OpenPort();
     EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00") << kind;
     EXPECT_EQ(t.clock.Ms(), 0);
+    EXPECT_FALSE(t.port.IsOpen());
+    // A port that was lost is not opened again behind the caller's back.
+    t.port.can_open = true;
+    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00") << kind;
     EXPECT_FALSE(t.port.IsOpen());
   }
 }
@@ -81,6 +87,7 @@ TEST(TxCommand, EndlessChatterEndsAndIsNotCollected) {
   t.port.reply = [](const std::string&) {
     return test::ScriptedPort::Reply(3000, {std::string(100, 'x'), milliseconds(1)});
   };
+  t.link.OpenPort();
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
   EXPECT_EQ(t.clock.Ms(), 2000);
   // Enough rubbish in front, and not even a proper end makes a reply of it.
@@ -88,18 +95,26 @@ TEST(TxCommand, EndlessChatterEndsAndIsNotCollected) {
     return test::ScriptedPort::Reply{{std::string(5000, 'x')}, {"\r\n"}};
   };
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
+  // A line that goes dead meanwhile is still noticed.
+  t.pump.on_wait = [&] { t.port.Close(); };
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00");
 }
 
-TEST(TxCommand, AStopRequestEndsTheWaitAndSendsNothingMore) {
+TEST(TxCommand, AStopRequestLetsTheExchangeFinishAndSendsNothingMore) {
   ScriptedLink t;
+  t.port.reply = [](const std::string&) {
+    return test::ScriptedPort::Reply{{kEcho + kAnswer, milliseconds(80)}};
+  };
+  t.link.OpenPort();
   t.pump.on_wait = [&] { t.pump.stop = true; };
-  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kStopped);
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kStopped);
   EXPECT_EQ(t.port.sent.size(), 1U);
 }
 
 TEST(TxEnd, SendsTheDoubledLineFeedAndIgnoresSilence) {
   ScriptedLink t;
+  t.link.OpenPort();
   t.link.TxEnd();
   EXPECT_EQ(t.port.sent[0].bytes, "KX~E\r\n\n");
   EXPECT_EQ(t.clock.Ms(), 2010);
@@ -187,6 +202,8 @@ TEST(ServiceRead, ShowsTheGrowingReplyAndChecksNothing) {
     return test::ScriptedPort::Reply{{"KX~F0020R\r"}, {"junk", milliseconds(7)}};
   };
   std::string last;
+  EXPECT_FALSE(t.link.ServiceRead("KX~F0020R\r", {}));  // closed
+  t.link.OpenPort();
   const auto reply = t.link.ServiceRead("KX~F0020R\r", [&](const std::string& r) { last = r; });
   EXPECT_EQ(reply, "KX~F0020R\rjunk");
   EXPECT_EQ(last, *reply);
@@ -197,6 +214,8 @@ TEST(Commands, TextsOfAddresses) {
   EXPECT_EQ(ReadCommand(0x0020), "KX~F0020R\r");
   EXPECT_EQ(ReadCommand(0x1C20), "KX~F1C20R\r");
   EXPECT_EQ(WriteCommand(0x00C0, "12"), "KX~F00C0W12\r");
+  EXPECT_EQ(BlockText(0x05), "05");
+  EXPECT_EQ(BlockText(0x1FF), "1FF");
 }
 
 TEST(ComPorts, NumbersPathsAndOverrides) {

@@ -1,8 +1,10 @@
 // The built programs on a pseudo-terminal: what only real processes, signals and devices can show.
+#include <atomic>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -57,7 +59,7 @@ TEST(Programs, ReadEditWriteReadThroughALink) {
   }
 }
 
-TEST(Programs, ThreeWaysNotToOpenAPortAndWhatIsNoPort) {
+TEST(Programs, PortsThatCannotBeOpenedSayWhyAndWhatToDo) {
   test::TempFolder folder;
   test::Store(folder / "file", "");
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
@@ -81,6 +83,64 @@ TEST(Programs, ThreeWaysNotToOpenAPortAndWhatIsNoPort) {
   }
   close(held);
   EXPECT_EQ(Ctl({"identify", "-p", radio.device()}).code, 0);
+}
+
+// Rights and locks of another user can only be shown by root.
+TEST(Programs, AnotherUsersPortsAndLocks) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root";
+  test::TempFolder folder;
+  std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+  SimulatorProcess radio({});
+  const test::ProcessOptions nobody = {.as_nobody = true};
+  const std::string device = radio.device();
+  constexpr gid_t kDialout = 20;
+
+  ASSERT_EQ(chown(device.c_str(), 0, kDialout), 0);
+  ASSERT_EQ(chmod(device.c_str(), 0660), 0);
+  ProcessResult result = Ctl({"identify", "-p", device}, nobody);
+  EXPECT_EQ(result.code, 3);
+  EXPECT_TRUE(Says(result, "no permission") && Says(result, "sudo usermod -aG dialout $USER"))
+      << result.err;
+
+  ASSERT_EQ(chmod(device.c_str(), 0600), 0);
+  result = Ctl({"identify", "-p", device}, nobody);
+  EXPECT_TRUE(Says(result, "no permission") && !Says(result, "usermod")) << result.err;
+
+  // A lock file whose owner is gone; the folder of lock files lets nobody remove it.
+  ASSERT_EQ(chmod(device.c_str(), 0666), 0);
+  std::string name = "/run/lock/LCK.." + device.substr(5);
+  name.replace(name.rfind('/'), 1, "_");
+  test::Store(name, "999999999\n");
+  result = Ctl({"identify", "-p", device}, nobody);
+  EXPECT_EQ(result.code, 3);
+  EXPECT_TRUE(Says(result, "sudo rm " + name)) << result.err;
+  // And one whose owner lives.
+  test::Store(name, std::to_string(getpid()) + "\n");
+  EXPECT_TRUE(Says(Ctl({"identify", "-p", device}), "in use by another program"));
+  std::filesystem::remove(name);
+  EXPECT_EQ(Ctl({"identify", "-p", device}, nobody).code, 0);
+}
+
+TEST(Programs, ADeviceThatNeverStopsTalkingEndsWithAnIdleProcessor) {
+  const int master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+  ASSERT_TRUE(grantpt(master) == 0 && unlockpt(master) == 0);
+  const std::string device = ptsname(master);
+  const int slave = open(device.c_str(), O_RDWR | O_NOCTTY);
+  std::atomic<bool> stop = false;
+  std::thread chatter([&] {
+    const std::string noise(512, 'x');
+    while (!stop) {
+      if (write(master, noise.data(), noise.size()) < 0) usleep(1000);
+    }
+  });
+  const ProcessResult result = Ctl({"identify", "-p", device});
+  stop = true;
+  chatter.join();
+  close(slave);
+  close(master);
+  EXPECT_EQ(result.code, 4);
+  EXPECT_LT(result.seconds, 3);
+  EXPECT_LT(result.cpu_seconds, 0.2);
 }
 
 TEST(Programs, ARadioThatIsSilentEndsAfterTwoSecondsWithAnIdleProcessor) {
@@ -117,29 +177,63 @@ TEST(Programs, AnInterruptLeavesTheFileAndSaysWhatTheRadioGot) {
   EXPECT_EQ(read.code, 130);
   EXPECT_LT(read.seconds, 1.5);
   EXPECT_EQ(test::Content(folder / "a.Q40"), before);
-  usleep(200'000);  // the radio still says the rest of its answer
   const ProcessResult write = Ctl({"write", "-p", folder / "radio", folder / "a.Q40"}, interrupt);
   EXPECT_EQ(write.code, 130);
   EXPECT_TRUE(Says(write, "Interrupted") && Says(write, "acknowledged ")) << write.err;
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
+TEST(Programs, SignalsThatTheParentIgnoresStayIgnored) {
+  SimulatorProcess radio({"--fault", "late=600"});
+  const ProcessResult result =
+      Ctl({"identify", "-p", radio.device()},
+          {.ignore_hangup = true, .signal = SIGHUP, .signal_after = milliseconds(200)});
+  EXPECT_EQ(result.code, 0) << result.err;
+}
+
 TEST(Programs, AFullDiskLeavesTheOldFile) {
   test::TempFolder folder;
-  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
-  const std::string before = test::Content(folder / "a.Q40");
+  const std::string path = folder / "a.Q40";
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", path}).code, 0);
+  ASSERT_EQ(Ctl({"export", path, folder / "a.csv"}).code, 0);
+  const std::string before = test::Content(path);
   const test::ProcessOptions full = {.largest_file = 8000};
   SimulatorProcess radio({});
   const std::vector<std::vector<std::string>> commands = {
-      {"new", "--force", "--model", "RX-Q40E", folder / "a.Q40"},
-      {"read", "--force", "-p", radio.device(), folder / "a.Q40"}};
+      {"new", "--force", "--model", "RX-Q40E", path},
+      {"import", path, folder / "a.csv"},
+      {"read", "--force", "-p", radio.device(), path}};
   for (const auto& command : commands) {
     const ProcessResult result = Ctl(command, full);
     EXPECT_EQ(result.code, 7) << result.err;
-    EXPECT_TRUE(Says(result, "File too large")) << result.err;
-    EXPECT_EQ(test::Content(folder / "a.Q40"), before);
-    EXPECT_EQ(folder.FileCount(), 1U);
+    EXPECT_TRUE(Says(result, "File too large") && Says(result, "The file is as it was"))
+        << result.err;
+    EXPECT_EQ(test::Content(path), before);
+    EXPECT_EQ(folder.FileCount(), 2U);
   }
+}
+
+TEST(Programs, AProtectedFileIsNotReplaced) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root to become nobody";
+  test::TempFolder folder;
+  std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
+  std::filesystem::permissions(folder / "a.Q40", std::filesystem::perms::all &
+                                                     ~std::filesystem::perms::owner_write &
+                                                     ~std::filesystem::perms::group_write &
+                                                     ~std::filesystem::perms::others_write);
+  const ProcessResult result =
+      Ctl({"new", "--force", "--model", "RX-Q40E", folder / "a.Q40"}, {.as_nobody = true});
+  EXPECT_EQ(result.code, 7);
+  EXPECT_TRUE(Says(result, "Permission denied")) << result.err;
+}
+
+TEST(Programs, ClosedStreamsAreNotMistakenForFiles) {
+  test::TempFolder folder;
+  SimulatorProcess radio({});
+  const std::string path = folder / "a.Q40";
+  EXPECT_EQ(Ctl({"read", "-p", radio.device(), path}, {.closed = {0, 1, 2}}).code, 0);
+  EXPECT_EQ(Ctl({"check", path}).code, 0);
 }
 
 TEST(Programs, ResultsThatNobodyReadsAreAnError) {

@@ -363,6 +363,8 @@ TEST(Write, AnythingButAnOkStopsItAndTheReportCountsWhatWasKept) {
     const SequenceReport report = radio.sequences.WriteAll();
     EXPECT_EQ(report.outcome, Outcome::kCommunicationError) << c.address;
     EXPECT_EQ(report.acknowledged.size(), c.acknowledged) << c.address;
+    ASSERT_TRUE(report.in_flight) << c.address;
+    EXPECT_EQ(AddressText(*report.in_flight), c.address);
     EXPECT_EQ(radio.port.sent.back().bytes.substr(4, 4), c.address);
   }
   for (const char* answer : {"NG\r\n", "OK", "xOK\r\n"}) {
@@ -385,13 +387,35 @@ TEST(Sequences, APortThatDiesAnywhereIsAPortError) {
   }
 }
 
+TEST(Sequences, ALineThatDropsInAPauseIsNotTakenUpAgain) {
+  Radio radio;
+  radio.host.on_progress = [&] {
+    if (radio.host.progress.size() == 5) radio.port.Close();  // and another radio may be there now
+  };
+  const SequenceReport report = radio.sequences.WriteAll();
+  EXPECT_EQ(report.outcome, Outcome::kPortError);
+  EXPECT_EQ(report.acknowledged.size(), 4U);
+  EXPECT_FALSE(radio.port.IsOpen());
+  EXPECT_EQ(radio.sequences.WriteSettings().outcome,
+            Outcome::kDone);  // opened, announced, identified
+}
+
 TEST(Sequences, AStopRequestEndsThemWithoutAnotherByte) {
   Radio radio;
   radio.host.on_progress = [&] { radio.pump.stop = radio.host.progress.size() == 5; };
   const SequenceReport report = radio.sequences.WriteAll();
   EXPECT_EQ(report.outcome, Outcome::kInterrupted);
   EXPECT_EQ(report.acknowledged.size(), 4U);
+  EXPECT_FALSE(report.in_flight);
   EXPECT_EQ(radio.port.sent.size(), 6U);
+}
+
+TEST(Sequences, ARadioExchangedBetweenTheHalvesGetsNoMemory) {
+  Radio radio;
+  radio.host.on_progress = [&] { radio.identity = "RXQ40x1Ax"; };
+  const SequenceReport report = radio.sequences.WriteAll();
+  EXPECT_EQ(report.outcome, Outcome::kWrongModel);
+  EXPECT_EQ(report.acknowledged.size(), 17U);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/tables/settings_items.h"
 #include "image/defaults.h"
 #include "image/hex.h"
 
@@ -97,6 +98,54 @@ TEST(Settings, OddBytesAreReadRepairedAndWrittenAsStated) {
   }
 }
 
+// Every control alone, against its byte by hand: nothing else may move.
+TEST(Settings, EveryControlHasItsOwnByte) {
+  const struct {
+    int V::*control;
+    int line, byte;
+    const char* digits;  // for the value 1
+  } cases[] = {
+      {&V::chkChannel, 0, 2, "01"},   {&V::Slider1, 0, 5, "01"},    {&V::Slider2, 0, 6, "01"},
+      {&V::cmbDWait, 0, 8, "01"},     {&V::cmbDFirst, 0, 9, "01"},  {&V::cmbDOther, 0, 10, "01"},
+      {&V::cmbTB, 0, 11, "01"},       {&V::cmbTOT, 0, 12, "01"},    {&V::cmbTOTP, 0, 13, "01"},
+      {&V::chkLock, 0, 14, "01"},     {&V::chkAPO, 0, 15, "01"},    {&V::chkBeep, 1, 0, "01"},
+      {&V::cmbScan, 1, 1, "01"},      {&V::cmbLamp, 1, 2, "01"},    {&V::cmbBat, 1, 4, "01"},
+      {&V::cmbVod, 1, 8, "40"},       {&V::cmbStb, 1, 9, "01"},     {&V::cmbDBurst, 1, 12, "01"},
+      {&V::chkScanEn, 2, 0, "AA"},    {&V::chkPowerEn, 2, 1, "AA"}, {&V::chkLockEn, 2, 2, "AA"},
+      {&V::chkMoniEn, 2, 3, "AA"},    {&V::chkToneEn, 2, 4, "AA"},  {&V::chkBurstEn, 2, 5, "AA"},
+      {&V::chkNameEn, 2, 6, "AA"},    {&V::chkVoxEn, 2, 7, "AA"},   {&V::chkAlertEn, 3, 12, "AA"},
+      {&V::chkReverseEn, 3, 13, "AA"}};
+  EXPECT_EQ(std::size(cases), SettingsFields().size());
+  const std::string zeros(32, '0');
+  for (const auto& c : cases) {
+    V values;
+    values.*c.control = 1;
+    std::array<std::string, 4> lines = {"A5000000D40000000000000000000000",
+                                        "00000000000000000000000000000001", zeros, zeros};
+    lines[static_cast<std::size_t>(c.line)].replace(2 * static_cast<std::size_t>(c.byte), 2,
+                                                    c.digits);
+    if (c.control == &V::chkChannel) lines[0].replace(8, 2, "D2");
+    CloneImage image = ImageWith({zeros, zeros, zeros, zeros});
+    EncodeSettings(values, image);
+    EXPECT_EQ(image.SettingsLine, lines) << c.line << "." << c.byte;
+    EXPECT_EQ(DecodeSettings(image), values) << c.line << "." << c.byte;
+  }
+}
+
+TEST(Settings, EveryItemOfThePagesHasAByteThatCanHoldIt) {
+  for (const SettingsItem& item : SettingsItems()) {
+    const SettingsField& field = SettingsFieldOf(item.control);
+    EXPECT_EQ(field.control, item.control);
+    // The fifth tone burst is the one that does not come back.
+    const int items = static_cast<int>(item.items.size());
+    const int readable = item.control == "cmbTB" ? items - 1 : items;
+    if (items > 0) {
+      EXPECT_EQ(readable, field.top + 1) << item.control;
+    }
+  }
+  EXPECT_EQ(SettingsItems().size(), SettingsFields().size());
+}
+
 TEST(Settings, BytesWithoutAControlAreKeptOrForced) {
   CloneImage image = ImageWith(
       {std::string(32, '7'), std::string(32, '7'), std::string(32, '7'), std::string(32, '7')});
@@ -127,7 +176,8 @@ TEST(Settings, StartChannelFollowsChannelModeUseAndParity) {
   const struct {
     const char* parity_byte;
     const char* start;
-  } cases[] = {{"00", "D4"}, {"01", "D8"}, {"1F", "D8"}, {"0A", "D4"}, {"A1", "D4"}, {"99", "D8"}};
+  } cases[] = {{"00", "D4"}, {"01", "D8"}, {"1F", "D8"}, {"0A", "D4"}, {"A1", "D4"},
+               {"99", "D8"}, {"+1", "D4"}, {" 1", "D4"}, {"3.", "D8"}};
   for (const auto& c : cases) {
     image.SettingsLine[0] = ReplaceByte(image.SettingsLine[0], c.parity_byte, 3);
     EXPECT_EQ(start(0), c.start) << c.parity_byte;

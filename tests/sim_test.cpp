@@ -23,6 +23,7 @@ struct SimulatedBench : test::FakeTime {
       : radio(Options(faults, baud)) {
     StoreDocument(in_radio, radio.memory());
     pump.next_arrival = [this] { return std::exchange(wake, std::nullopt); };
+    link.OpenPort();
   }
   static SimulatedRadio::Options Options(const std::vector<std::string>& faults, int baud) {
     SimulatedRadio::Options options;
@@ -155,6 +156,7 @@ TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
                                                          : unit)
         << c.fault;
     // Once: the next exchange is good again.
+    bench.link.OpenPort();
     if (std::string(c.fault) != "late") {
       EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << c.fault;
     }
@@ -175,8 +177,8 @@ TEST(Faults, StayWhereTheyAreToldTo) {
   }
   EXPECT_EQ(happened, "--n o-n -sn -sn -sn ");
   std::string why;
-  for (const char* bad :
-       {"", "sleep", "ng=3", "late=x", "late=-1", "ng@", "ng@20", "ng@02G0", "ng@#0", "ng@#x"}) {
+  for (const char* bad : {"", "sleep", "ng=3", "late=x", "late=-1", "ng@", "ng@20", "ng@02G0",
+                          "ng@#0", "ng@#x", "ng@2000", "ng@0201", "stray=60001"}) {
     EXPECT_FALSE(ParseFault(bad, why)) << bad;
   }
 }

@@ -52,6 +52,7 @@ TEST(Models, LimitsOfEveryModelAndVersion) {
       {Band::kUhf, 0, 1, 0, 512, "(400.000-511.995MHz)"},
       {Band::kUhf, 1, 1, 0, 512, "(400.000-511.995MHz)"},
       {Band::kUhf, 2, 1, 0, 512, "(400.000-511.995MHz)"},
+      {Band::kUhf, 3, 1, 0, 0, ""},
   };
   for (const auto& row : rows) {
     const BandTable& table = BandTableOf(row.band);
@@ -64,18 +65,27 @@ TEST(Models, LimitsOfEveryModelAndVersion) {
   }
 }
 
-TEST(Values, ListsHaveTheirSizesOrderAndEnds) {
-  EXPECT_EQ(StepTexts().size(), 7U);
-  EXPECT_EQ(ToneTexts().size(), 39U);
-  EXPECT_EQ(DcsTexts().size(), 104U);
-  EXPECT_EQ(MidTexts().size(), 11U);
-  EXPECT_EQ(StepText(2), "12.5KHz");
-  EXPECT_EQ(ToneText(8), "88.5Hz");
-  EXPECT_EQ(ToneText(38), "250.3Hz");
-  EXPECT_EQ(DcsText(0), "023");
+std::string Joined(std::span<const std::string_view> list) {
+  std::string text;
+  for (const std::string_view entry : list) text.append(entry).append(" ");
+  return text;
+}
+
+TEST(Values, ListsInFull) {
+  EXPECT_EQ(Joined(StepTexts()), "5KHz 10KHz 12.5KHz 15KHz 20KHz 25KHz 30KHz ");
+  EXPECT_EQ(Joined(ToneTexts()),
+            "67.0Hz 69.3Hz 71.9Hz 74.4Hz 77.0Hz 79.7Hz 82.5Hz 85.4Hz 88.5Hz 91.5Hz 94.8Hz 97.4Hz "
+            "100.0Hz 103.5Hz 107.2Hz 110.9Hz 114.8Hz 118.8Hz 123.0Hz 127.3Hz 131.8Hz 136.5Hz "
+            "141.3Hz 146.2Hz 151.4Hz 156.7Hz 162.2Hz 167.9Hz 173.8Hz 179.9Hz 186.2Hz 192.8Hz "
+            "203.5Hz 210.7Hz 218.1Hz 225.7Hz 233.6Hz 241.8Hz 250.3Hz ");
+  EXPECT_EQ(Joined(DcsTexts()),
+            "023 025 026 031 032 036 043 047 051 053 054 065 071 072 073 074 114 115 116 122 125 "
+            "131 132 134 143 145 152 155 156 162 165 172 174 205 212 223 225 226 243 244 245 246 "
+            "251 252 255 261 263 265 266 271 274 306 311 315 325 331 332 343 346 351 356 364 365 "
+            "371 411 412 413 423 431 432 445 446 452 454 455 462 464 465 466 503 506 516 523 526 "
+            "532 546 565 606 612 624 627 631 632 654 662 664 703 712 723 731 732 734 743 754 ");
+  EXPECT_EQ(Joined(MidTexts()), "00 01 02 03 04 05 06 07 08 09 10 ");
   EXPECT_EQ(DcsText(103), "754");
-  EXPECT_EQ(MidText(10), "10");
-  for (std::size_t i = 1; i < DcsTexts().size(); ++i) EXPECT_LT(DcsTexts()[i - 1], DcsTexts()[i]);
 }
 
 TEST(GridColumns, WidthsBelongToGridColumnsFromTheRowTitleOn) {

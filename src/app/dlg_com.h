@@ -7,7 +7,7 @@ class QButtonGroup;
 
 namespace q40 {
 
-class dlgCOM : public QDialog {  // NOLINT: the dialog's given name
+class dlgCOM final : public QDialog {  // NOLINT: the dialog's given name
   Q_OBJECT
 
  public:

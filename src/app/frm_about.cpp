@@ -56,7 +56,7 @@ QString SystemInfo(const QString& port) {
 
 }  // namespace
 
-frmAbout::frmAbout(const QString& port, QWidget* parent) : QDialog(parent), port_(port) {
+frmAbout::frmAbout(QString port, QWidget* parent) : QDialog(parent), port_(std::move(port)) {
   setObjectName(QStringLiteral("frmAbout"));
   setWindowTitle(tr("About"));
   auto* name = new QLabel(ProgramLine(), this);

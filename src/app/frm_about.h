@@ -5,12 +5,12 @@
 
 namespace q40 {
 
-class frmAbout : public QDialog {  // NOLINT: the dialog's given name
+class frmAbout final : public QDialog {  // NOLINT: the dialog's given name
   Q_OBJECT
 
  public:
   // `port` names the port and its device for the system information.
-  frmAbout(const QString& port, QWidget* parent);
+  frmAbout(QString port, QWidget* parent);
 
  private:
   void ShowSystemInfo();

@@ -1,5 +1,7 @@
 #include "app/frm_main.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -42,9 +44,7 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-int Pixels(int twips) {
-  return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel;
-}
+int Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
 
 }  // namespace
 
@@ -115,9 +115,10 @@ void frmMain::closeEvent(QCloseEvent* event) {
   // Intended: changed channels alone are not asked about.
   if (document_.SettingsChanged && !AskToSave()) return;
   port_file_.Write(port_->number());
-  const QWidgetList others = QApplication::topLevelWidgets();
-  for (auto other = others.rbegin(); other != others.rend(); ++other) {
-    if (*other != this && (*other)->isVisible()) (*other)->close();
+  QWidgetList others = QApplication::topLevelWidgets();
+  std::reverse(others.begin(), others.end());  // the one opened last goes first
+  for (QWidget* other : others) {
+    if (other != this && other->isVisible()) other->close();
   }
   if (!isMinimized()) RememberPlacement();
   event->accept();
@@ -168,9 +169,7 @@ void frmMain::ToggleToolBar(bool visible) {
   findChild<QToolBar*>(QStringLiteral("tbToolBar"))->setVisible(visible);
 }
 
-void frmMain::ToggleStatusBar(bool visible) {
-  statusBar()->setVisible(visible);
-}
+void frmMain::ToggleStatusBar(bool visible) { statusBar()->setVisible(visible); }
 
 void frmMain::EditCurrent() {
   if (tabs_->currentIndex() == kSettings1Tab) OpenSpecialChannel(special_->grid().CurrentRow() - 1);
@@ -183,9 +182,7 @@ void frmMain::ChoosePort() {
   ShowStatus();
 }
 
-void frmMain::About() {
-  frmAbout(port_label_->text(), this).exec();
-}
+void frmMain::About() { frmAbout(port_label_->text(), this).exec(); }
 
 void frmMain::Help() {
   if (help_ == nullptr) help_ = new HelpWindow(this);
@@ -204,13 +201,9 @@ void frmMain::ShowStatus() {
   file_label_->setText(HasChanges() ? tr("Changed") : tr("Not changed"));
 }
 
-void frmMain::Note(const QString& text) {
-  statusBar()->showMessage(text, kNoteMs);
-}
+void frmMain::Note(const QString& text) { statusBar()->showMessage(text, kNoteMs); }
 
-bool frmMain::HasChanges() const {
-  return document_.SettingsChanged || document_.MemoryChanged;
-}
+bool frmMain::HasChanges() const { return document_.SettingsChanged || document_.MemoryChanged; }
 
 // ---- the document on the pages
 
@@ -238,9 +231,7 @@ void frmMain::ChangeFont() {
   special_->grid().ChangeFont();
 }
 
-void frmMain::UpdateVFOData() {
-  special_->UpdateVFOData();
-}
+void frmMain::UpdateVFOData() { special_->UpdateVFOData(); }
 
 void frmMain::ChooseBand(Band band) {
   if (IsBusy()) return settings1_->ShowBand(document_.image.ShownBand);

@@ -41,7 +41,7 @@ struct MainOptions {
   std::chrono::milliseconds start_pause{2000};
 };
 
-class frmMain : public QMainWindow, private SequenceHost {  // NOLINT: the window's given name
+class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the window's given name
   Q_OBJECT
 
  public:

@@ -118,6 +118,7 @@ void frmMain::OpenCloneFile(const std::string& path) {
   const OpenResult result = q40::OpenCloneFile(path, document_);
   if (!result.problem) {
     SetPath(path);
+    if (result.odd_digit) Note(QString::fromStdString(result.odd_digit->Message()));
     return ShowDocument();
   }
   // A file that is refused late leaves its model behind.
@@ -131,9 +132,7 @@ void frmMain::OpenCloneFile(const std::string& path) {
 
 // ---- Save
 
-void frmMain::SaveCommand() {
-  Save();
-}
+void frmMain::SaveCommand() { Save(); }
 
 // Takes the model that the document has: in the question of a model change the option already shows
 // the next one.
@@ -141,9 +140,7 @@ bool frmMain::Save() {
   return path_.empty() ? SaveWithDialog(document_.model) : SaveTo(path_, document_.model);
 }
 
-void frmMain::SaveAs() {
-  SaveWithDialog(settings1_->ChosenModel());
-}
+void frmMain::SaveAs() { SaveWithDialog(settings1_->ChosenModel()); }
 
 bool frmMain::SaveWithDialog(int model) {
   const std::string path = AskPath(FileDialog::kSave, kCloneFilter, "Q40");
@@ -181,8 +178,10 @@ void frmMain::Import() {
   const std::string path = AskPath(FileDialog::kOpen, kCsvFilter, "csv");
   if (path.empty()) return;
   std::string text;
-  if (const auto problem = ReadFile(path, kLongestCsv, text)) return DataError(*problem);
+  if (const auto problem = ReadFile(path, kLongestCsv + 1, text)) return DataError(*problem);
+  if (const auto problem = CheckCsvSize(text, path)) return DataError(*problem);
   const ImportReport report = ImportChannels(text, document_.image);
+  if (const auto problem = ProblemOf(report, path)) return DataError(*problem);
   UpdateVFOData();
   memory_->grid().SelectRow(1);
   memory_->RedrawAll();
@@ -198,7 +197,7 @@ void frmMain::Import() {
   Note(tr("%1 memory and %2 special channel records imported, %3 passed over.")
            .arg(report.memory_records)
            .arg(report.special_records)
-           .arg(report.passed_over.size()));
+           .arg(report.passed_over_count));
 }
 
 }  // namespace q40

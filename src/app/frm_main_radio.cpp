@@ -41,39 +41,17 @@ QString Doing(Sequence sequence) {
 
 // ---- commands
 
-void frmMain::AutoSelect() {
-  Talk(&Sequences::AutoSelect);
-}
-void frmMain::ReadSettings() {
-  Talk(&Sequences::ReadSettings);
-}
-void frmMain::ReadMemory() {
-  Talk(&Sequences::ReadMemory);
-}
-void frmMain::WriteSettings() {
-  Talk(&Sequences::WriteSettings);
-}
-void frmMain::WriteMemory() {
-  Talk(&Sequences::WriteMemory);
-}
-void frmMain::MenuReadSettings() {
-  TalkFromMenu(&Sequences::ReadSettings);
-}
-void frmMain::MenuReadMemory() {
-  TalkFromMenu(&Sequences::ReadMemory);
-}
-void frmMain::MenuReadAll() {
-  TalkFromMenu(&Sequences::ReadAll);
-}
-void frmMain::MenuWriteSettings() {
-  TalkFromMenu(&Sequences::WriteSettings);
-}
-void frmMain::MenuWriteMemory() {
-  TalkFromMenu(&Sequences::WriteMemory);
-}
-void frmMain::MenuWriteAll() {
-  TalkFromMenu(&Sequences::WriteAll);
-}
+void frmMain::AutoSelect() { Talk(&Sequences::AutoSelect); }
+void frmMain::ReadSettings() { Talk(&Sequences::ReadSettings); }
+void frmMain::ReadMemory() { Talk(&Sequences::ReadMemory); }
+void frmMain::WriteSettings() { Talk(&Sequences::WriteSettings); }
+void frmMain::WriteMemory() { Talk(&Sequences::WriteMemory); }
+void frmMain::MenuReadSettings() { TalkFromMenu(&Sequences::ReadSettings); }
+void frmMain::MenuReadMemory() { TalkFromMenu(&Sequences::ReadMemory); }
+void frmMain::MenuReadAll() { TalkFromMenu(&Sequences::ReadAll); }
+void frmMain::MenuWriteSettings() { TalkFromMenu(&Sequences::WriteSettings); }
+void frmMain::MenuWriteMemory() { TalkFromMenu(&Sequences::WriteMemory); }
+void frmMain::MenuWriteAll() { TalkFromMenu(&Sequences::WriteAll); }
 
 void frmMain::Talk(SequenceReport (Sequences::*sequence)()) {
   CollectSettings();
@@ -141,9 +119,7 @@ void frmMain::ShowDialText(int index) {
   settings2_->SetDialText(index, document_.dial[static_cast<std::size_t>(index)]);
 }
 
-void frmMain::ShowMemoryChannel(int n) {
-  memory_->ShowReadChannel(n);
-}
+void frmMain::ShowMemoryChannel(int n) { memory_->ShowReadChannel(n); }
 
 // ---- the end of a sequence
 
@@ -196,6 +172,7 @@ void frmMain::ServiceRead(const QString& digits) {
   service_->SetReading(true);
   service_->ShowReply({});
   // The digits go out as they were typed, and whatever comes back is shown.
+  link_.OpenPort();
   link_.ServiceRead("KX~F" + digits.toStdString() + "R\r", [this](const std::string& reply) {
     service_->ShowReply(QString::fromLatin1(reply.data(), static_cast<qsizetype>(reply.size())));
   });
@@ -208,12 +185,13 @@ void frmMain::ServiceDump() {
   constexpr std::size_t kShown = 34;  // 32 digits and the line end
   SetBusy(Busy::kTalking);
   service_->SetDumping(true);
+  link_.OpenPort();
   for (int block = 0; block < kBlocks; ++block) {
     const std::string number = HexByteText(block);
     const auto reply = link_.ServiceRead("KX~F0" + number + "0R\r", {});
     if (!reply) break;
     const std::string tail = reply->substr(reply->size() - std::min(reply->size(), kShown));
-    service_->AppendReply(QString::fromStdString(number + '\t' + tail));
+    service_->AppendReply(QString::fromStdString(std::string(number).append("\t").append(tail)));
   }
   service_->SetDumping(false);
   SetBusy(Busy::kNo);

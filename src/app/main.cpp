@@ -8,6 +8,7 @@
 
 #include "app/frm_main.h"
 #include "app/tables/startup_path.h"
+#include "files/standard_streams.h"
 #include "version.h"
 
 namespace {
@@ -62,6 +63,7 @@ q40::MainOptions Options(const QCommandLineParser& parser) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  q40::OpenStandardStreams();
 #ifdef SIGXFSZ
   std::signal(SIGXFSZ, SIG_IGN);  // a full quota is an error of a write, not the end of the program
 #endif

@@ -55,20 +55,14 @@ QPushButton* ServicePage::AddButton(const char* name, const char* caption) {
   return button;
 }
 
-void ServicePage::ShowReply(const QString& reply) {
-  replies_->setPlainText(reply);
-}
+void ServicePage::ShowReply(const QString& reply) { replies_->setPlainText(reply); }
 
 void ServicePage::AppendReply(const QString& text) {
   replies_->moveCursor(QTextCursor::End);
   replies_->insertPlainText(text);
 }
 
-void ServicePage::SetReading(bool reading) {
-  read_->setEnabled(!reading);
-}
-void ServicePage::SetDumping(bool dumping) {
-  dump_->setEnabled(!dumping);
-}
+void ServicePage::SetReading(bool reading) { read_->setEnabled(!reading); }
+void ServicePage::SetDumping(bool dumping) { dump_->setEnabled(!dumping); }
 
 }  // namespace q40

@@ -4,7 +4,6 @@
 
 #include "cli/commands.h"
 #include "files/clone_file.h"
-#include "files/whole_file.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -15,34 +14,24 @@ struct Arguments {
   bool json = false;
 };
 
-// The file's problem as Open finds it. What Open takes although it is odd is said, but no reason to
-// refuse the file.
-std::optional<FileProblem> Check(CommandContext& context, const std::string& file,
-                                 CloneDocument& document) {
-  std::string text;
-  if (auto problem = ReadFile(file, kLongestCloneFile, text)) return problem;
-  if (auto problem = OpenCloneText(text, file, document).problem) return problem;
-  CloneLines lines;
-  if (!SplitCloneText(text, file, lines)) {
-    if (const auto odd = FirstOddDigit(lines, file)) context.console.Note(odd->Message());
-  }
-  return std::nullopt;
-}
-
 int Run(CommandContext& context, const Arguments& arguments) {
   int code = kExitDone;
   auto json = nlohmann::ordered_json::array();
   CloneDocument document = FreshDocument();
   for (const std::string& file : arguments.files) {
-    const auto problem = Check(context, file, document);
+    const OpenResult result = OpenCloneFile(file, document);
+    const auto& problem = result.problem;
+    const auto& odd = result.odd_digit;
     if (problem) code = kExitDataError;
     if (arguments.json) {
       nlohmann::ordered_json row = {{"file", file}, {"ok", !problem}};
       if (problem) row.update({{"line", problem->line}, {"problem", problem->what}});
+      if (odd) row.update({{"line", odd->line}, {"note", odd->what}});
       json.push_back(std::move(row));
     } else if (Print(context, (problem ? problem->Message() : file + ": ok") + '\n') != kExitDone) {
       return kExitCannotWrite;
     }
+    if (odd && !arguments.json) context.console.Note(odd->Message());
   }
   if (arguments.json) {
     const auto text = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);

@@ -1,7 +1,7 @@
 // export and import: the channel list to and from CSV.
 #include <cerrno>
-#include <cstring>
 #include <memory>
+#include <system_error>
 
 #include "cli/commands.h"
 #include "files/channel_csv.h"
@@ -20,8 +20,8 @@ struct Arguments {
   std::string out;
 };
 
-FileProblem BadCsv(const std::string& path, int line, std::string what) {
-  return {FileProblem::Kind::kBadData, path, line, std::move(what)};
+std::string NameOf(const std::string& csv) {
+  return csv == kStandardStream ? "standard input" : csv;
 }
 
 std::optional<FileProblem> ReadStandardInput(std::size_t limit, std::string& text) {
@@ -34,24 +34,25 @@ std::optional<FileProblem> ReadStandardInput(std::size_t limit, std::string& tex
     if (piece == 0) break;
   } while (got < limit);
   text.resize(std::min(got, limit));
-  if (std::ferror(stdin) != 0) return BadCsv("standard input", 0, std::strerror(errno));
-  return std::nullopt;
+  if (std::ferror(stdin) == 0) return std::nullopt;
+  return FileProblem{FileProblem::Kind::kBadData, NameOf(kStandardStream), 0,
+                     std::generic_category().message(errno)};
 }
 
 std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
-  const std::string name = path == kStandardStream ? "standard input" : path;
   if (auto problem = path == kStandardStream ? ReadStandardInput(kLongestCsv + 1, text)
                                              : ReadFile(path, kLongestCsv + 1, text)) {
     return problem;
   }
-  if (text.size() > kLongestCsv) return BadCsv(name, 0, "longer than 16 MiB, no channel list");
-  return std::nullopt;
+  return CheckCsvSize(text, NameOf(path));
 }
 
 void NotePassedOver(Console& console, const ImportReport& report) {
   for (const auto& record : report.passed_over) {
     console.Note("line " + std::to_string(record.line) + ": passed over, " + record.why);
   }
+  const int more = report.passed_over_count - static_cast<int>(report.passed_over.size());
+  if (more > 0) console.Note("and " + std::to_string(more) + " more");
 }
 
 int RunExport(CommandContext& context, const Arguments& arguments) {
@@ -70,13 +71,12 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
   if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
   const ImportReport report = ImportChannels(text, document.image);
   NotePassedOver(context.console, report);
-  if (report.unclosed_quote_line > 0) {
-    return context.console.Error(BadCsv(arguments.csv, report.unclosed_quote_line,
-                                        "a quote that is never closed. Nothing was imported."));
+  if (const auto problem = ProblemOf(report, NameOf(arguments.csv))) {
+    return context.console.Error(*problem);
   }
   if (report.memory_records + report.special_records == 0) {
-    return context.console.Error(
-        BadCsv(arguments.csv, 0, "no channel of an RX-Q40 in it. Nothing was imported."));
+    return context.console.Error({FileProblem::Kind::kBadData, NameOf(arguments.csv), 0,
+                                  "no channel of an RX-Q40 in it; nothing was imported"});
   }
   const std::string& target = arguments.out.empty() ? arguments.file : arguments.out;
   if (const auto problem = SaveCloneFile(target, document, document.model)) {

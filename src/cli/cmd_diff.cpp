@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/document_text.h"
 #include "image/defaults.h"
+#include "image/plain_text.h"
 
 namespace q40 {
 namespace {
@@ -13,8 +14,12 @@ struct Arguments {
   bool json = false;
 };
 
-std::string Quoted(const std::string& value) {
-  return '"' + value + '"';
+// Whole, unlike the values in messages.
+std::string Value(const std::string& value) {
+  std::string text(1, '"');
+  text += Printable(value);
+  text += '"';
+  return text;
 }
 
 int Run(CommandContext& context, const Arguments& arguments) {
@@ -33,8 +38,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
     if (cell.value == other) continue;
     // Between a channel in use and one that is not, the other cells say it all.
     if (cell.name == kStoredData && (cell.value.empty() || other.empty())) continue;
-    text +=
-        cell.place + ": " + cell.name + ": " + Quoted(cell.value) + " -> " + Quoted(other) + '\n';
+    text += cell.place + ": " + cell.name + ": " + Value(cell.value) + " -> " + Value(other) + '\n';
     json.push_back({{"place", cell.place}, {"name", cell.name}, {"a", cell.value}, {"b", other}});
   }
   const bool same = text.empty();

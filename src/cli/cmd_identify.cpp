@@ -5,6 +5,7 @@
 #include "cli/commands.h"
 #include "cli/radio_session.h"
 #include "image/defaults.h"
+#include "image/plain_text.h"
 
 namespace q40 {
 namespace {
@@ -22,7 +23,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
   if (const int code = session.Identify(); code != kExitDone) return code;
   const SequenceReport& report = session.report();
   const std::string model(ModelName(report.radio_model));
-  const std::string version(1, report.version_letter);
+  const std::string version = Printable(std::string(1, report.version_letter));
   if (!arguments.json) return Print(context, model + " version " + version + '\n');
   const nlohmann::ordered_json json = {{"model", model}, {"version", version}};
   return Print(context, json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n');

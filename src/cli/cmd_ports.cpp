@@ -18,18 +18,25 @@ struct PortRow {
   std::string description;
 };
 
+std::string Resolved(const std::string& device) {
+  std::error_code error;
+  const auto resolved = std::filesystem::canonical(device, error);
+  return error ? device : resolved.string();
+}
+
 std::vector<PortRow> PortRows() {
   const auto present = PresentPorts();
   std::vector<PortRow> rows;
   for (int number = 1; number <= kComPortCount; ++number) {
     PortRow row{number, ComDevice(number), false, {}};
+    const std::string device = Resolved(row.device);
     const auto found = std::find_if(present.begin(), present.end(),
-                                    [&](const PresentPort& p) { return p.device == row.device; });
+                                    [&](const PresentPort& p) { return p.device == device; });
     if (found != present.end()) row.description = found->description;
     std::error_code error;
-    const bool listed_only = row.device.starts_with("/dev/ttyS");  // the nodes exist without a chip
-    row.present =
-        found != present.end() || (!listed_only && std::filesystem::exists(row.device, error));
+    const bool listed_only = device.starts_with("/dev/ttyS");  // the nodes exist without a chip
+    row.present = found != present.end() ||
+                  (!listed_only && std::filesystem::is_character_file(device, error));
     rows.push_back(std::move(row));
   }
   return rows;
@@ -56,7 +63,7 @@ std::string JsonText(const std::vector<PortRow>& rows) {
                     {"present", row.present},
                     {"description", row.description}});
   }
-  return json.dump(2) + '\n';
+  return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
 }  // namespace

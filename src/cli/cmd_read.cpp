@@ -27,29 +27,27 @@ int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
   const Half half = HalfOf(arguments.only);
-  const bool completes = half != Half::kBoth && Exists(arguments.file) && !arguments.force;
-  if (half == Half::kBoth && Exists(arguments.file) && !arguments.force) {
+  const bool exists = Exists(arguments.file);
+  const bool keeps_a_half = exists && half != Half::kBoth;
+  if (exists && !keeps_a_half && !arguments.force) {
     return context.console.Error(kExitUsage, arguments.file +
                                                  " exists. Use --force to replace it, or --only "
                                                  "to read one half into it.");
   }
-
   CloneDocument document = FreshDocument();
-  // With --force too, the half that is not read is kept if the file is one to keep.
-  if (completes || (half != Half::kBoth && Exists(arguments.file))) {
-    const OpenResult opened = OpenCloneFile(arguments.file, document);
-    if (opened.problem && completes) return context.console.Error(*opened.problem);
-    if (opened.problem) document = FreshDocument();
+  if (keeps_a_half) {
+    if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   }
-  FileReplacement target;
-  if (const auto problem = target.Open(arguments.file)) return context.console.Error(*problem);
-
   RadioSession session(context, *device, document);
-  if (completes) session.KeepModel();
+  // Before the work, not after it.
+  if (const auto problem = CheckReplaceable(arguments.file)) {
+    return context.console.Error(*problem);
+  }
+  if (keeps_a_half && !arguments.force) session.KeepModel();
   if (const int code = session.Read(half); code != kExitDone) return code;
-  const auto text = CloneFileText(document, document.model);
-  if (!text) return context.console.Error(kExitDataError, "the data cannot be encoded");
-  if (const auto problem = target.Commit(*text)) return context.console.Error(*problem);
+  if (const auto problem = SaveCloneFile(arguments.file, document, document.model)) {
+    return context.console.Error(*problem);
+  }
   context.console.Note(ModelText(document) + " read into " + arguments.file);
   return kExitDone;
 }

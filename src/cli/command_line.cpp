@@ -8,7 +8,9 @@ namespace q40 {
 
 int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document) {
   const OpenResult result = OpenCloneFile(path, document);
-  return result.problem ? context.console.Error(*result.problem) : kExitDone;
+  if (result.problem) return context.console.Error(*result.problem);
+  if (result.odd_digit) context.console.Note(result.odd_digit->Message());
+  return kExitDone;
 }
 
 int Print(CommandContext& context, std::string_view text) {

@@ -9,8 +9,8 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/console.h"
-#include "cli/exit_codes.h"
 #include "cli/radio_line.h"
+#include "exit_codes.h"
 #include "image/clone_document.h"
 
 namespace q40 {

@@ -1,18 +1,29 @@
 #include "cli/console.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <sys/ioctl.h>
+#include <system_error>
 #include <unistd.h>
 
-#include "cli/exit_codes.h"
+#include "exit_codes.h"
 
 namespace q40 {
 namespace {
 
-constexpr int kBarWidth = 30;
+constexpr std::size_t kBarWidth = 30;
 constexpr std::string_view kRed = "\033[31m";
 constexpr std::string_view kPlain = "\033[0m";
 constexpr std::string_view kEraseLine = "\r\033[K";
+
+std::size_t TerminalWidth(std::FILE* terminal) {
+  constexpr std::size_t kUsual = 80;
+  winsize size{};
+  const bool known = ioctl(fileno(terminal), TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
+  return known ? size.ws_col : kUsual;
+}
 
 }  // namespace
 
@@ -46,7 +57,9 @@ int Console::Error(int code, std::string_view text) {
 
 int Console::Error(const FileProblem& problem) {
   if (problem.kind == FileProblem::Kind::kCannotWrite) {
-    return Error(kExitCannotWrite, problem.Message() + ". The file is as it was.");
+    std::error_code error;
+    const bool there = std::filesystem::is_regular_file(problem.path, error);
+    return Error(kExitCannotWrite, problem.Message() + (there ? ". The file is as it was." : "."));
   }
   return Error(kExitDataError, std::string(kDataErrorText) + ": " + problem.Message());
 }
@@ -58,13 +71,15 @@ void Console::Progress(std::string_view job, int done, int total, std::string_vi
     job_ = job;
     return;
   }
-  const int filled = total > 0 ? kBarWidth * done / total : 0;
-  const int percent = total > 0 ? 100 * done / total : 0;
-  std::string line(kEraseLine);
-  line += std::string(job) + " [" + std::string(static_cast<std::size_t>(filled), '#') +
-          std::string(static_cast<std::size_t>(kBarWidth - filled), '.') + "] ";
-  line += std::to_string(percent) + " % " + std::string(where);
-  Say(line);
+  if (total == 0) return;
+  const auto filled = kBarWidth * static_cast<std::size_t>(done) / static_cast<std::size_t>(total);
+  std::string line = std::string(job) + " [" + std::string(filled, '#') +
+                     std::string(kBarWidth - filled, '.') + "] " +
+                     std::to_string(100 * done / total) + " % ";
+  line += where;
+  // A line that wraps could not be erased.
+  line.resize(std::min(line.size(), TerminalWidth(err_) - 1));
+  Say(std::string(kEraseLine) + line);
   bar_shown_ = true;
 }
 

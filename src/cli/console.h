@@ -18,7 +18,7 @@ class Console {
   // Only errors are said.
   void SetQuiet(bool quiet) { quiet_ = quiet; }
 
-  // A result. Written at once when it is a whole text; false when standard output takes no more.
+  // A result, pushed out at once. False when its stream takes no more.
   bool Result(std::string_view text);
   // What happens, and what is worth knowing.
   void Note(std::string_view text);
@@ -26,7 +26,7 @@ class Console {
   int Error(int code, std::string_view text);
   int Error(const FileProblem& problem);
 
-  // A bar on a terminal; elsewhere nothing but the first word of each job.
+  // A bar on a terminal; elsewhere nothing but the name of each new job.
   void Progress(std::string_view job, int done, int total, std::string_view where);
   void EndProgress();
 

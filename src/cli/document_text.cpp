@@ -6,6 +6,7 @@
 #include "app/tables/settings_items.h"
 #include "image/channel_codec.h"
 #include "image/hex.h"
+#include "image/plain_text.h"
 #include "image/settings_codec.h"
 #include "image/vocabulary.h"
 
@@ -13,10 +14,6 @@ namespace q40 {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string BandName(Band band) {
-  return band == Band::kVhf ? "VHF" : "UHF";
-}
 
 // Fields in the order in which the list of a channel is read: RxDCS beside TxDCS, the name last.
 constexpr Field kReadingOrder[] = {Field::kFrequency, Field::kStep,        Field::kTone,
@@ -32,17 +29,19 @@ std::string FieldText(ChannelKind kind, const ChannelRecord& record, Field field
   return record.Text(kind, field);
 }
 
-const SettingsField& FieldOf(std::string_view control) {
-  const auto fields = SettingsFields();
-  return *std::find_if(fields.begin(), fields.end(),
-                       [&](const SettingsField& f) { return f.control == control; });
-}
-
 std::string PlaceOf(SettingsGroup group) {
   switch (group) {
     case SettingsGroup::kDtmf: return "DTMF";
     case SettingsGroup::kAccess: return "Access";
     default: return "Settings";
+  }
+}
+
+std::string JsonKeyOf(SettingsGroup group) {
+  switch (group) {
+    case SettingsGroup::kDtmf: return "dtmf";
+    case SettingsGroup::kAccess: return "access";
+    default: return "settings";
   }
 }
 
@@ -69,10 +68,8 @@ class CellList {
   }
 
   void AddChannel(const std::string& place, ChannelKind kind, const ChannelRecord& record,
-                  bool in_use, std::string_view stored) {
-    const bool always_there =
-        kind == ChannelKind::kSpecial && !place.ends_with(" PH") && !place.ends_with(" PL");
-    if (!always_there) Add(place, "In use", in_use ? "yes" : "no");
+                  bool may_be_absent, bool in_use, std::string_view stored) {
+    if (may_be_absent) Add(place, "In use", in_use ? "yes" : "no");
     for (const Field field : kReadingOrder) {
       if (!HasField(kind, field)) continue;
       Add(place, std::string(FieldName(field)), in_use ? FieldText(kind, record, field) : "");
@@ -133,7 +130,7 @@ Row HeadingRow(ChannelKind kind, const std::string& first) {
 Row ChannelRow(ChannelKind kind, const std::string& title, const ChannelRecord& record) {
   Row row = {title};
   for (const Field field : kReadingOrder) {
-    if (HasField(kind, field)) row.push_back(FieldText(kind, record, field));
+    if (HasField(kind, field)) row.push_back(Printable(FieldText(kind, record, field)));
   }
   return row;
 }
@@ -151,7 +148,7 @@ void AppendSettings(std::string& text, const CloneDocument& document, SettingsGr
 void AppendSpecialChannels(std::string& text, const CloneImage& image, Band band) {
   constexpr auto kKind = ChannelKind::kSpecial;
   const SpecialSet& set = SpecialStore(image, band);
-  text += BandName(band) + " special channels\n";
+  text += std::string(BandName(band)) + " special channels\n";
   std::vector<Row> rows = {HeadingRow(kKind, "")};
   for (int k = 0; k < kSpecialChannelCount; ++k) {
     const auto row = static_cast<std::size_t>(k);
@@ -181,7 +178,7 @@ void AppendMemoryChannels(std::string& text, const CloneImage& image) {
 // ---- JSON
 
 Json SettingJson(const SettingsValues& values, const SettingsItem& item) {
-  const SettingsField& field = FieldOf(item.control);
+  const SettingsField& field = SettingsFieldOf(item.control);
   if (!item.items.empty()) return SettingText(values, item.control);
   if (field.rule == SettingRule::kRange) return values.*field.value;
   return values.*field.value != 0;
@@ -204,7 +201,7 @@ Json ChannelJson(ChannelKind kind, const ChannelRecord& record) {
 }  // namespace
 
 std::string SettingText(const SettingsValues& values, std::string_view control) {
-  const SettingsField& field = FieldOf(control);
+  const SettingsField& field = SettingsFieldOf(control);
   const SettingsItem& item = SettingsItemOf(control);
   const int value = values.*field.value;
   if (!item.items.empty()) {
@@ -235,16 +232,16 @@ std::vector<DocumentCell> CellsOf(const CloneDocument& document) {
     for (int k = 0; k < kSpecialChannelCount; ++k) {
       const auto row = static_cast<std::size_t>(k);
       const auto lines = EncodeSpecialChannel(set, present, k);
-      cells.AddChannel(BandName(band) + ' ' + std::string(kSpecialRowTitles[row]),
-                       ChannelKind::kSpecial, set[row], EffectivelyPresent(set, present, k),
-                       lines ? lines->Joined() : "");
+      cells.AddChannel(std::string(BandName(band)) + ' ' + std::string(kSpecialRowTitles[row]),
+                       ChannelKind::kSpecial, set[row], k >= kPhRow,
+                       EffectivelyPresent(set, present, k), lines ? lines->Joined() : "");
     }
   }
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const auto row = static_cast<std::size_t>(n);
     const auto lines = EncodeMemoryChannel(image, n);
     cells.AddChannel("Memory " + ChannelTitle(n), ChannelKind::kMemory, image.MemoryTable[row],
-                     image.ChannelInUse[row], lines ? lines->Joined() : "");
+                     true, image.ChannelInUse[row], lines ? lines->Joined() : "");
   }
   return cells.Take();
 }
@@ -259,7 +256,7 @@ std::string DocumentReport(const CloneDocument& document) {
   text += "Auto dialer\n";
   std::vector<Row> dials;
   for (std::size_t i = 0; i < document.dial.size(); ++i) {
-    dials.push_back({std::string(kDialTitles[i]), document.dial[i]});
+    dials.push_back({std::string(kDialTitles[i]), Printable(document.dial[i])});
   }
   AppendTable(text, dials);
   for (const Band band : kBands) AppendSpecialChannels(text, document.image, band);
@@ -273,10 +270,8 @@ Json DocumentJson(const CloneDocument& document) {
   json["model"] = ModelName(document.model);
   json["versionA"] = image.VersionA;
   for (const SettingsItem& item : SettingsItems()) {
-    std::string place = UpperCase(PlaceOf(item.group)) == "DTMF" ? "dtmf"
-                        : item.group == SettingsGroup::kAccess   ? "access"
-                                                                 : "settings";
-    json[place][std::string(Trimmed(item.caption))] = SettingJson(document.settings, item);
+    json[JsonKeyOf(item.group)][std::string(Trimmed(item.caption))] =
+        SettingJson(document.settings, item);
   }
   for (std::size_t i = 0; i < document.dial.size(); ++i) {
     json["dialer"][std::string(kDialTitles[i])] = document.dial[i];
@@ -285,7 +280,8 @@ Json DocumentJson(const CloneDocument& document) {
     const SpecialSet& set = SpecialStore(image, band);
     for (int k = 0; k < kSpecialChannelCount; ++k) {
       const auto row = static_cast<std::size_t>(k);
-      Json& channel = json["special"][BandName(band)][std::string(kSpecialRowTitles[row])];
+      Json& channel =
+          json["special"][std::string(BandName(band))][std::string(kSpecialRowTitles[row])];
       if (EffectivelyPresent(set, StoredPresent(image, band), k)) {
         channel = ChannelJson(ChannelKind::kSpecial, set[row]);
       } else {

@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "cli/commands.h"
+#include "files/standard_streams.h"
 #include "link/serial_port.h"
 
 namespace q40 {
@@ -28,6 +29,7 @@ class SerialLine final : public RadioLine {
 }  // namespace q40
 
 int main(int argc, char** argv) {
+  q40::OpenStandardStreams();
   // A full disk and a closed pipe are errors of a call here, not the end of the program.
   std::signal(SIGPIPE, SIG_IGN);
 #ifdef SIGXFSZ
@@ -41,6 +43,6 @@ int main(int argc, char** argv) {
     return q40::RunCommandLine(argc, argv, context);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rxq40ctl: %s\n", error.what());
-    return EXIT_FAILURE;
+    return q40::kExitInternal;
   }
 }

@@ -1,11 +1,16 @@
 #include "cli/radio_session.h"
 
+#include <algorithm>
+
 #include "image/defaults.h"
 #include "image/hex.h"
 #include "link/com_ports.h"
 
 namespace q40 {
 namespace {
+
+constexpr const char* kCheckTheCable =
+    " Check that the radio is on, the cable is in, and the port is the cable's.";
 
 std::string JobName(Sequence sequence) {
   switch (sequence) {
@@ -17,12 +22,31 @@ std::string JobName(Sequence sequence) {
   }
 }
 
-std::string Acknowledged(const SequenceReport& report) {
+// What the radio has of a write that ended early.
+std::string Written(const SequenceReport& report) {
   const std::size_t count = report.acknowledged.size();
-  if (count == 0) return " The radio acknowledged no block: it is as it was.";
-  return " The radio acknowledged " + std::to_string(count) + (count == 1 ? " block" : " blocks") +
-         ", the last was " + UnitName(report.acknowledged.back()) + " at address " +
-         AddressText(report.acknowledged.back()) + "; what follows is as it was.";
+  if (count == 0 && !report.in_flight) return " Nothing was written.";
+  std::string text = " The radio acknowledged ";
+  if (count == 0) {
+    text += "no block";
+  } else {
+    const Address last = report.acknowledged.back();
+    text += std::to_string(count) + (count == 1 ? " block" : " blocks") + ", the last was " +
+            UnitName(last) + " at address " + AddressText(last);
+  }
+  if (report.in_flight) {
+    text += "; whether it stored " + UnitName(*report.in_flight) + " is not known";
+  }
+  return text + ". Nothing was sent behind that.";
+}
+
+bool IsBlockAnswer(std::string_view answer) {
+  constexpr std::size_t kLength = kBlockDigits + 4;
+  if (answer.size() < kLength) return false;
+  answer = answer.substr(answer.size() - kLength);
+  const std::string_view digits = answer.substr(2, kBlockDigits);
+  return answer.starts_with("\r\n") && answer.ends_with("\r\n") &&
+         std::all_of(digits.begin(), digits.end(), IsHexDigit);
 }
 
 }  // namespace
@@ -36,9 +60,7 @@ RadioSession::RadioSession(CommandContext& context, const std::string& device,
       link_(line_->port(), line_->timers(), line_->pump()),
       sequences_(link_, document, *this) {}
 
-int RadioSession::Identify() {
-  return Conclude(sequences_.Identify());
-}
+int RadioSession::Identify() { return Conclude(sequences_.Identify()); }
 
 int RadioSession::Read(Half half) {
   switch (half) {
@@ -58,28 +80,26 @@ int RadioSession::Write(Half half) {
 }
 
 int RadioSession::Dump(int first_block, int count) {
-  constexpr std::size_t kBlockAnswer = 34;  // 32 digits, CR LF
-  constexpr std::size_t kWholeAnswer = kBlockAnswer + 2;
+  Console& console = context_.console;
+  link_.OpenPort();
   for (int block = first_block; block < first_block + count; ++block) {
-    const std::string command = ReadCommand(static_cast<Address>(block * kBlockSize));
-    const auto reply = link_.ServiceRead(command, {});
-    if (line_->pump().StopRequested())
-      return context_.console.Error(kExitInterrupted, "Interrupted");
+    const auto address = static_cast<Address>(block * kBlockSize);
+    const auto reply = link_.ServiceRead(ReadCommand(address), {});
+    if (link_.StopRequested()) return console.Error(kExitInterrupted, "Interrupted");
     if (!reply) {
-      return context_.console.Error(kExitPortError,
-                                    kPortErrorText + Advice(link_.port().Problem()));
+      return console.Error(kExitPortError, kPortErrorText + Advice(link_.port().Problem()));
     }
-    if (reply->size() < kWholeAnswer) {
-      return context_.console.Error(kExitCommunicationError,
-                                    std::string(kCommunicationErrorText) +
-                                        ": no complete answer for address " + command.substr(4, 4) +
-                                        " within 0.5 s");
+    if (!IsBlockAnswer(*reply)) {
+      return console.Error(kExitCommunicationError, std::string(kCommunicationErrorText) +
+                                                        ": no proper answer for address " +
+                                                        AddressText(address) + " within 0.5 s." +
+                                                        kCheckTheCable);
     }
-    const std::string digits = reply->substr(reply->size() - kBlockAnswer, kBlockAnswer - 2);
-    std::string line =
-        block > 0xFF ? AddressText(static_cast<Address>(block)).substr(1) : HexByteText(block);
-    line.append("\t").append(digits).append("\n");
-    if (const int code = Print(context_, line)) return code;
+    const std::string line = BlockText(block) + '\t' +
+                             reply->substr(reply->size() - kBlockDigits - 2, kBlockDigits) + '\n';
+    if (const int code = Print(context_, line)) {
+      return link_.StopRequested() ? static_cast<int>(kExitInterrupted) : code;
+    }
   }
   return kExitDone;
 }
@@ -99,9 +119,7 @@ void RadioSession::ShowProgress(const SequenceProgress& progress) {
                             progress.where);
 }
 
-void RadioSession::End(const SequenceReport& /*report*/) {
-  context_.console.EndProgress();
-}
+void RadioSession::End(const SequenceReport& /*report*/) { context_.console.EndProgress(); }
 
 // ": /dev/ttyUSB0 does not exist. Plug in the cable, or choose another port."
 std::string RadioSession::Advice(const PortProblem& problem) const {
@@ -113,29 +131,28 @@ std::string RadioSession::Advice(const PortProblem& problem) const {
 // The one place where the end of a sequence becomes words and an exit code.
 int RadioSession::Conclude(const SequenceReport& report) {
   report_ = report;
-  const std::string written = writing_ ? Acknowledged(report) : std::string();
+  const std::string written = writing_ ? Written(report) : std::string();
   const std::string at = report.where.empty() ? std::string() : " (" + report.where + ")";
   Console& console = context_.console;
   switch (report.outcome) {
     case Outcome::kDone: return kExitDone;
-    case Outcome::kInterrupted:
-      return console.Error(kExitInterrupted, "Interrupted" + at + "." + written);
+    case Outcome::kInterrupted: return console.Error(kExitInterrupted, "Interrupted." + written);
     case Outcome::kPortError:
       return console.Error(kExitPortError,
                            kPortErrorText + Advice(link_.port().Problem()) + written);
     case Outcome::kCommunicationError:
-      return console.Error(kExitCommunicationError,
-                           std::string(kCommunicationErrorText) + ": " + report.why + at +
-                               ". Check that the radio is on, the cable is in, and the port is "
-                               "the cable's." +
-                               written);
+      return console.Error(kExitCommunicationError, std::string(kCommunicationErrorText) + ": " +
+                                                        report.why + at + "." + kCheckTheCable +
+                                                        written);
     case Outcome::kWrongModel:
     case Outcome::kCancelled:
-      return console.Error(kExitWrongModel,
-                           "Model is not correct: the radio is an " +
-                               std::string(ModelName(report.radio_model)) +
-                               ", the data is for an " + std::string(ModelName(document_.model)) +
-                               ". Nothing was changed. Start from a file of the radio's model.");
+      return console.Error(
+          kExitWrongModel,
+          "Model is not correct: the radio is an " + std::string(ModelName(report.radio_model)) +
+              ", the data is for an " + std::string(ModelName(document_.model)) + "." +
+              (writing_ ? written + " Write a file of the radio's model."
+                        : std::string(" The file is as it was. --force starts it anew with the "
+                                      "radio's model.")));
   }
   return kExitDone;
 }

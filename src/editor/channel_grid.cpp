@@ -16,16 +16,13 @@ namespace q40 {
 namespace {
 
 constexpr int kPixelsPerInch = 96;
-constexpr int kCellMargin = 2;       // left and right of a text together, in pixels
 constexpr int kCellPixels = 11;      // height of the cell font beside a normal interface font
 constexpr int kNormalPixels = 12;    // of the interface font: 9 point at 96 dpi
 constexpr double kCellWidth = 0.45;  // of its height: six characters fit a column of 495 twips
 constexpr int kHeadingMargin = 4;    // left and right of a heading together
 constexpr int kRowMargin = 6;        // above and below a text together
 
-int Pixels(int twips) {
-  return (twips * kPixelsPerInch + kTwipsPerInch / 2) / kTwipsPerInch;
-}
+int Pixels(int twips) { return (twips * kPixelsPerInch + kTwipsPerInch / 2) / kTwipsPerInch; }
 
 // The columns are as narrow as the texts allow; so are the margins.
 class NarrowStyle final : public QProxyStyle {
@@ -144,7 +141,8 @@ void ChannelGrid::FitHeadings(double scale) {
   double fit = 1;
   for (int column = 0; column < model_->columnCount(); ++column) {
     const QString heading = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    fit = std::min(fit, (columnWidth(column) - kHeadingMargin) / metrics.horizontalAdvance(heading));
+    fit =
+        std::min(fit, (columnWidth(column) - kHeadingMargin) / metrics.horizontalAdvance(heading));
   }
   font.setStretch(static_cast<int>(100 * fit));
   horizontalHeader()->setFont(font);

@@ -7,7 +7,7 @@
 
 namespace q40 {
 
-class ChannelGrid : public QTableView {
+class ChannelGrid final : public QTableView {
   Q_OBJECT
 
  public:

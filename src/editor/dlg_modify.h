@@ -36,7 +36,7 @@ struct ModifyTarget {
 
 // One object serves all edits of a run: the box "Hold" and the values it holds live on between
 // them.
-class dlgModify : public QDialog {  // NOLINT: the dialog's given name
+class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
   Q_OBJECT
 
  public:

@@ -83,12 +83,8 @@ QPushButton* MemoryPage::AddButton(QBoxLayout& row, const char* name, const char
   return button;
 }
 
-void MemoryPage::Grid1Data(int n) {
-  grid_->cells().Redraw(n, n);
-}
-void MemoryPage::RedrawAll() {
-  grid_->cells().Redraw(0, kMemoryChannelCount - 1);
-}
+void MemoryPage::Grid1Data(int n) { grid_->cells().Redraw(n, n); }
+void MemoryPage::RedrawAll() { grid_->cells().Redraw(0, kMemoryChannelCount - 1); }
 void MemoryPage::ShowReadChannel(int n) {
   grid_->cells().Redraw(n, n, ChannelGridModel::Order::kByHeading);
 }

@@ -47,12 +47,8 @@ void SpecialChannels::ShowClearButton(int row) {
   clear_->setVisible(row > kPhRow);
 }
 
-void SpecialChannels::Grid2Data(int k) {
-  grid_->cells().Redraw(k, k);
-}
-void SpecialChannels::UpdateVFOData() {
-  grid_->cells().Redraw(0, kSpecialChannelCount - 1);
-}
+void SpecialChannels::Grid2Data(int k) { grid_->cells().Redraw(k, k); }
+void SpecialChannels::UpdateVFOData() { grid_->cells().Redraw(0, kSpecialChannelCount - 1); }
 
 // Intended: only MemoryChanged is set, although the channel is a special one.
 void SpecialChannels::ClearLimit() {

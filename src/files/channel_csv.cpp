@@ -3,8 +3,11 @@
 #include <algorithm>
 
 #include "app/tables/grid_columns.h"
+#include "app/tables/values.h"
 #include "files/csv_text.h"
+#include "image/digits.h"
 #include "image/name_codes.h"
+#include "image/plain_text.h"
 #include "image/vocabulary.h"
 
 namespace q40 {
@@ -15,9 +18,7 @@ constexpr std::string_view kMemoryBank = "MEMORY";
 constexpr std::string_view kNoName = "No";  // of a special channel
 constexpr std::string_view kLineEnd = "\r\n";
 
-constexpr std::string_view BankOf(Band band) {
-  return band == Band::kVhf ? "VFO VHF" : "VFO UHF";
-}
+constexpr std::string_view BankOf(Band band) { return band == Band::kVhf ? "VFO VHF" : "VFO UHF"; }
 
 struct Column {
   std::string_view heading;
@@ -67,7 +68,8 @@ void AppendRecord(std::string& text, std::string_view bank, std::string_view cha
     } else {
       item = record.Text(kind, column.field);
       // Without the blank a spreadsheet would take the word for a formula.
-      if (item == "-Shift" || item == "+Shift") item.insert(0, 1, ' ');
+      const bool formula = item.starts_with('-') || item.starts_with('+');
+      if (column.field == Field::kShift && formula) item.insert(0, 1, ' ');
     }
     AppendCsvItem(text, item);
     text += column.field == Field::kSkip ? kLineEnd : std::string_view(",");
@@ -98,13 +100,6 @@ std::optional<int> IndexByNumber(Field field, std::string_view item) {
   return static_cast<int>(found - list.begin());
 }
 
-std::optional<int> IndexByText(Field field, std::string_view item) {
-  const auto list = IndexListOf(field);
-  const auto found = std::find(list.begin(), list.end(), item);
-  if (found == list.end()) return std::nullopt;
-  return static_cast<int>(found - list.begin());
-}
-
 // Code of an item; no value: the channel keeps its own.
 std::optional<int> CodeOfItem(Field field, std::string_view item) {
   constexpr std::size_t kShiftWordLength = 6;
@@ -115,9 +110,10 @@ std::optional<int> CodeOfItem(Field field, std::string_view item) {
     case Field::kRxTone:
     case Field::kTxDcs:
     case Field::kRxDcs: return IndexByNumber(field, item);
-    case Field::kStep: return IndexByText(field, item);
+    case Field::kStep: return FindText(IndexListOf(field), item);
     case Field::kMid:
-      return IndexByText(field, item.size() == 1 ? '0' + std::string(item) : std::string(item));
+      return FindText(IndexListOf(field),
+                      item.size() == 1 ? '0' + std::string(item) : std::string(item));
     case Field::kShift:  // " -Shift": only the last six characters count
       return CodeOfWord(field, item.substr(item.size() - std::min(item.size(), kShiftWordLength)));
     case Field::kAtt: {
@@ -131,13 +127,6 @@ std::optional<int> CodeOfItem(Field field, std::string_view item) {
   }
 }
 
-// A FREQUENCY item carries the star of a skipped channel.
-std::string_view WithoutStar(std::string_view item) {
-  item = Trimmed(item);
-  if (item.starts_with('*')) item.remove_prefix(1);
-  return item;
-}
-
 // Cell text of a code, as the edit dialog writes it.
 std::string CellText(Field field, int code, const std::string& item) {
   switch (field) {
@@ -148,12 +137,9 @@ std::string CellText(Field field, int code, const std::string& item) {
   }
 }
 
-// In the repeater-access row these items are empty on purpose: it carries only tone and shift.
 bool MayBeEmptyInRpt(Field field) {
-  constexpr Field kFields[] = {Field::kFrequency, Field::kStep, Field::kPower,
-                               Field::kMid,       Field::kAtt,  Field::kBatterySave,
-                               Field::kClock,     Field::kBclo, Field::kBandwidth};
-  return std::find(std::begin(kFields), std::end(kFields), field) != std::end(kFields);
+  return std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) !=
+         kNotInRepeaterRow.end();
 }
 
 void TakeItems(const Items& items, ChannelKind kind, bool repeater_row, ChannelRecord& record) {
@@ -162,25 +148,26 @@ void TakeItems(const Items& items, ChannelKind kind, bool repeater_row, ChannelR
     if (!HasField(kind, field)) continue;
     const std::string& item = items[i];
     if (repeater_row && item.empty() && MayBeEmptyInRpt(field)) continue;
-    const std::string_view plain = field == Field::kFrequency ? WithoutStar(item) : item;
+    const std::string_view plain = field == Field::kFrequency ? WithoutStar(Trimmed(item)) : item;
     const int code = CodeOfItem(field, plain).value_or(record.Number(kind, field));
     record.Set(kind, field, code, CellText(field, code, item));
   }
 }
 
-// The number of a memory channel, 0..209. "D7" is 207: only the last character counts.
+// The number of a memory channel, 0..209. "D7" is 207: only the last character counts. The star of
+// a skipped channel and a fraction of zeros may stand around a number, nothing else.
 std::optional<int> MemoryChannelOf(std::string_view item) {
-  item = WithoutStar(item);
-  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+  item = Trimmed(WithoutStar(Trimmed(item)));
   if (item.starts_with('D')) {
-    if (!is_digit(item.back())) return std::nullopt;
+    if (!IsDigit(item.back())) return std::nullopt;
     return kFirstDChannel + (item.back() - '0');
   }
-  const std::size_t digits = std::min(item.find('.'), item.size());
-  const auto whole = item.substr(0, digits);
-  const auto fraction = item.substr(digits);
-  if (whole.empty() || !std::all_of(whole.begin(), whole.end(), is_digit)) return std::nullopt;
-  if (fraction.find_first_not_of(".0") != std::string_view::npos) return std::nullopt;
+  const std::size_t point = std::min(item.find('.'), item.size());
+  const std::string_view whole = item.substr(0, point);
+  const std::string_view fraction = item.substr(std::min(point + 1, item.size()));
+  if (!AreDigits(whole) || fraction.find_first_not_of('0') != std::string_view::npos) {
+    return std::nullopt;
+  }
   const auto number = LeadingNumber(whole) / kNumberScale;
   if (number >= kMemoryChannelCount) return std::nullopt;
   return static_cast<int>(number);
@@ -199,7 +186,7 @@ std::optional<Target> TargetOf(std::string_view bank, std::string_view channel) 
     if (!n) return std::nullopt;
     return Target{ChannelKind::kMemory, Band::kVhf, *n};
   }
-  const auto* const title = std::find(kSpecialRowTitles.begin(), kSpecialRowTitles.end(), channel);
+  const auto title = std::find(kSpecialRowTitles.begin(), kSpecialRowTitles.end(), channel);
   if (title == kSpecialRowTitles.end()) return std::nullopt;
   const auto row = static_cast<int>(title - kSpecialRowTitles.begin());
   return Target{ChannelKind::kSpecial, bank == BankOf(Band::kVhf) ? Band::kVhf : Band::kUhf, row};
@@ -207,19 +194,26 @@ std::optional<Target> TargetOf(std::string_view bank, std::string_view channel) 
 
 class Importer {
  public:
-  Importer(std::string_view text, CloneImage& image) : items_(text), image_(image) {}
+  Importer(std::string_view text, CloneImage image) : items_(text), image_(std::move(image)) {}
 
-  ImportReport Run() {
+  // The image with the channels of the text; the report is complete afterwards.
+  CloneImage Run() {
     while (const auto item = items_.Next()) {
       if (*item == kModelItem) Record();
     }
     report_.unclosed_quote_line = items_.UnclosedLine();
     ShowBand(image_, image_.ShownBand);
-    return std::move(report_);
+    return std::move(image_);
   }
+  [[nodiscard]] const ImportReport& report() const { return report_; }
 
  private:
-  void PassOver(std::string why) { report_.passed_over.push_back({line_, std::move(why)}); }
+  void PassOver(std::string why) {
+    ++report_.passed_over_count;
+    if (report_.passed_over.size() < kPassedOverListed) {
+      report_.passed_over.push_back({line_, std::move(why)});
+    }
+  }
 
   // One record behind its MODEL item. Every return leaves the reader where the next MODEL item may
   // follow.
@@ -228,17 +222,22 @@ class Importer {
     const auto bank = items_.Next();
     if (!bank) return PassOver("items are missing");
     if (bank != kMemoryBank && bank != BankOf(Band::kVhf) && bank != BankOf(Band::kUhf)) {
-      return PassOver("bank \"" + *bank + "\"");
+      return PassOver("bank " + Quoted(*bank));
     }
     const auto channel = items_.Next();
     if (!channel) return PassOver("items are missing");
     const auto target = TargetOf(*bank, *channel);
-    if (!target) return PassOver("channel \"" + *channel + "\"");
+    if (!target) return PassOver("channel " + Quoted(*channel));
     Items items;
     for (std::string& item : items) {
       auto next = items_.Next();
       if (!next) return PassOver("items are missing");
       item = std::move(*next);
+    }
+    // Items are taken as they come, also from the next line. Worth a word, for two channels are now
+    // one.
+    if (std::find(items.begin(), items.end(), kModelItem) != items.end()) {
+      PassOver("too few items: the record behind it was taken for the rest of it");
     }
     if (target->kind == ChannelKind::kMemory) {
       StoreMemory(target->index, items);
@@ -277,7 +276,7 @@ class Importer {
   }
 
   CsvItems items_;
-  CloneImage& image_;
+  CloneImage image_;
   ImportReport report_;
   int line_ = 0;
 };
@@ -306,7 +305,21 @@ std::string ExportChannels(const CloneImage& image) {
 }
 
 ImportReport ImportChannels(std::string_view text, CloneImage& image) {
-  return Importer(text, image).Run();
+  Importer importer(text, image);
+  CloneImage imported = importer.Run();
+  if (importer.report().unclosed_quote_line == 0) image = std::move(imported);
+  return importer.report();
+}
+
+std::optional<FileProblem> CheckCsvSize(std::string_view text, const std::string& name) {
+  if (text.size() <= kLongestCsv) return std::nullopt;
+  return FileProblem{FileProblem::Kind::kBadData, name, 0, "longer than 16 MiB, no channel list"};
+}
+
+std::optional<FileProblem> ProblemOf(const ImportReport& report, const std::string& name) {
+  if (report.unclosed_quote_line == 0) return std::nullopt;
+  return FileProblem{FileProblem::Kind::kBadData, name, report.unclosed_quote_line,
+                     "a quote that is never closed; nothing was imported"};
 }
 
 }  // namespace q40

@@ -24,9 +24,7 @@ constexpr std::size_t kEndLine = 455;
 constexpr char kDialPadding = 'Z';
 constexpr std::string_view kLineEnd = "\r\n";
 
-constexpr std::size_t SpecialStart(Band band) {
-  return band == Band::kVhf ? kVhfStart : kUhfStart;
-}
+constexpr std::size_t SpecialStart(Band band) { return band == Band::kVhf ? kVhfStart : kUhfStart; }
 
 FileProblem BadData(const std::string& path, std::size_t index, std::string what) {
   return {FileProblem::Kind::kBadData, path, static_cast<int>(index) + 1, std::move(what)};
@@ -69,8 +67,23 @@ std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::strin
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const std::size_t index = kMemoryStart + 2 * static_cast<std::size_t>(n);
     if (const auto error = DecodeMemoryChannel(lines.Pair(index), n, image)) {
-      return BadRecord(path, index, "memory channel " + ChannelTitle(n), *error);
+      return BadRecord(path, index, UnitName(MemoryChannelAddress(n)), *error);
     }
+  }
+  return std::nullopt;
+}
+
+std::optional<FileProblem> FirstOddDigit(const CloneLines& lines, const std::string& path) {
+  for (std::size_t index = kSettingsStart; index < kEndLine; ++index) {
+    if (index >= kDialStart && index < kMemoryStart) continue;
+    const std::string_view line = lines.Line(index);
+    const auto odd = std::find_if(line.begin(), line.end(), [](char c) { return !IsHexDigit(c); });
+    if (odd == line.end()) continue;
+    return BadData(path, index,
+                   "character " + std::to_string(odd - line.begin() + 1) +
+                       (index < kVhfStart ? " is no hexadecimal digit; where no control owns the "
+                                            "byte it is carried as it is"
+                                          : " is no hexadecimal digit and reads as 0"));
   }
   return std::nullopt;
 }
@@ -97,10 +110,19 @@ bool AppendChannels(std::string& text, const CloneImage& image, Band band) {
   return true;
 }
 
-void AppendDialText(std::string& text, std::string padded) {
-  // A text that is longer than a line is not cut.
+// A text that is longer than a line is not cut. One with a line end in it would make a file that
+// nobody can open.
+bool AppendDialText(std::string& text, std::string padded) {
+  if (padded.find_first_of(kLineEnd) != std::string::npos) return false;
   if (padded.size() < kCloneLineLength) padded.resize(kCloneLineLength, kDialPadding);
   AppendLine(text, padded);
+  return true;
+}
+
+OpenResult Refused(FileProblem problem) {
+  OpenResult result;
+  result.problem = std::move(problem);
+  return result;
 }
 
 }  // namespace
@@ -113,7 +135,7 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
           path, index,
           "the file ends here; a clone file has " + std::to_string(kCloneLineCount) + " lines");
     }
-    const auto* const end =
+    const auto end =
         std::find_if(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; });
     const auto length = static_cast<std::size_t>(end - text.begin());
     if (length > kCloneLineLength && length == text.size()) {
@@ -122,7 +144,7 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
     if (length != kCloneLineLength) {
       return BadData(path, index, std::to_string(length) + " characters instead of 32");
     }
-    std::copy_n(text.begin(), kCloneLineLength, lines.lines[index].begin());
+    std::copy_n(text.begin(), kCloneLineLength, lines.text.begin() + index * kCloneLineLength);
     text.remove_prefix(length);
     text.remove_prefix(text.starts_with(kLineEnd) ? 2 : std::min<std::size_t>(1, text.size()));
   }
@@ -131,9 +153,9 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
 
 OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document) {
   CloneLines lines;
-  if (auto problem = SplitCloneText(text, path, lines)) return {std::move(problem)};
+  if (auto problem = SplitCloneText(text, path, lines)) return Refused(std::move(*problem));
   const auto header = FindHeaderLine(lines.Line(kHeaderLine));
-  if (!header) return {BadData(path, kHeaderLine, "not the header of a clone file")};
+  if (!header) return Refused(BadData(path, kHeaderLine, "not the header of a clone file"));
 
   OpenResult result;
   result.model_changed = ChangeModel(document, header->model);
@@ -148,12 +170,13 @@ OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDo
   document = std::move(opened);
   document.SettingsChanged = false;
   document.MemoryChanged = false;
+  result.odd_digit = FirstOddDigit(lines, path);
   return result;
 }
 
 OpenResult OpenCloneFile(const std::string& path, CloneDocument& document) {
   std::string text;
-  if (auto problem = ReadFile(path, kLongestCloneFile, text)) return {std::move(problem)};
+  if (auto problem = ReadFile(path, kLongestCloneFile, text)) return Refused(std::move(*problem));
   return OpenCloneText(text, path, document);
 }
 
@@ -169,7 +192,9 @@ std::optional<std::string> CloneFileText(CloneDocument& document, int model) {
   for (const Band band : kBands) {
     if (!AppendChannels(text, image, band)) return std::nullopt;
   }
-  for (const std::string& dial : document.dial) AppendDialText(text, dial);
+  for (const std::string& dial : document.dial) {
+    if (!AppendDialText(text, dial)) return std::nullopt;
+  }
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     if (!AppendChannel(text, EncodeMemoryChannel(image, n))) return std::nullopt;
   }
@@ -186,20 +211,6 @@ std::optional<FileProblem> SaveCloneFile(const std::string& path, CloneDocument&
   if (auto problem = WriteFile(path, *text, system)) return problem;
   document.SettingsChanged = false;
   document.MemoryChanged = false;
-  return std::nullopt;
-}
-
-std::optional<FileProblem> FirstOddDigit(const CloneLines& lines, const std::string& path) {
-  for (std::size_t index = kSettingsStart; index < kEndLine; ++index) {
-    if (index >= kDialStart && index < kMemoryStart) continue;
-    const std::string_view line = lines.Line(index);
-    const auto* const odd =
-        std::find_if(line.begin(), line.end(), [](char c) { return !IsHexDigit(c); });
-    if (odd == line.end()) continue;
-    return BadData(path, index,
-                   "character " + std::to_string(odd - line.begin() + 1) +
-                       " is no hexadecimal digit and reads as 0");
-  }
   return std::nullopt;
 }
 

@@ -32,13 +32,15 @@ inline constexpr std::size_t kLongestCloneFile = kCloneLineCount * (kCloneLineLe
 
 // The lines of a file that has as many and as long ones as it must. Indexed from 0.
 struct CloneLines {
-  std::array<std::array<char, kCloneLineLength>, kCloneLineCount> lines{};
+  std::array<char, kCloneLineCount * kCloneLineLength> text{};
   [[nodiscard]] std::string_view Line(std::size_t index) const {
-    return {lines[index].data(), kCloneLineLength};
+    return std::string_view(text.data(), text.size())
+        .substr(index * kCloneLineLength, kCloneLineLength);
   }
   // Lines `index` and `index` + 1 joined: one channel record.
   [[nodiscard]] std::string_view Pair(std::size_t index) const {
-    return {lines[index].data(), 2 * kCloneLineLength};
+    return std::string_view(text.data(), text.size())
+        .substr(index * kCloneLineLength, 2 * kCloneLineLength);
   }
 };
 
@@ -52,6 +54,9 @@ struct OpenResult {
   // The file is of another model, so the document was reset to that model's defaults. May be true
   // beside a problem: the end line is checked only after the model was selected (intended).
   bool model_changed = false;
+  // Of a file that was opened: the first character of a hexadecimal line that is no digit, if there
+  // is one. Worth knowing, no reason to refuse the file.
+  std::optional<FileProblem> odd_digit;
 };
 
 // Opens a clone file into the document and clears its change flags. A file that is refused for its
@@ -62,7 +67,7 @@ OpenResult OpenCloneFile(const std::string& path, CloneDocument& document);
 OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document);
 
 // The 456 lines of a document under the header of `model` (0..3). Rebuilds the document's settings
-// lines from its settings values. No value for another model.
+// lines from its settings values. No value for another model, and for data that no file can hold.
 [[nodiscard]] std::optional<std::string> CloneFileText(CloneDocument& document, int model);
 
 // Replaces the file at `path` and clears the change flags. On failure the old file and the flags
@@ -70,9 +75,5 @@ OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDo
 [[nodiscard]] std::optional<FileProblem> SaveCloneFile(const std::string& path,
                                                        CloneDocument& document, int model,
                                                        FileSystem& system = SystemFiles());
-
-// What a reader of a clone file should know although Open takes it: the first character of a
-// hexadecimal line that is no digit and therefore reads as 0.
-std::optional<FileProblem> FirstOddDigit(const CloneLines& lines, const std::string& path);
 
 }  // namespace q40

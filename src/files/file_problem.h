@@ -21,7 +21,7 @@ struct FileProblem {
   }
 };
 
-// Title and text of the message box for a file that is not what it must be.
+// Text of the message box for a file that is not what it must be.
 inline constexpr const char* kDataErrorText = "Data Error";
 
 }  // namespace q40

@@ -6,23 +6,28 @@
 #include <filesystem>
 #include <system_error>
 
-#if __has_include(<unistd.h>)
+#ifdef _WIN32
+#include <io.h>
+#else
 #include <fcntl.h>
 #include <unistd.h>
-#elif __has_include(<io.h>)
-#include <io.h>
 #endif
 
 namespace q40 {
 namespace fs = std::filesystem;
 namespace {
 
-bool Keep(const std::error_code& error) {
+bool StoreReason(const std::error_code& error) {
   if (error) errno = error.value();
   return !error;
 }
 
 }  // namespace
+
+bool FileSystem::MayWrite(const std::string& path) {
+  std::FILE* file = std::fopen(path.c_str(), "r+b");
+  return file != nullptr && std::fclose(file) == 0;
+}
 
 std::FILE* FileSystem::Create(const std::string& path) {
   std::FILE* file = std::fopen(path.c_str(), "wbx");
@@ -36,42 +41,38 @@ std::size_t FileSystem::Write(std::FILE* file, std::string_view data) {
 
 bool FileSystem::Sync(std::FILE* file) {
   if (std::fflush(file) != 0) return false;
-#if __has_include(<unistd.h>)
-  // A file system without fsync (EINVAL) has nothing to push.
-  return fsync(fileno(file)) == 0 || errno == EINVAL;
-#elif __has_include(<io.h>)
+#ifdef _WIN32
   return _commit(_fileno(file)) == 0;
 #else
-  return true;
+  // A file system without fsync (EINVAL) has nothing to push.
+  return fsync(fileno(file)) == 0 || errno == EINVAL;
 #endif
 }
 
-bool FileSystem::Close(std::FILE* file) {
-  return std::fclose(file) == 0;
-}
+bool FileSystem::Close(std::FILE* file) { return std::fclose(file) == 0; }
 
 std::int64_t FileSystem::Size(const std::string& path) {
   std::error_code error;
   const auto size = fs::file_size(path, error);
-  return Keep(error) ? static_cast<std::int64_t>(size) : -1;
+  return StoreReason(error) ? static_cast<std::int64_t>(size) : -1;
 }
 
 bool FileSystem::CopyRights(const std::string& pattern, const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(pattern, error);
-  if (!Keep(error)) return false;
+  if (!StoreReason(error)) return false;
   fs::permissions(path, status.permissions(), error);
-  return Keep(error);
+  return StoreReason(error);
 }
 
 bool FileSystem::Rename(const std::string& from, const std::string& to) {
   std::error_code error;
   fs::rename(from, to, error);
-  return Keep(error);
+  return StoreReason(error);
 }
 
 bool FileSystem::SyncFolder(const std::string& folder) {
-#if __has_include(<unistd.h>)
+#ifndef _WIN32
   const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (handle < 0) return false;
   const bool done = fsync(handle) == 0;
@@ -84,7 +85,7 @@ bool FileSystem::SyncFolder(const std::string& folder) {
 
 bool FileSystem::Remove(const std::string& path) {
   std::error_code error;
-  return fs::remove(path, error) && Keep(error);
+  return fs::remove(path, error) && StoreReason(error);
 }
 
 FileSystem& SystemFiles() {

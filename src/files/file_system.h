@@ -16,6 +16,8 @@ class FileSystem {
   FileSystem(const FileSystem&) = delete;
   FileSystem& operator=(const FileSystem&) = delete;
 
+  // Whether an existing file may be written; it is not touched.
+  virtual bool MayWrite(const std::string& path);
   // Opens a file that must not exist yet, unbuffered. Null on failure. The caller closes it.
   virtual std::FILE* Create(const std::string& path);
   // Bytes that were taken; fewer than data.size() is a failure.

@@ -27,9 +27,7 @@ int PortNumberIn(std::string_view text) {
                                                      : kDefaultPortNumber;
 }
 
-std::string PortNumberText(int number) {
-  return std::to_string(number) + "\r\n";
-}
+std::string PortNumberText(int number) { return std::to_string(number) + "\r\n"; }
 
 int PortNumberFile::Read() const {
   std::string text;

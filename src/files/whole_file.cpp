@@ -20,9 +20,7 @@ FileProblem Unwritable(const std::string& path, std::string what) {
   return {FileProblem::Kind::kCannotWrite, path, 0, std::move(what)};
 }
 
-std::string Reason(int error) {
-  return std::generic_category().message(error);
-}
+std::string Reason(int error) { return std::generic_category().message(error); }
 
 // Why a path cannot be used as a regular file; empty when it can.
 std::string NotAFile(const fs::file_status& status) {
@@ -104,15 +102,18 @@ std::optional<FileProblem> FileReplacement::Open(const std::string& path) {
   target_ = Resolved(path);
   const fs::path target = target_;
   std::error_code error;
-  if (!target.has_filename()) return Unwritable(path, "is not the name of a file");
+  if (!target.has_filename())
+    return Unwritable(path.empty() ? "\"\"" : path, "is not the name of a file");
   if (std::string why = NotAFile(fs::status(target, error)); !why.empty()) {
     return Unwritable(path, std::move(why));
   }
 
+  // Only the folder's rights would count for the rename; a protected file is meant to stay.
+  if (fs::exists(target, error) && !system_.MayWrite(target_)) return Failed("be written");
+
   constexpr int kTries = 16;
   for (int i = 0; i < kTries && file_ == nullptr; ++i) {
-    const fs::path beside =
-        FolderOf(target) / ('.' + target.filename().string() + '.' + RandomSuffix() + ".tmp");
+    const fs::path beside = FolderOf(target) / (".q40-" + RandomSuffix() + ".tmp");
     file_ = system_.Create(beside.string());
     if (file_ != nullptr) temporary_ = beside.string();
     if (file_ == nullptr && errno != EEXIST) break;
@@ -150,6 +151,10 @@ std::optional<FileProblem> FileReplacement::Commit(std::string_view content) {
   // save failed.
   system_.SyncFolder(FolderOf(target_).string());
   return std::nullopt;
+}
+
+std::optional<FileProblem> CheckReplaceable(const std::string& path, FileSystem& system) {
+  return FileReplacement(system).Open(path);
 }
 
 std::optional<FileProblem> WriteFile(const std::string& path, std::string_view content,

@@ -25,8 +25,8 @@ class FileReplacement {
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
 
-  // Fails when the target cannot be replaced: its folder is missing or closed to us, or the target
-  // is no regular file. Long jobs call it first, to fail before the work and not after it.
+  // Fails when the target cannot be replaced: it is protected or no regular file, or its folder is
+  // missing or closed to us.
   [[nodiscard]] std::optional<FileProblem> Open(const std::string& path);
 
   // Writes, pushes to the disk, compares the size, renames. Once, after a successful Open.
@@ -42,6 +42,10 @@ class FileReplacement {
   std::string temporary_;  // empty when there is none
   std::FILE* file_ = nullptr;
 };
+
+// Whether `path` could be replaced now; leaves nothing behind. Long jobs ask first.
+[[nodiscard]] std::optional<FileProblem> CheckReplaceable(const std::string& path,
+                                                          FileSystem& system = SystemFiles());
 
 // Open and Commit in one.
 [[nodiscard]] std::optional<FileProblem> WriteFile(const std::string& path,

@@ -30,8 +30,8 @@ namespace q40 {
 struct CodecError {
   int byte = 0;
   int value = 0;
-  [[nodiscard]] std::string Message()
-      const;  // "byte 12 (TxTone) holds 0x63, the list ends at 0x26"
+  // "byte 12 (TxTone) holds 0x63, which is outside its list"
+  [[nodiscard]] std::string Message() const;
 };
 
 // Two lines of 32 digits: bytes 0-15 and bytes 16-31.

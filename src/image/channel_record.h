@@ -64,6 +64,12 @@ constexpr Field FieldIn(ChannelKind kind, int column) {
   return static_cast<Field>(column < kSpecialColumns ? column + 2 : column - 2);
 }
 
+// Fields that the repeater-access row (RPT) does not carry. In a new document their texts are
+// empty; their numbers are those of the VFO, and are what the radio gets.
+inline constexpr std::array kNotInRepeaterRow = {
+    Field::kFrequency,   Field::kStep,  Field::kPower, Field::kMid,      Field::kAtt,
+    Field::kBatterySave, Field::kClock, Field::kBclo,  Field::kBandwidth};
+
 // A plain value: 19 cells, of which a special channel uses the first 17. The empty record (all
 // texts "", all numbers 0) is the state of a channel that was cleared.
 struct ChannelRecord {

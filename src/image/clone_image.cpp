@@ -3,9 +3,7 @@
 namespace q40 {
 namespace {
 
-constexpr std::size_t FirstFlag(Band band) {
-  return band == Band::kVhf ? 211 : 213;
-}
+constexpr std::size_t FirstFlag(Band band) { return band == Band::kVhf ? 211 : 213; }
 
 }  // namespace
 

@@ -70,8 +70,6 @@ void StoreShownRow(CloneImage& image, int k);
 inline const BandTable& LimitsInForce(const CloneImage& image) {
   return BandTableOf(image.ShownBand);
 }
-inline int VersionOf(const CloneImage& image) {
-  return image.VersionA ? kVersionA : kVersionPlain;
-}
+inline int VersionOf(const CloneImage& image) { return image.VersionA ? kVersionA : kVersionPlain; }
 
 }  // namespace q40

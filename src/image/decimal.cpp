@@ -1,14 +1,12 @@
 #include "image/decimal.h"
 
+#include "image/digits.h"
+
 namespace q40 {
 namespace {
 
 constexpr std::int64_t kSaturated = 1'000'000'000'000'000;
 constexpr int kDecimals = 4;
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 std::string Fraction(Units100Hz frequency) {
   const auto digits = FrequencyDigits(frequency);

@@ -33,6 +33,11 @@ inline constexpr std::int64_t kNumberScale = 10'000;
 // LeadingNumber as MHz. A value that eight digits cannot hold (negative, 10 000 MHz and more) is 0.
 Units100Hz LeadingFrequency(std::string_view text);
 
+// A frequency text without the star of a skipped channel.
+constexpr std::string_view WithoutStar(std::string_view text) {
+  return text.starts_with('*') ? text.substr(1) : text;
+}
+
 // Text without the blanks (spaces, tabs) at its ends.
 std::string_view Trimmed(std::string_view text);
 

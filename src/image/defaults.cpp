@@ -1,5 +1,7 @@
 #include "image/defaults.h"
 
+#include <cassert>
+
 #include "image/settings_codec.h"
 #include "image/vocabulary.h"
 
@@ -22,9 +24,7 @@ Units100Hz UhfFrequency(int model) {
   return kMhz[static_cast<std::size_t>(model)] * kUnitsPerMhz;
 }
 
-Units100Hz UhfOffset(int model) {
-  return model == kModelE ? 76'000 : 50'000;
-}
+Units100Hz UhfOffset(int model) { return model == kModelE ? 76'000 : 50'000; }
 
 // Codes of a new channel, frequency and offset apart. Fields without a row are 0 ("None", "Off").
 struct DefaultCode {
@@ -50,12 +50,6 @@ ChannelRecord DefaultChannel(ChannelKind kind, Units100Hz frequency, Units100Hz 
   return record;
 }
 
-// The repeater-access row carries only tone and shift: these texts are empty. Their numbers stay
-// those of the VFO, and are what the radio gets.
-constexpr Field kTextlessInRpt[] = {Field::kFrequency, Field::kStep, Field::kPower,
-                                    Field::kMid,       Field::kAtt,  Field::kBatterySave,
-                                    Field::kClock,     Field::kBclo, Field::kBandwidth};
-
 SpecialSet DefaultSet(Units100Hz frequency, Units100Hz offset, int model) {
   constexpr auto kKind = ChannelKind::kSpecial;
   SpecialSet set;
@@ -63,7 +57,7 @@ SpecialSet DefaultSet(Units100Hz frequency, Units100Hz offset, int model) {
   ChannelRecord& rpt = set[kRptRow];
   rpt.Set(kKind, Field::kTone, 1, CodeText(Field::kTone, 1));
   rpt.Set(kKind, Field::kShift, 1, CodeText(Field::kShift, 1));
-  for (const Field field : kTextlessInRpt) rpt.Set(kKind, field, rpt.Number(kKind, field), "");
+  for (const Field field : kNotInRepeaterRow) rpt.Set(kKind, field, rpt.Number(kKind, field), "");
   return set;
 }
 
@@ -98,6 +92,7 @@ void ResetToDefaults(CloneDocument& document) {
 }
 
 bool ChangeModel(CloneDocument& document, int model) {
+  assert(model >= 0 && model < kModelCount);
   if (model == document.model) return false;
   document.SettingsChanged = false;
   document.model = model;

@@ -16,10 +16,10 @@ constexpr Field kAllFields[] = {
     Field::kClock,     Field::kBclo,  Field::kBandwidth, Field::kName,
     Field::kSkip,      Field::kRpt,   Field::kRxDcs};
 
-// Left out of the repeater-access row: no text, no option set.
-constexpr Field kNotInRepeaterRow[] = {Field::kStep, Field::kPower,       Field::kMid,
-                                       Field::kAtt,  Field::kBatterySave, Field::kBandwidth};
-// Unticked in it on opening.
+// Of the fields that the repeater-access row does not carry, the option groups: no option is set.
+constexpr Field kUnsetInRepeaterRow[] = {Field::kStep, Field::kPower,       Field::kMid,
+                                         Field::kAtt,  Field::kBatterySave, Field::kBandwidth};
+// Check boxes that are unticked in it on opening.
 constexpr Field kUntickedInRepeaterRow[] = {Field::kRpt, Field::kClock, Field::kBclo};
 
 constexpr const char* kRepeaterMhz = "Repeater";
@@ -63,7 +63,7 @@ DialogValues ValuesOf(const ChannelRecord& record, ChannelKind kind, bool repeat
   if (repeater_row) {
     values.mhz = kRepeaterMhz;
     values.fraction = kRepeaterFraction;
-    for (const Field field : kNotInRepeaterRow) values[field] = kUnset;
+    for (const Field field : kUnsetInRepeaterRow) values[field] = kUnset;
     for (const Field field : kUntickedInRepeaterRow) values[field] = 0;
   }
   return values;

@@ -1,5 +1,6 @@
 #include "image/edit_rules.h"
 
+#include "image/digits.h"
 #include "image/hex.h"
 
 namespace q40 {
@@ -8,12 +9,7 @@ namespace {
 constexpr int kFractionDigits = 4;
 constexpr std::size_t kMhzDigits = 3;
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-bool IsIn(char c, std::string_view list) {
-  return list.find(c) != std::string_view::npos;
-}
+bool IsIn(char c, std::string_view list) { return list.find(c) != std::string_view::npos; }
 
 // Digits behind the point in units of 100 Hz, 0..9999.
 int FractionUnits(std::string_view text) {
@@ -34,11 +30,6 @@ std::pair<int, int> Tuned(int units) {
   units -= units % 5;
   while (units % kStep5 != 0 && units % kStep12 != 0) units -= 5;
   return {units, units % kStep5 == 0 ? 0 : 2};
-}
-
-std::string_view WithoutStar(std::string_view text) {
-  if (text.starts_with('*')) text.remove_prefix(1);
-  return text;
 }
 
 int TypedMhz(std::string_view typed) {

@@ -33,13 +33,9 @@ char BitsToHexDigit(std::string_view bits) {
   return kDigits[value];
 }
 
-bool IsHexDigit(char c) {
-  return DigitOf(c) >= 0;
-}
+bool IsHexDigit(char c) { return DigitOf(c) >= 0; }
 
-int HexDigitValue(char digit) {
-  return std::max(DigitOf(digit), 0);
-}
+int HexDigitValue(char digit) { return std::max(DigitOf(digit), 0); }
 
 int HexByteValue(std::string_view digits, std::size_t offset) {
   const auto digit = [&](std::size_t at) {
@@ -58,9 +54,7 @@ std::string HexByteText(int value) {
   return {digits.begin(), digits.end()};
 }
 
-char UpperCase(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
+char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 std::string UpperCase(std::string_view text) {
   std::string upper(text);

@@ -19,8 +19,7 @@ std::string UnitName(Address address) {
   for (const Band band : kBands) {
     for (int k = 0; k < kSpecialChannelCount; ++k) {
       if (address != SpecialChannelAddress(band, k)) continue;
-      const std::string set = band == Band::kVhf ? "VHF" : "UHF";
-      return set + " special channel " +
+      return std::string(BandName(band)) + " special channel " +
              std::string(kSpecialRowTitles[static_cast<std::size_t>(k)]);
     }
   }

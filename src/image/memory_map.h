@@ -42,12 +42,8 @@ constexpr Address SpecialChannelAddress(Band band, int k) {
   return (band == Band::kVhf ? kVhf : kUhf)[static_cast<std::size_t>(k)];
 }
 
-constexpr Address MemoryChannelAddress(int n) {
-  return static_cast<Address>(0x0200 + 0x20 * n);
-}
-constexpr Address DialAddress(int unit) {
-  return static_cast<Address>(0x1D00 + 0x20 * unit);
-}
+constexpr Address MemoryChannelAddress(int n) { return static_cast<Address>(0x0200 + 0x20 * n); }
+constexpr Address DialAddress(int unit) { return static_cast<Address>(0x1D00 + 0x20 * unit); }
 
 // Channel 0..209 as the radio and the grids call it: "0".."199", "D0".."D9".
 std::string ChannelTitle(int n);

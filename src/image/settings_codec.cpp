@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 
-#include "image/decimal.h"
 #include "image/hex.h"
 
 namespace q40 {
@@ -118,14 +118,22 @@ std::string StartChannel(const SettingsValues& values, const CloneImage& image) 
     const auto* const used = std::find(first, first + kMemoryChannelCount, true);
     return HexByteText(static_cast<int>(used - first));  // 210 ("D2") when no channel is in use
   }
-  const auto parity = LeadingNumber(ByteText(image.SettingsLine[0], kParityByte)) / kNumberScale;
-  return parity % 2 != 0 ? "D8" : "D4";
+  // The last of the leading decimal digits tells odd from even: "1F" is 1, "A1" is none.
+  const std::string parity = ByteText(image.SettingsLine[0], kParityByte);
+  const std::size_t digits = std::min(parity.find_first_not_of("0123456789"), parity.size());
+  const bool odd = digits > 0 && (parity[digits - 1] - '0') % 2 != 0;
+  return odd ? "D8" : "D4";
 }
 
 }  // namespace
 
-std::span<const SettingsField> SettingsFields() {
-  return kFields;
+std::span<const SettingsField> SettingsFields() { return kFields; }
+
+const SettingsField& SettingsFieldOf(std::string_view control) {
+  const auto field = std::find_if(std::begin(kFields), std::end(kFields),
+                                  [&](const SettingsField& f) { return f.control == control; });
+  assert(field != std::end(kFields));
+  return field != std::end(kFields) ? *field : kFields[0];
 }
 
 std::string ReplaceByte(std::string_view line, std::string_view byte_text, int index) {

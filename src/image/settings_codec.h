@@ -41,6 +41,9 @@ struct SettingsField {
 // Every control that has a byte, in the order in which they are loaded.
 std::span<const SettingsField> SettingsFields();
 
+// The row of a control; the control must exist.
+const SettingsField& SettingsFieldOf(std::string_view control);
+
 // Reads the four lines. A list or slider byte outside its range gives 0, and the line is repaired
 // to "00" at once; only cmbTOTP leaves its line alone (intended).
 SettingsValues DecodeSettings(CloneImage& image);

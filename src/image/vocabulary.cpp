@@ -69,9 +69,7 @@ std::string_view CodeText(Field field, int number) {
   return word != nullptr ? word->text : words.front().text;
 }
 
-int KnownCode(Field field, int number) {
-  return FindNumber(field, number) != nullptr ? number : 0;
-}
+int KnownCode(Field field, int number) { return FindNumber(field, number) != nullptr ? number : 0; }
 
 int CodeOfWord(Field field, std::string_view text) {
   const auto words = WordsOf(field);
@@ -80,8 +78,6 @@ int CodeOfWord(Field field, std::string_view text) {
   return found == words.end() ? 0 : found->number;
 }
 
-std::string_view FieldName(Field field) {
-  return kFieldNames[static_cast<std::size_t>(field)];
-}
+std::string_view FieldName(Field field) { return kFieldNames[static_cast<std::size_t>(field)]; }
 
 }  // namespace q40

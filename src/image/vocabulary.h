@@ -31,7 +31,7 @@ int KnownCode(Field field, int number);
 // Number of the word `text`, otherwise 0.
 int CodeOfWord(Field field, std::string_view text);
 
-// What a field is called where people read it: "Frequency", "TxTone", "Battery save".
+// What a field is called where people read it: "Frequency", "TxTone", "BS".
 std::string_view FieldName(Field field);
 
 }  // namespace q40

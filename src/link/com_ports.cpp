@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "image/digits.h"
+
 namespace q40 {
 namespace {
 
@@ -36,9 +38,7 @@ std::string ComDevice(int number) {
 
 std::optional<std::string> DeviceOf(std::string_view port) {
   if (port.empty()) return std::nullopt;
-  const bool number =
-      std::all_of(port.begin(), port.end(), [](char c) { return c >= '0' && c <= '9'; });
-  if (!number) return std::string(port);
+  if (!AreDigits(port)) return std::string(port);
   for (int n = 1; n <= kComPortCount; ++n) {
     if (port == std::to_string(n)) return ComDevice(n);
   }

@@ -10,8 +10,8 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlockAcknowledged = "\r\nOK\r\n";
 
-// No reply is longer than 79 characters. A device that keeps talking is not collected without end;
-// what it says beyond this can never become a reply.
+// No reply is longer than 79 characters. A device that keeps talking is not listened to beyond this:
+// what it says can never become a reply, and reading it would only keep the processor busy.
 constexpr std::size_t kLongestReply = 4096;
 
 constexpr std::size_t kShortestAnswer = 5;   // of a command with LF, beyond the command itself
@@ -37,30 +37,29 @@ bool Link::Send(std::string_view text) {
   return port_.ReadAvailable().has_value() && port_.Write(text);
 }
 
-// Appends what arrives to reply_ until it is complete, the timer has run out or the user stops the
-// program. What arrived together with the end of the time still counts. False: the port failed.
+// Appends what arrives to reply_ until it is complete or the timer has run out. What arrived together
+// with the end of the time still counts. False: the port failed.
 bool Link::Collect(OneShotTimer& timer, std::chrono::milliseconds limit, const Complete& complete,
                    const Pass& on_pass) {
   timer.Start(limit);
   while (true) {
-    const auto arrived = port_.ReadAvailable();
-    if (!arrived) {
-      timer.Stop();
-      return false;
-    }
-    if (reply_.size() < kLongestReply) reply_ += *arrived;
-    if (on_pass) on_pass(reply_);
-    if (reply_.size() < kLongestReply && complete(reply_)) {
-      timer.Stop();
-      return true;
+    if (reply_.size() < kLongestReply) {
+      const auto arrived = port_.ReadAvailable();
+      if (!arrived) break;
+      reply_ += *arrived;
+      if (on_pass) on_pass(reply_);
+      if (reply_.size() < kLongestReply && complete(reply_)) {
+        timer.Stop();
+        return true;
+      }
+    } else if (!port_.IsOpen()) {
+      break;
     }
     if (!timer.IsRunning()) return true;
-    if (pump_.StopRequested()) {
-      timer.Stop();
-      return true;
-    }
     pump_.WaitForEvents();
   }
+  timer.Stop();
+  return false;
 }
 
 std::string Link::TxCommand(std::string_view command) {
@@ -68,10 +67,11 @@ std::string Link::TxCommand(std::string_view command) {
     return reply.size() >= command.size() + kShortestAnswer && reply.back() == '\n';
   };
   if (pump_.StopRequested()) return std::string(kStopped);
-  if (!OpenPort() || !Send(std::string(command) + '\n')) return std::string(kPortFailed);
-  if (!Collect(timers_.Timer2, kCommandTimeout, complete, {})) return std::string(kPortFailed);
-  if (reply_.size() < kLongestReply && complete(reply_)) return reply_;
-  return std::string(pump_.StopRequested() ? kStopped : kNoReply);
+  if (!port_.IsOpen() || !Send(std::string(command) + '\n') ||
+      !Collect(timers_.Timer2, kCommandTimeout, complete, {})) {
+    return std::string(kPortFailed);
+  }
+  return reply_.size() < kLongestReply && complete(reply_) ? reply_ : std::string(kNoReply);
 }
 
 void Link::TxEnd() {
@@ -108,7 +108,7 @@ int Link::TxBlock(std::string_view command) {
 }
 
 std::optional<std::string> Link::ServiceRead(std::string_view command, const Pass& on_pass) {
-  if (!OpenPort() || !Send(command) ||
+  if (!port_.IsOpen() || !Send(command) ||
       !Collect(timers_.Timer1, kBlockTimeout, ReadBlockComplete, on_pass)) {
     return std::nullopt;
   }
@@ -161,9 +161,12 @@ std::string AddressText(Address address) {
   return HexByteText(address >> 8) + HexByteText(address);
 }
 
-std::string ReadCommand(Address address) {
-  return "KX~F" + AddressText(address) + "R\r";
+std::string BlockText(int block) {
+  const std::string digits = AddressText(static_cast<Address>(block));
+  return digits.substr(block > 0xFF ? 1 : 2);
 }
+
+std::string ReadCommand(Address address) { return "KX~F" + AddressText(address) + "R\r"; }
 
 std::string WriteCommand(Address address, std::string_view digits) {
   return "KX~F" + AddressText(address) + "W" + std::string(digits) + '\r';

@@ -4,9 +4,10 @@
 // ends with CR LF. Echo and answer are not told apart by parsing: an exchange is complete by length
 // and last character, and the sequences read the answer at fixed positions.
 //
-//   KX~F0200R CR LF  ->            KX~F0200R CR LF  64 digits CR LF          32 bytes, 77
-//   characters KX~F0200R CR     ->            KX~F0200R CR  CR LF 32 digits CR LF       16 bytes
-//   KX~E CR LF LF    ->            the doubled LF is part of the protocol
+//   sent               comes back
+//   KX~F0200R CR LF    KX~F0200R CR LF, 64 digits, CR LF      32 bytes, 77 characters in all
+//   KX~F0200R CR       KX~F0200R CR, CR LF, 32 digits, CR LF  16 bytes
+//   KX~E CR LF LF      the doubled LF is part of the protocol
 #pragma once
 
 #include <chrono>
@@ -29,7 +30,7 @@ inline constexpr std::int16_t kPauseMs = 10;  // between two commands
 // What TxCommand returns instead of a reply. A reply ends with LF, so none can be mistaken.
 inline constexpr std::string_view kPortFailed = "False00";  // opening, writing or reading failed
 inline constexpr std::string_view kNoReply = "False01";     // no complete reply within 2000 ms
-inline constexpr std::string_view kStopped = "Stopped";     // the user stopped the program
+inline constexpr std::string_view kStopped = "Stopped";     // not sent: the user stops the program
 
 // What RxBlock returns instead of a reply.
 inline constexpr std::string_view kBlockPortFailed = "ERROR00";
@@ -51,9 +52,12 @@ class Link {
   // Opens the port if it is closed. It stays open until its owner closes it or it is lost.
   bool OpenPort() { return port_.IsOpen() || port_.Open(); }
   [[nodiscard]] const Port& port() const { return port_; }
+  [[nodiscard]] bool StopRequested() const { return pump_.StopRequested(); }
 
   // Sends a command (text and CR; LF is added) and returns everything that came back, echo
   // included, or a marker. Input from before the command is thrown away. Takes 2000 ms at the most.
+  // Never opens the port: one that was lost in the middle of a sequence may have another radio at
+  // its end by now. After a stop request nothing is sent; an exchange in flight is finished.
   std::string TxCommand(std::string_view command);
 
   // Sends the End command and pauses. The answer does not matter; on a silent radio this takes
@@ -68,7 +72,7 @@ class Link {
   int TxBlock(std::string_view command);
 
   // Sends a 16-byte read and returns whatever arrived until it looked complete or 500 ms were over;
-  // nothing is checked. `on_pass` sees the growing reply. No value: the port failed.
+  // nothing is checked. `on_pass` sees the growing reply. No value: the port is closed or failed.
   std::optional<std::string> ServiceRead(std::string_view command,
                                          const std::function<void(const std::string&)>& on_pass);
 
@@ -103,8 +107,9 @@ BlockOutcome WriteChannelBitmap(Link& link, std::string_view digits);
 
 // ---- Command texts. Addresses are multiples of 16.
 
-std::string AddressText(Address address);                            // "0200"
-std::string ReadCommand(Address address);                            // "KX~F0200R" CR
+std::string BlockText(int block);          // "20", "1FE": the number of a 16-byte block
+std::string AddressText(Address address);  // "0200"
+std::string ReadCommand(Address address);  // "KX~F0200R" CR
 std::string WriteCommand(Address address, std::string_view digits);  // "KX~F0200W" digits CR
 
 inline constexpr std::string_view kIdentifyCommand = "KX~WHO\r";

@@ -23,7 +23,7 @@ struct PortProblem {
   };
   Kind kind = Kind::kNone;
   std::string what;    // what happened, one sentence without a full stop
-  std::string remedy;  // what to try next; may be empty
+  std::string remedy;  // what to try next, in sentences
 };
 
 // Not thread-safe: one owner, one thread. Nothing here blocks, and nothing throws.

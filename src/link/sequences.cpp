@@ -2,6 +2,7 @@
 
 #include "image/channel_codec.h"
 #include "image/defaults.h"
+#include "image/plain_text.h"
 #include "image/settings_codec.h"
 
 namespace q40 {
@@ -28,6 +29,13 @@ constexpr Units100Hz RepeaterFrequency(Band band) {
   return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
 }
 
+SequenceReport Cancelled() {
+  SequenceReport report;
+  report.outcome = Outcome::kCancelled;
+  report.why = "cancelled";
+  return report;
+}
+
 }  // namespace
 
 // ---- how a sequence begins, goes on and ends
@@ -52,7 +60,7 @@ bool Sequences::Fail(Outcome outcome, std::string why) {
 
 // A reply that is not what it must be.
 bool Sequences::FailReply(const std::string& reply, std::string_view why) {
-  if (reply == kStopped) return Fail(Outcome::kInterrupted, "stopped by the user");
+  if (link_.StopRequested()) return Fail(Outcome::kInterrupted, "stopped");
   if (reply == kPortFailed) return Fail(Outcome::kPortError, link_.port().Problem().what);
   if (reply == kNoReply) {
     return Fail(Outcome::kCommunicationError, "no complete answer within 2 s");
@@ -68,6 +76,9 @@ void Sequences::NextUnit(std::string where) {
 }
 
 // ---- exchanges
+
+// Only here: a port that is lost later stays closed until the next sequence.
+bool Sequences::OpenPort() { return link_.OpenPort() || FailReply(std::string(kPortFailed), {}); }
 
 bool Sequences::IdentifyStep(IdentifyFor purpose) {
   report_.where = "identification";
@@ -85,7 +96,7 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
   const char variant = reply[kVariantAt];
   if (variant < '0' || variant > '2') {
     return Fail(Outcome::kCommunicationError,
-                std::string("the radio reports the unknown variant \"") + variant + '"');
+                "the radio reports the unknown variant " + Quoted(std::string(1, variant)));
   }
   report_.radio_model = variant - '0';
   report_.version_letter = reply[kVersionAt];
@@ -101,6 +112,7 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
 
 bool Sequences::Announce() {
   report_.where = "announcement";
+  if (!OpenPort()) return false;
   const std::string reply = link_.TxCommand(kAnnounceCommand);
   return (reply.size() == kAnnounceReply && reply.ends_with(kAcknowledged)) ||
          FailReply(reply, "the radio does not answer OK");
@@ -130,9 +142,11 @@ bool Sequences::ReadUnit(Address address, std::string& digits) {
 bool Sequences::WriteUnit(Address address, std::string_view digits) {
   NextUnit(UnitName(address));
   const std::string reply = link_.TxCommand(WriteCommand(address, digits));
+  if (reply != kStopped) report_.in_flight = address;
   if (reply.size() != kWriteReply || !reply.ends_with(kAcknowledged)) {
     return FailReply(reply, "the radio does not acknowledge the write");
   }
+  report_.in_flight.reset();
   report_.acknowledged.push_back(address);
   return true;
 }
@@ -247,17 +261,17 @@ bool Sequences::WriteMemoryChannels() {
 
 SequenceReport Sequences::Identify() {
   Begin(Sequence::kIdentify, 0);
-  return Finish(IdentifyStep(IdentifyFor::kReading));
+  return Finish(OpenPort() && IdentifyStep(IdentifyFor::kReading));
 }
 
 SequenceReport Sequences::AutoSelect() {
   const bool changed = document_.SettingsChanged || document_.MemoryChanged;
-  if (changed && !host_.AskToSave()) return {Outcome::kCancelled, "cancelled", {}, {}};
+  if (changed && !host_.AskToSave()) return Cancelled();
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
   host_.New();
   Begin(Sequence::kAutoSelect, 0);
-  if (!IdentifyStep(IdentifyFor::kReading)) return Finish(false);
+  if (!OpenPort() || !IdentifyStep(IdentifyFor::kReading)) return Finish(false);
   LoadSpecialDefaults(document_.image, document_.model);
   host_.ShowSpecialChannels();
   return Finish(true);
@@ -265,8 +279,9 @@ SequenceReport Sequences::AutoSelect() {
 
 SequenceReport Sequences::RunReadSettings() {
   Begin(Sequence::kReadSettings, kSettingsUnits);
-  const bool channels_read = IdentifyStep(IdentifyFor::kReading) && ReadSettingsLines() &&
-                             ReadSpecialChannels(Band::kVhf) && ReadSpecialChannels(Band::kUhf);
+  const bool channels_read = OpenPort() && IdentifyStep(IdentifyFor::kReading) &&
+                             ReadSettingsLines() && ReadSpecialChannels(Band::kVhf) &&
+                             ReadSpecialChannels(Band::kUhf);
   host_.ShowSpecialChannels();
   if (!channels_read || !ReadDialTexts()) return Finish(false);
   Pause();
@@ -276,7 +291,9 @@ SequenceReport Sequences::RunReadSettings() {
 
 SequenceReport Sequences::RunReadMemory() {
   Begin(Sequence::kReadMemory, kMemoryChannelCount);
-  if (!IdentifyStep(IdentifyFor::kReading) || !ReadMemoryChannels()) return Finish(false);
+  if (!OpenPort() || !IdentifyStep(IdentifyFor::kReading) || !ReadMemoryChannels()) {
+    return Finish(false);
+  }
   Pause();
   link_.TxEnd();
   document_.MemoryChanged = true;  // data from the radio counts as unsaved
@@ -285,7 +302,7 @@ SequenceReport Sequences::RunReadMemory() {
 
 SequenceReport Sequences::ReadSettings() {
   if (document_.SettingsChanged && !host_.AskToSave()) {
-    return {Outcome::kCancelled, "cancelled", {}, {}};
+    return Cancelled();
   }
   document_.SettingsChanged = false;
   return RunReadSettings();
@@ -293,7 +310,7 @@ SequenceReport Sequences::ReadSettings() {
 
 SequenceReport Sequences::ReadMemory() {
   if (document_.MemoryChanged && !host_.AskToSave()) {
-    return {Outcome::kCancelled, "cancelled", {}, {}};
+    return Cancelled();
   }
   document_.MemoryChanged = false;
   return RunReadMemory();
@@ -302,7 +319,7 @@ SequenceReport Sequences::ReadMemory() {
 SequenceReport Sequences::ReadAll() {
   // Asked once and first: a Yes between the halves would save half-read data over the user's file.
   const bool changed = document_.SettingsChanged || document_.MemoryChanged;
-  if (changed && !host_.AskToSave()) return {Outcome::kCancelled, "cancelled", {}, {}};
+  if (changed && !host_.AskToSave()) return Cancelled();
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
   SequenceReport settings = RunReadSettings();

@@ -1,9 +1,9 @@
 // The commands that talk to the radio: identify, read, write. Each is a fixed script of exchanges.
 //
-//   Identify        KX~WHO                                 19 characters back
-//   Read Settings   Identify, 2 settings units, 5 VHF and 5 UHF special channels, 5 dialer units,
-//   End Read Memory     Identify, 210 memory channels, End Write ...       RXQ40 (11 characters
-//   back), KX~WHO, the same units with "OK" (79 back), End
+//   Identify        KX~WHO                                                    19 characters back
+//   Read Settings   Identify, 2 settings, 5 VHF, 5 UHF, 5 dialer units, End   77 for each unit
+//   Read Memory     Identify, 210 memory channels, End                        77 for each unit
+//   Write ...       RXQ40, KX~WHO, the same units, End                        11, 19, 79 for each
 //
 // Between two commands lies a pause of 10 ms, except in Read Memory and between Identify and the
 // first settings unit. Nothing is retried: a sequence ends at the first reply that is not what it
@@ -11,6 +11,7 @@
 // stays in the radio.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,8 @@ struct SequenceReport {
   std::string where;
   // Units that the radio acknowledged, in the order written.
   std::vector<Address> acknowledged;
+  // The unit that was sent last and not acknowledged: the radio may have stored it or not.
+  std::optional<Address> in_flight;
   // From the identification; -1 and '\0' before.
   int radio_model = -1;
   char version_letter = '\0';
@@ -116,11 +119,13 @@ class Sequences {
   enum class IdentifyFor : unsigned char { kReading, kWriting };
 
   SequenceReport Finish(bool done);
+  // These two note the failure and return false, so that a step can return them.
   bool Fail(Outcome outcome, std::string why);
   bool FailReply(const std::string& reply, std::string_view why);
   void Begin(Sequence sequence, int units);
   void NextUnit(std::string where);
 
+  bool OpenPort();
   bool IdentifyStep(IdentifyFor purpose);
   bool Announce();
   bool OpenForWriting();

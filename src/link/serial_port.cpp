@@ -6,9 +6,11 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <grp.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -31,16 +33,40 @@ constexpr bool kRequestToSend = false;
 constexpr std::chrono::milliseconds kHangUpCheck{500};
 constexpr int kLastBytesMs = 200;  // for what is still on its way out when the port is closed
 
-std::string Reason(int error) {
-  return std::generic_category().message(error);
+std::string Reason(int error) { return std::generic_category().message(error); }
+
+constexpr const char* kChooseDevice = "Choose the device of the cable, /dev/ttyUSB0 for example.";
+
+PortProblem Missing(const std::string& device) {
+  return {Kind::kMissing, device + " does not exist", "Plug in the cable, or choose another port."};
 }
 
-// The group that may use a device, "dialout" on Debian.
-std::string GroupOf(const std::string& device) {
+PortProblem Busy(const std::string& device) {
+  return {Kind::kBusy, device + " is in use by another program",
+          "Close the other program and try again."};
+}
+
+PortProblem NotSerial(const std::string& device, const std::string& what) {
+  return {Kind::kNotSerial, device + " is " + what + ", not a serial port", kChooseDevice};
+}
+
+// What would give this user the device: its group ("dialout" on Debian), where the group may use it
+// at all. Nobody should be told to join the group of the administrator.
+PortProblem Forbidden(const std::string& device) {
+  const std::string what = "no permission to use " + device;
   struct stat status {};
-  if (stat(device.c_str(), &status) != 0) return "dialout";
+  if (stat(device.c_str(), &status) != 0) {
+    return {Kind::kNoPermission, what, "A folder on its path is closed to you."};
+  }
+  constexpr mode_t kGroupMayUse = S_IRGRP | S_IWGRP;
   const group* entry = getgrgid(status.st_gid);
-  return entry == nullptr ? "dialout" : entry->gr_name;
+  if (entry == nullptr || status.st_gid == 0 || (status.st_mode & kGroupMayUse) != kGroupMayUse) {
+    return {Kind::kNoPermission, what, "Only its owner may use it. Ask the administrator."};
+  }
+  const std::string name = entry->gr_name;
+  return {Kind::kNoPermission, what,
+          "Its group is \"" + name + "\". Join it: sudo usermod -aG " + name +
+              " $USER, then log out and in again."};
 }
 
 PortProblem OpenProblem(const std::string& device, int error) {
@@ -48,27 +74,13 @@ PortProblem OpenProblem(const std::string& device, int error) {
     case ENOENT:
     case ENODEV:
     case ENXIO:
-    case ENOTDIR:
-      return {Kind::kMissing, device + " does not exist",
-              "Plug in the cable, or choose another port."};
+    case ENOTDIR: return Missing(device);
     case EACCES:
-    case EPERM: {
-      const std::string group = GroupOf(device);
-      return {Kind::kNoPermission, "no permission to use " + device,
-              "Its group is \"" + group + "\". Join it: sudo usermod -aG " + group +
-                  " $USER, then log out and in again."};
-    }
+    case EPERM: return Forbidden(device);
     case EBUSY:
-    case EWOULDBLOCK:
-      return {Kind::kBusy, device + " is in use by another program",
-              "Close the other program and try again."};
-    default: return {Kind::kOther, device + " cannot be opened: " + Reason(error), {}};
+    case EWOULDBLOCK: return Busy(device);
+    default: return {Kind::kOther, device + " cannot be opened: " + Reason(error), kChooseDevice};
   }
-}
-
-PortProblem NotSerial(const std::string& device, const std::string& what) {
-  return {Kind::kNotSerial, device + " is " + what + ", not a serial port",
-          "Choose the device of the cable, /dev/ttyUSB0 for example."};
 }
 
 // What is not even a device must not be opened: a pipe would block or be drained.
@@ -78,10 +90,43 @@ std::optional<PortProblem> CheckKind(const std::string& device) {
     case std::filesystem::file_type::character: return std::nullopt;
     case std::filesystem::file_type::directory: return NotSerial(device, "a folder");
     case std::filesystem::file_type::regular: return NotSerial(device, "a file");
-    case std::filesystem::file_type::not_found: return OpenProblem(device, ENOENT);
-    case std::filesystem::file_type::none: return OpenProblem(device, error.value());
-    default: return NotSerial(device, "something else");
+    case std::filesystem::file_type::fifo: return NotSerial(device, "a pipe");
+    case std::filesystem::file_type::block: return NotSerial(device, "a disk");
+    case std::filesystem::file_type::socket: return NotSerial(device, "a socket");
+    case std::filesystem::file_type::not_found: return Missing(device);
+    default: return OpenProblem(device, error.value());
   }
+}
+
+// ---- lock files, "LCK..ttyUSB0" with the number of the process that has the port
+
+struct LockFile {
+  std::string path;
+  bool owner_lives = false;
+};
+
+std::optional<LockFile> FindLockFile(const std::string& device) {
+  std::error_code error;
+  const auto resolved = std::filesystem::canonical(device, error);
+  std::string name = resolved.lexically_relative("/dev").string();
+  std::replace(name.begin(), name.end(), '/', '_');
+  for (const char* folder : {"/run/lock", "/var/lock", "/tmp"}) {
+    std::ifstream file(std::filesystem::path(folder) / ("LCK.." + name));
+    pid_t owner = 0;
+    if (!(file >> owner) || owner <= 0) continue;
+    const bool lives = kill(owner, 0) == 0 || errno == EPERM;
+    return LockFile{std::string(folder) + "/LCK.." + name, lives};
+  }
+  return std::nullopt;
+}
+
+bool IsExclusive(int handle) {
+#ifdef TIOCGEXCL
+  int exclusive = 0;
+  return ioctl(handle, TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
+#else
+  return handle < 0;
+#endif
 }
 
 // A descriptor of the device that is held beside Qt's own while the port is open. It exists because
@@ -98,11 +143,14 @@ class Guard {
     if (auto problem = CheckKind(device)) return problem;
     handle_ = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (handle_ < 0) return OpenProblem(device, errno);
+    const auto lock = FindLockFile(device);
     std::optional<PortProblem> problem;
     if (isatty(handle_) == 0) {
       problem = NotSerial(device, "a device of another kind");
     } else if (flock(handle_, LOCK_EX | LOCK_NB) != 0) {
       problem = OpenProblem(device, errno);
+    } else if (IsExclusive(handle_) || (lock && lock->owner_lives)) {
+      problem = Busy(device);  // the system lets the administrator open it all the same
     }
     if (problem) Release();
     return problem;
@@ -130,7 +178,7 @@ class SerialPort::Device {
  public:
   explicit Device(std::string name) : name_(std::move(name)) {
     watch_.setInterval(kHangUpCheck);
-    QObject::connect(&watch_, &QTimer::timeout, [this] { HungUp(); });
+    QObject::connect(&watch_, &QTimer::timeout, [this] { CloseIfHungUp(); });
     // Qt reports a line that hung up again and again, without end. Closed on the first report, but
     // not inside it: it comes from the middle of Qt's reading.
     QObject::connect(
@@ -186,7 +234,7 @@ class SerialPort::Device {
   }
 
   bool Write(std::string_view text) {
-    if (!IsOpen() || HungUp()) return false;
+    if (!IsOpen() || CloseIfHungUp()) return false;
     const auto size = static_cast<qint64>(text.size());
     if (serial_.write(text.data(), size) != size ||
         !(serial_.flush() || serial_.bytesToWrite() == 0)) {
@@ -212,7 +260,7 @@ class SerialPort::Device {
       Lost();
       return std::nullopt;
     }
-    if (got == 0 && text.empty() && HungUp()) return std::nullopt;
+    if (got == 0 && text.empty() && CloseIfHungUp()) return std::nullopt;
     return text;
   }
 
@@ -225,17 +273,24 @@ class SerialPort::Device {
     return false;
   }
 
+  // The guard could open it, so it is there, permitted and free: what is left is the lock file.
   bool FailOpen() {
-    // The guard could open it, so it is there and permitted: what is left is a lock.
-    const QSerialPort::SerialPortError error = serial_.error();
-    if (error == QSerialPort::PermissionError || error == QSerialPort::OpenError) {
-      return Fail(OpenProblem(name_, EBUSY));
+    const std::string reason = serial_.errorString().toStdString();
+    if (serial_.error() != QSerialPort::PermissionError) {
+      return Fail({Kind::kOther, name_ + " cannot be opened: " + reason, kChooseDevice});
     }
-    return Fail(
-        {Kind::kOther, name_ + " cannot be opened: " + serial_.errorString().toStdString(), {}});
+    const auto lock = FindLockFile(name_);
+    if (!lock) {
+      return Fail({Kind::kOther, name_ + " cannot be locked: " + reason,
+                   "Lock files are kept in /run/lock; this user must be able to write there."});
+    }
+    if (lock->owner_lives) return Fail(Busy(name_));
+    return Fail({Kind::kBusy, name_ + " is still locked by a program that is gone",
+                 "Remove its lock file: sudo rm " + lock->path});
   }
 
-  bool HungUp() {
+  // Closes a port whose other end is gone.
+  bool CloseIfHungUp() {
     if (!IsOpen() || !guard_.HungUp()) return false;
     Lost();
     return true;
@@ -259,30 +314,14 @@ class SerialPort::Device {
 
 SerialPort::SerialPort(std::string device) : device_(std::make_unique<Device>(std::move(device))) {}
 SerialPort::~SerialPort() = default;
-void SerialPort::SetDevice(std::string device) {
-  device_->SetName(std::move(device));
-}
-const std::string& SerialPort::device() const {
-  return device_->name();
-}
-bool SerialPort::Open() {
-  return device_->IsOpen() || device_->Open();
-}
-bool SerialPort::IsOpen() const {
-  return device_->IsOpen();
-}
-void SerialPort::Close() {
-  device_->Close();
-}
-bool SerialPort::Write(std::string_view text) {
-  return device_->Write(text);
-}
-std::optional<std::string> SerialPort::ReadAvailable() {
-  return device_->Read();
-}
-PortProblem SerialPort::Problem() const {
-  return device_->problem();
-}
+void SerialPort::SetDevice(std::string device) { device_->SetName(std::move(device)); }
+const std::string& SerialPort::device() const { return device_->name(); }
+bool SerialPort::Open() { return device_->IsOpen() || device_->Open(); }
+bool SerialPort::IsOpen() const { return device_->IsOpen(); }
+void SerialPort::Close() { device_->Close(); }
+bool SerialPort::Write(std::string_view text) { return device_->Write(text); }
+std::optional<std::string> SerialPort::ReadAvailable() { return device_->Read(); }
+PortProblem SerialPort::Problem() const { return device_->problem(); }
 
 // ---- the event loop
 
@@ -337,17 +376,11 @@ class EventLoop::Parts {
 EventLoop::EventLoop(QObject* owner) : parts_(std::make_unique<Parts>(owner)) {}
 EventLoop::~EventLoop() = default;
 
-LinkTimers EventLoop::Timers() {
-  return {parts_->timer1_, parts_->timer2_, parts_->timer3_};
-}
+LinkTimers EventLoop::Timers() { return {parts_->timer1_, parts_->timer2_, parts_->timer3_}; }
 
-void EventLoop::WaitForEvents() {
-  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
+void EventLoop::WaitForEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
 
-bool EventLoop::StopRequested() const {
-  return stop_requested != 0;
-}
+bool EventLoop::StopRequested() const { return stop_requested != 0; }
 
 void EventLoop::StopOnSignals() {
   if (pipe2(wake_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
@@ -356,7 +389,13 @@ void EventLoop::StopOnSignals() {
   QObject::connect(wake, &QSocketNotifier::activated, [wake] { wake->setEnabled(false); });
   struct sigaction action {};
   action.sa_handler = RequestStop;
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+  action.sa_flags = static_cast<int>(SA_RESETHAND);  // the second one ends the program at once
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction before {};
+    // What the parent wants ignored (nohup) stays ignored.
+    if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) continue;
+    sigaction(number, &action, nullptr);
+  }
 }
 
 // ---- the rest
@@ -367,8 +406,12 @@ class CommandLineApplication::Application {
   std::string name_ = "rxq40ctl";
   char* names_[2] = {name_.data(), nullptr};
   QCoreApplication application_{count_, names_};
+  QtMessageHandler messages_ = qInstallMessageHandler(
+      [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
+  ~Application() { qInstallMessageHandler(messages_); }
 };
 
+// Qt's own warnings would stand between the tool's messages, which say the same.
 CommandLineApplication::CommandLineApplication() : application_(std::make_unique<Application>()) {}
 CommandLineApplication::~CommandLineApplication() = default;
 

@@ -51,7 +51,7 @@ class EventLoop final : public EventPump {
   void WaitForEvents() override;
   [[nodiscard]] bool StopRequested() const override;
 
-  // From now on an interrupt or termination signal stops the running sequence instead of the
+  // From now on the first interrupt or termination signal stops the running sequence instead of the
   // program. One loop at a time; call it once, in the command-line tool.
   void StopOnSignals();
 

@@ -29,7 +29,8 @@ class EventPump {
   // Handles what is pending; when nothing is, blocks until bytes arrive, a timer runs out or the
   // user does something.
   virtual void WaitForEvents() = 0;
-  // The user wants the program to stop (an interrupt). The running sequence ends at its next wait.
+  // The user wants the program to stop (an interrupt). The exchange in flight is finished, and the
+  // running sequence ends before the next one.
   [[nodiscard]] virtual bool StopRequested() const { return false; }
 };
 

@@ -15,12 +15,6 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-const SettingsField& FieldOf(std::string_view control) {
-  const auto fields = SettingsFields();
-  return *std::find_if(fields.begin(), fields.end(),
-                       [&](const SettingsField& field) { return field.control == control; });
-}
-
 }  // namespace
 
 int SettingsPage::Bound::Value() const {
@@ -57,7 +51,7 @@ QComboBox* SettingsPage::MakeList(const char* control, Counts counts) {
   list->setAccessibleName(Text(item.caption).trimmed());
   for (const std::string_view text : item.items) list->addItem(Text(text));
   if (counts == Counts::kYes) connect(list, &QComboBox::activated, this, &SettingsPage::edited);
-  controls_.push_back({&FieldOf(control), list});
+  controls_.push_back({&SettingsFieldOf(control), list});
   return list;
 }
 
@@ -65,12 +59,12 @@ QCheckBox* SettingsPage::MakeBox(const char* control, Counts counts) {
   auto* box = new QCheckBox(Text(SettingsItemOf(control).caption), this);
   box->setObjectName(QLatin1String(control));
   if (counts == Counts::kYes) connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
-  controls_.push_back({&FieldOf(control), nullptr, box});
+  controls_.push_back({&SettingsFieldOf(control), nullptr, box});
   return box;
 }
 
 QSlider* SettingsPage::MakeSlider(const char* control, QLabel* label) {
-  const SettingsField& field = FieldOf(control);
+  const SettingsField& field = SettingsFieldOf(control);
   auto* slider = new QSlider(Qt::Horizontal, this);
   slider->setObjectName(QLatin1String(control));
   slider->setAccessibleName(Text(SettingsItemOf(control).caption));

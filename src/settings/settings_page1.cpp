@@ -144,9 +144,7 @@ QWidget* SettingsPage1::MakeLevel(const char* slider, const char* label, const c
   return frame;
 }
 
-void SettingsPage1::ShowModel(int model) {
-  opbModel_->button(model)->setChecked(true);
-}
+void SettingsPage1::ShowModel(int model) { opbModel_->button(model)->setChecked(true); }
 
 void SettingsPage1::ShowBand(Band band) {
   optBand_->button(band == Band::kUhf ? 1 : 0)->setChecked(true);
@@ -157,8 +155,6 @@ int SettingsPage1::ChosenModel() const {
   return chosen >= 0 ? chosen : kModelCount - 1;
 }
 
-void SettingsPage1::SetAutoSelectEnabled(bool enabled) {
-  cmdAuto_->setEnabled(enabled);
-}
+void SettingsPage1::SetAutoSelectEnabled(bool enabled) { cmdAuto_->setEnabled(enabled); }
 
 }  // namespace q40

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "image/hex.h"
+#include "image/plain_text.h"
 
 namespace q40 {
 namespace {
@@ -31,17 +32,13 @@ constexpr KindRow kKinds[] = {
     {"wrong-identity", FaultKind::kWrongIdentity, -1, "=TEXT instead of the identity"},
 };
 
+constexpr int kLargestNumber = 60'000;  // a minute, or as many characters
 constexpr std::string_view kOtherIdentity = "RXQ41-0A-";
-
-std::string Quoted(std::string_view text) {
-  std::string quoted(1, '"');
-  quoted.append(text).push_back('"');
-  return quoted;
-}
 
 bool ParseNumber(std::string_view text, int& number) {
   const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-  return result.ec == std::errc() && result.ptr == text.data() + text.size() && number >= 0;
+  return result.ec == std::errc() && result.ptr == text.data() + text.size() && number >= 0 &&
+         number <= kLargestNumber;
 }
 
 // The part of `text` behind `separator`, which is cut off with it.
@@ -58,9 +55,13 @@ bool ParseWhere(std::string_view where, Fault& fault) {
     return ParseNumber(where.substr(1), fault.exchange) && fault.exchange > 0;
   }
   fault.command = UpperCase(where);
+  if (fault.command == "WHO" || fault.command == "RXQ40" || fault.command == "END") return true;
   constexpr std::size_t kAddressDigits = 4;
-  return fault.command == "WHO" || fault.command == "RXQ40" || fault.command == "END" ||
-         (where.size() == kAddressDigits && std::all_of(where.begin(), where.end(), IsHexDigit));
+  if (where.size() != kAddressDigits || !std::all_of(where.begin(), where.end(), IsHexDigit)) {
+    return false;
+  }
+  const int address = HexByteValue(where, 0) * 256 + HexByteValue(where, 2);
+  return address < kMemorySize && address % kBlockSize == 0;
 }
 
 }  // namespace
@@ -87,7 +88,7 @@ std::optional<Fault> ParseFault(std::string_view text, std::string& why) {
     return std::nullopt;
   }
   if (where && !ParseWhere(*where, fault)) {
-    why = Quoted(*where) + " is neither an address, WHO, RXQ40, END nor #NUMBER";
+    why = Quoted(*where) + " is neither an address of the radio, WHO, RXQ40, END nor #NUMBER";
     return std::nullopt;
   }
   return fault;

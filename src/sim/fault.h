@@ -2,10 +2,10 @@
 //
 //   KIND[=VALUE][@WHERE][+]
 //
-// WHERE: @0200 the exchange that names this address, @WHO, @RXQ40 or @END the one with this
-// command,
-// @#7 the seventh exchange since the start. Without WHERE: the first exchange. With "+" the fault
-// stays from that exchange on, otherwise it happens once.
+//   @0200           the exchange that names this address, a multiple of 16
+//   @WHO @RXQ40 @END  the one with this command
+//   @#7             the seventh exchange since the start; @#1 when nothing is named
+//   +               from that exchange on; otherwise once
 #pragma once
 
 #include <optional>

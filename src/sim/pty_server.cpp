@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -66,13 +67,15 @@ bool PtyServer::Start(std::string& why) {
 bool PtyServer::Publish(std::string& why) const {
   if (link_.empty()) return true;
   std::error_code error;
-  const fs::file_status status = fs::symlink_status(link_, error);
-  if (fs::exists(status) && !fs::is_symlink(status)) {
-    why = link_ + ": exists and is not a link";
-    return false;
+  if (fs::exists(fs::symlink_status(link_, error))) {
+    const fs::path old = fs::read_symlink(link_, error);
+    if (error || !old.string().starts_with("/dev/pts/")) {
+      why = link_ + ": exists and is not a link to a pseudo-terminal";
+      return false;
+    }
   }
-  const std::string fresh = link_ + "." + std::to_string(getpid());
-  fs::remove(fresh, error);
+  // Beside it and renamed: whoever follows the link finds one device or the other.
+  const std::string fresh = link_ + "." + std::to_string(getpid()) + ".tmp";
   fs::create_symlink(device_, fresh, error);
   if (!error) fs::rename(fresh, link_, error);
   if (error) why = link_ + ": " + error.message();
@@ -85,6 +88,7 @@ void PtyServer::Close() {
     *handle = -1;
   }
   unsent_.clear();
+  sent_ = 0;
 }
 
 // The cable is pulled out. A fault that happens once plugs it in again later, as a new device.
@@ -110,26 +114,32 @@ void PtyServer::Receive() {
 void PtyServer::Send() {
   unsent_ += radio_.Take(Clock::now());
   if (unsent_.empty()) return;
-  const ssize_t sent = write(master_, unsent_.data(), unsent_.size());
-  if (sent > 0) unsent_.erase(0, static_cast<std::size_t>(sent));
+  const ssize_t sent = write(master_, unsent_.data() + sent_, unsent_.size() - sent_);
+  if (sent > 0) sent_ += static_cast<std::size_t>(sent);
+  if (sent_ < unsent_.size()) return;
+  unsent_.clear();
+  sent_ = 0;
+}
+
+void PtyServer::PlugInAgain() {
+  if (!back_at_ || Clock::now() < *back_at_) return;
+  back_at_.reset();
+  radio_.Reconnect();
+  std::string why;
+  if (!Start(why)) std::fprintf(stderr, "rxq40sim: %s\n", why.c_str());
 }
 
 void PtyServer::Serve(const volatile std::sig_atomic_t& stop, const sigset_t& while_waiting) {
   while (stop == 0) {
     std::optional<Clock::time_point> due = master_ >= 0 ? radio_.NextDue() : back_at_;
     const timespec wait = Until(due.value_or(Clock::now()));
-    const auto output = static_cast<short>(unsent_.empty() ? 0 : POLLOUT);
-    std::array<pollfd, 2> handles = {
-        {{master_, static_cast<short>(POLLIN | output), 0}, {closings_, POLLIN, 0}}};
+    const short wanted = unsent_.empty() ? POLLIN : POLLOUT;
+    std::array<pollfd, 2> handles = {{{master_, wanted, 0}, {closings_, POLLIN, 0}}};
     const int ready = ppoll(handles.data(), handles.size(), due ? &wait : nullptr, &while_waiting);
     if (ready < 0) continue;  // a signal; `stop` tells whether it is the one
 
     if (master_ < 0) {
-      std::string why;
-      if (!back_at_ || Clock::now() < *back_at_) continue;
-      back_at_.reset();
-      radio_.Reconnect();
-      Start(why);
+      PlugInAgain();
       continue;
     }
     if ((handles[1].revents & POLLIN) != 0) ReleaseExclusiveMode();

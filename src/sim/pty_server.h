@@ -27,7 +27,8 @@ class PtyServer {
   void Serve(const volatile std::sig_atomic_t& stop, const sigset_t& while_waiting);
 
  private:
-  bool Publish(std::string& why) const;
+  [[nodiscard]] bool Publish(std::string& why) const;
+  void PlugInAgain();
   void Close();
   void Disconnect();
   void Receive();
@@ -38,9 +39,10 @@ class PtyServer {
   std::string link_;
   std::string device_;
   int master_ = -1;
-  int slave_ = -1;     // held open, so that the device survives the programs that use it
-  int closings_ = -1;  // tells when a program has closed the device
-  std::string unsent_;
+  int slave_ = -1;        // held open, so that the device survives the programs that use it
+  int closings_ = -1;     // tells when a program has closed the device
+  std::string unsent_;    // the program does not read; nothing more is taken from it then
+  std::size_t sent_ = 0;  // of unsent_
   std::optional<SimulatedRadio::TimePoint> back_at_;
 };
 

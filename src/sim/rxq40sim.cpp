@@ -7,7 +7,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "exit_codes.h"
 #include "files/clone_file.h"
+#include "files/standard_streams.h"
 #include "files/whole_file.h"
 #include "image/defaults.h"
 #include "sim/pty_server.h"
@@ -15,13 +17,8 @@
 namespace q40 {
 namespace {
 
-// The same numbers as rxq40ctl.
-enum ExitCode : int { kExitDone = 0, kExitUsage = 2, kExitDataError = 6, kExitCannotWrite = 7 };
-
 volatile std::sig_atomic_t stop = 0;
-extern "C" void Stop(int /*signal*/) {
-  stop = 1;
-}
+extern "C" void Stop(int /*signal*/) { stop = 1; }
 
 struct Arguments {
   std::string model;
@@ -110,6 +107,9 @@ sigset_t CatchSignals() {
   sigset_t while_waiting;
   sigemptyset(&stop_signals);
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction before {};
+    // What the parent wants ignored (nohup) stays ignored.
+    if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) continue;
     sigaction(number, &action, nullptr);
     sigaddset(&stop_signals, number);
   }
@@ -140,6 +140,7 @@ int Run(const Arguments& arguments) {
     std::string why;
     if (!server.Start(why)) return Complain(kExitCannotWrite, why);
     std::cout << server.device() << std::endl;
+    if (!std::cout) return Complain(kExitCannotWrite, "standard output takes no more");
     server.Serve(stop, while_waiting);
   }
   return Save(arguments, radio);
@@ -178,10 +179,11 @@ int ParseAndRun(int argc, char** argv) {
 }  // namespace q40
 
 int main(int argc, char** argv) {
+  q40::OpenStandardStreams();
   try {
     return q40::ParseAndRun(argc, argv);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rxq40sim: %s\n", error.what());
-    return EXIT_FAILURE;
+    return q40::kExitInternal;
   }
 }

@@ -6,7 +6,8 @@ bool SimulatedPort::Open() {
   // A line that hung up once is there again when somebody opens it.
   if (radio_.HungUp() && radio_.ComesBackAfter()) radio_.Reconnect();
   if (radio_.HungUp()) {
-    problem_ = {PortProblem::Kind::kMissing, "the simulated radio is disconnected", {}};
+    problem_ = {PortProblem::Kind::kMissing, "the simulated radio is disconnected",
+                "Start it again."};
     return false;
   }
   open_ = true;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "image/hex.h"
-#include "link/port.h"
+#include "link/link.h"
 
 namespace q40 {
 namespace {
@@ -31,9 +31,7 @@ nanoseconds WireTime(std::size_t bytes, int baud) {
                      baud);
 }
 
-bool IsHex(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), IsHexDigit);
-}
+bool IsHex(std::string_view text) { return std::all_of(text.begin(), text.end(), IsHexDigit); }
 
 // An access command, "KX~F0200R" or "KX~F0200W" and digits.
 struct Access {
@@ -64,10 +62,13 @@ std::string NameOf(std::string_view command) {
 // ---- what comes in
 
 void SimulatedRadio::Receive(std::string_view bytes, TimePoint now) {
-  if (hung_up_ || bytes.empty()) return;
-  line_ += bytes;
-  line_time_ = now;
-  TakeLines(now);
+  // No command is longer than a line, so what does not end is taken in pieces.
+  for (; !hung_up_ && !bytes.empty(); bytes.remove_prefix(std::min(bytes.size(), kLongestLine))) {
+    line_ += bytes.substr(0, kLongestLine);
+    line_time_ = now;
+    TakeLines(now);
+    if (line_.size() > kLongestLine) EchoLine(line_.size());
+  }
 }
 
 // Answers every line whose end is known. A CR at the very end stays until it is clear that no LF
@@ -86,7 +87,6 @@ void SimulatedRadio::TakeLines(TimePoint now) {
         // Broken off: the echo goes out, the rest of the command may still follow.
         Queue(std::string_view(line_).substr(echoed_), line_time_);
         echoed_ = line_.size();
-        if (line_.size() > kLongestLine) EchoLine(line_.size());
         break;
       }
     } else {
@@ -188,9 +188,9 @@ void SimulatedRadio::Spoil(Answer& answer, std::string_view command, bool with_l
       case FaultKind::kOtherAddress: {
         const auto access = ParseAccess(command);
         if (!access || access->verb != 'R') break;
-        std::string other = "KX~F" + HexByteText((access->address + kUnitSize) >> 8) +
-                            HexByteText(access->address + kUnitSize) + 'R';
-        answer = AnswerTo(other, with_line_feed);
+        const int next = access->address + (with_line_feed ? kUnitSize : kBlockSize);
+        const auto other = AddressText(static_cast<Address>(next));
+        answer = AnswerTo(std::string(kAccess) + other + 'R', with_line_feed);
         break;
       }
       case FaultKind::kNotStored: answer.to_store.clear(); break;

@@ -118,9 +118,12 @@ class ScriptedPort final : public Port {
     return {PortProblem::Kind::kMissing, "the scripted port is closed", ""};
   }
   void LeaveOver(std::string bytes) { arrivals_.push_back({std::move(bytes), clock_.now}); }
+  // The next one in the future: what has arrived is no event any more, read or not.
   [[nodiscard]] std::optional<TimePoint> NextArrival() const {
-    if (arrivals_.empty()) return std::nullopt;
-    return arrivals_.front().at;
+    for (const Arrival& arrival : arrivals_) {
+      if (arrival.at > clock_.now) return arrival.at;
+    }
+    return std::nullopt;
   }
 
  private:

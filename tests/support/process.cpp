@@ -20,6 +20,10 @@ using Clock = std::chrono::steady_clock;
                        static_cast<rlim_t>(options.largest_file)};
     setrlimit(RLIMIT_FSIZE, &limit);
   }
+  if (options.ignore_hangup) std::signal(SIGHUP, SIG_IGN);
+  constexpr uid_t kNobody = 65534;
+  if (options.as_nobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);
+  for (const int handle : options.closed) close(handle);
   std::vector<char*> argv;
   for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);
@@ -39,15 +43,11 @@ struct Pipe {
   }
 };
 
-int CodeOf(int status) {
-  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
+int CodeOf(int status) { return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status); }
 
 }  // namespace
 
-std::string Program(const std::string& name) {
-  return std::string(PROGRAM_FOLDER) + "/" + name;
-}
+std::string Program(const std::string& name) { return std::string(PROGRAM_FOLDER) + "/" + name; }
 
 ProcessResult Run(const std::vector<std::string>& command, const ProcessOptions& options) {
   Pipe out;

@@ -71,9 +71,7 @@ constexpr ModelTables BuildTables() {
 
 constexpr ModelTables kTables = BuildTables();
 
-constexpr bool ValidModel(int model) {
-  return model >= 0 && model < kModelCount;
-}
+constexpr bool ValidModel(int model) { return model >= 0 && model < kModelCount; }
 constexpr bool ValidPair(int model, int range) {
   return ValidModel(model) && range >= 0 && range < kRangeCount;
 }
@@ -135,8 +133,6 @@ std::optional<int> FindModel(std::string_view name) {
   return std::nullopt;
 }
 
-const BandTable& BandTableOf(Band band) {
-  return kTables.bands[static_cast<std::size_t>(band)];
-}
+const BandTable& BandTableOf(Band band) { return kTables.bands[static_cast<std::size_t>(band)]; }
 
 }  // namespace q40

@@ -16,6 +16,8 @@ inline constexpr int kModelCount = 4;
 enum class Band { kVhf, kUhf };
 inline constexpr std::array kBands = {Band::kVhf, Band::kUhf};
 
+constexpr std::string_view BandName(Band band) { return band == Band::kVhf ? "VHF" : "UHF"; }
+
 // Version "0" or "A", as the radio reports it; picks the header line and the frequency ranges.
 inline constexpr int kVersionPlain = 0;
 inline constexpr int kVersionA = 1;

@@ -58,9 +58,7 @@ constexpr SettingsItem kItems[] = {
 
 }  // namespace
 
-std::span<const SettingsItem> SettingsItems() {
-  return kItems;
-}
+std::span<const SettingsItem> SettingsItems() { return kItems; }
 
 const SettingsItem& SettingsItemOf(string_view control) {
   const auto* const item =

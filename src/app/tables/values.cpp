@@ -40,31 +40,15 @@ string_view At(std::span<const string_view> list, int index) {
 
 }  // namespace
 
-std::span<const string_view> StepTexts() {
-  return kSteps;
-}
-std::span<const string_view> ToneTexts() {
-  return kTones;
-}
-std::span<const string_view> DcsTexts() {
-  return kDcsCodes;
-}
-std::span<const string_view> MidTexts() {
-  return kMidLevels;
-}
+std::span<const string_view> StepTexts() { return kSteps; }
+std::span<const string_view> ToneTexts() { return kTones; }
+std::span<const string_view> DcsTexts() { return kDcsCodes; }
+std::span<const string_view> MidTexts() { return kMidLevels; }
 
-string_view StepText(int index) {
-  return At(kSteps, index);
-}
-string_view ToneText(int index) {
-  return At(kTones, index);
-}
-string_view DcsText(int index) {
-  return At(kDcsCodes, index);
-}
-string_view MidText(int index) {
-  return At(kMidLevels, index);
-}
+string_view StepText(int index) { return At(kSteps, index); }
+string_view ToneText(int index) { return At(kTones, index); }
+string_view DcsText(int index) { return At(kDcsCodes, index); }
+string_view MidText(int index) { return At(kMidLevels, index); }
 
 std::optional<int> FindText(std::span<const string_view> list, string_view text) {
   const auto found = std::find(list.begin(), list.end(), text);

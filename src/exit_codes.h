@@ -1,4 +1,4 @@
-// What rxq40ctl tells the shell.
+// What the programs tell the shell. rxq40ctl uses all of these, rxq40sim some.
 #pragma once
 
 namespace q40 {
@@ -13,6 +13,7 @@ enum ExitCode : int {
   kExitDataError = 6,           // "Data Error": a file is not what it must be, or cannot be read
   kExitCannotWrite = 7,         // a file could not be written
   kExitNotKept = 8,             // the radio did not keep what was written
+  kExitInternal = 70,           // the program failed: out of memory
   kExitInterrupted = 130,       // by a signal
 };
 
@@ -22,6 +23,6 @@ inline constexpr const char* kExitCodeHelp =
     "  1  diff found differences    6    Data Error: a file is wrong or unreadable\n"
     "  2  wrong usage               7    a file could not be written\n"
     "  3  COM Port Error            8    the radio did not keep what was written\n"
-    "  4  Communication Error       130  interrupted\n";
+    "  4  Communication Error       70   internal error; 130 interrupted\n";
 
 }  // namespace q40
