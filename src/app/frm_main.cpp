@@ -1,7 +1,5 @@
 #include "app/frm_main.h"
 
-#include <algorithm>
-
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -106,7 +104,7 @@ void frmMain::FinishStartUp() {
 
 void frmMain::SetBusy(Busy busy) {
   busy_ = busy;
-  if (auto* guard = findChild<InputGuard*>()) guard->SetActive(busy != Busy::kNo);
+  guard_->SetActive(busy != Busy::kNo);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -115,10 +113,9 @@ void frmMain::closeEvent(QCloseEvent* event) {
   // Intended: changed channels alone are not asked about.
   if (document_.SettingsChanged && !AskToSave()) return;
   port_file_.Write(port_->number());
-  QWidgetList others = QApplication::topLevelWidgets();
-  std::reverse(others.begin(), others.end());  // the one opened last goes first
-  for (QWidget* other : others) {
-    if (other != this && other->isVisible()) other->close();
+  while (!windows_.empty()) {  // the one opened last goes first
+    windows_.back()->close();
+    windows_.pop_back();
   }
   if (!isMinimized()) RememberPlacement();
   event->accept();
@@ -186,9 +183,15 @@ void frmMain::About() { frmAbout(port_label_->text(), this).exec(); }
 
 void frmMain::Help() {
   if (help_ == nullptr) help_ = new HelpWindow(this);
-  help_->show();
-  help_->raise();
-  help_->activateWindow();
+  ShowWindow(*help_);
+}
+
+void frmMain::ShowWindow(QWidget& window) {
+  std::erase(windows_, &window);
+  windows_.push_back(&window);
+  window.show();
+  window.raise();
+  window.activateWindow();
 }
 
 // ---- the status bar

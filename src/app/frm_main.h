@@ -26,6 +26,7 @@ namespace q40 {
 class dlgCOM;
 class dlgModify;
 class HelpWindow;
+class InputGuard;
 class MemoryPage;
 class ServicePage;
 class SettingsPage1;
@@ -154,6 +155,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void ChoosePort();
   void About();
   void Help();
+  void ShowWindow(QWidget& window);
   void Exit() { close(); }
 
   CloneDocument document_;
@@ -166,6 +168,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   Link link_;
   Sequences sequences_;
   Busy busy_ = Busy::kNo;
+  InputGuard* guard_ = nullptr;
   bool follow_pages_ = false;  // a menu entry brings the pages to the front
 
   QTabWidget* tabs_ = nullptr;
@@ -177,6 +180,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   ServicePage* service_ = nullptr;
   dlgModify* modify_ = nullptr;
   HelpWindow* help_ = nullptr;
+  std::vector<QWidget*> windows_;  // others that were opened, in that order; they belong to this one
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;
   QLabel* port_label_ = nullptr;

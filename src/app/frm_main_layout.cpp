@@ -70,7 +70,7 @@ void frmMain::MakePages() {
   frames_[3]->setAutoFillBackground(true);
   frames_[3]->hide();
   setCentralWidget(tabs_);
-  new InputGuard({frames_.begin(), frames_.end()}, this);
+  guard_ = new InputGuard({frames_.begin(), frames_.end()}, this);
 }
 
 void frmMain::ConnectPages() {

@@ -100,6 +100,41 @@ ProcessResult Run(const std::vector<std::string>& command, const ProcessOptions&
   return result;
 }
 
+Background::Background(const std::vector<std::string>& command,
+                       const std::map<std::string, std::string>& environment) {
+  pid_ = fork();
+  if (pid_ != 0) return;
+  const int nothing = open("/dev/null", O_RDWR);
+  for (const int handle : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, handle);
+  ProcessOptions options;
+  options.environment = environment;
+  Exec(command, options);
+}
+
+Background::~Background() {
+  if (!IsRunning()) return;
+  kill(pid_, SIGTERM);
+  waitpid(pid_, nullptr, 0);
+}
+
+bool Background::IsRunning() {
+  if (pid_ < 0) return false;
+  int status = 0;
+  if (waitpid(pid_, &status, WNOHANG) == 0) return true;
+  code_ = CodeOf(status);
+  pid_ = -1;
+  return false;
+}
+
+int Background::Wait(std::chrono::milliseconds limit) {
+  const auto end = Clock::now() + limit;
+  while (IsRunning()) {
+    if (Clock::now() >= end) return -1;
+    usleep(10'000);
+  }
+  return code_;
+}
+
 SimulatorProcess::SimulatorProcess(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), Program("rxq40sim"));
   Pipe out;

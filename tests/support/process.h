@@ -34,6 +34,24 @@ std::string Program(const std::string& name);
 
 ProcessResult Run(const std::vector<std::string>& command, const ProcessOptions& options = {});
 
+// A program in the background, ended with SIGTERM at the latest by the destructor.
+class Background {
+ public:
+  explicit Background(const std::vector<std::string>& command,
+                      const std::map<std::string, std::string>& environment = {});
+  ~Background();
+  Background(const Background&) = delete;
+  Background& operator=(const Background&) = delete;
+
+  bool IsRunning();
+  // Its exit code, -1 when it is still running after `limit`.
+  int Wait(std::chrono::milliseconds limit);
+
+ private:
+  pid_t pid_ = -1;
+  int code_ = -1;
+};
+
 // rxq40sim, from construction to destruction.
 class SimulatorProcess {
  public:

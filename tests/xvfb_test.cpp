@@ -1,0 +1,106 @@
+// The program itself, on a real display, with a radio on a pseudo-terminal: what a user does with keys,
+// and what then is in the radio and on the disk.
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "support/process.h"
+#include "support/temp_folder.h"
+
+namespace q40 {
+namespace {
+
+using std::chrono::milliseconds;
+using test::Background;
+using test::SimulatorProcess;
+
+class Xvfb : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (int number = 90; number < 120; ++number) {
+      const std::string display = ":" + std::to_string(number);
+      display_ = std::make_unique<Background>(std::vector<std::string>{
+          "/usr/bin/Xvfb", display, "-noreset", "-screen", "0", "1000x700x24", "-nolisten", "tcp"});
+      usleep(500'000);
+      if (!display_->IsRunning()) continue;  // the number is taken
+      environment_ = {{"DISPLAY", display},
+                      {"QT_QPA_PLATFORM", "xcb"},
+                      {"HOME", folder_.path()},
+                      {"XDG_CONFIG_HOME", folder_ / "config"},
+                      {"XDG_RUNTIME_DIR", folder_.path()},
+                      {"RXQ40_COM1", folder_ / "radio"}};
+      return;
+    }
+    FAIL() << "no display";
+  }
+
+  test::ProcessResult Ctl(std::vector<std::string> words) {
+    words.insert(words.begin(), test::Program("rxq40ctl"));
+    return test::Run(words);
+  }
+  void Keys(std::vector<std::string> words) {
+    words.insert(words.begin(), "/usr/bin/xdotool");
+    EXPECT_EQ(test::Run(words, {.environment = environment_}).code, 0);
+  }
+  // There is no window manager that would give a window the keys.
+  void Focus(const std::string& title) {
+    Keys({"search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync"});
+  }
+  // Starts the window and waits until its start-up pause is over.
+  std::unique_ptr<Background> Window(const std::string& file) {
+    auto window = std::make_unique<Background>(
+        std::vector<std::string>{test::Program("rxq40"), file}, environment_);
+    usleep(3'000'000);
+    EXPECT_TRUE(window->IsRunning());
+    Focus("Korvex RX-Q40 Clone Utility");
+    return window;
+  }
+
+  test::TempFolder folder_;
+  std::unique_ptr<Background> display_;
+  std::map<std::string, std::string> environment_;
+};
+
+const char* const kChannel =
+    "RX-Q40,MEMORY,7,145.7250,12.5KHz,Tone,88.5,88.5,023,023,-Shift,0.6,Off,Hi,5,Off,"
+    "BS-1,Off,Off,Normal,HOME,Off\r\n";
+
+TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
+  // A radio with a channel, a file without one.
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder_ / "radio.Q40"}).code, 0);
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder_ / "mine.Q40"}).code, 0);
+  test::Store(folder_ / "one.csv", kChannel);
+  ASSERT_EQ(Ctl({"import", folder_ / "radio.Q40", folder_ / "one.csv"}).code, 0);
+
+  SimulatorProcess radio({"--load", folder_ / "radio.Q40", "--link", folder_ / "radio", "--save",
+                          folder_ / "after.Q40"});
+  auto window = Window(folder_ / "mine.Q40");
+  Keys({"key", "F7"});  // Read All
+  usleep(1'500'000);
+  Keys({"key", "ctrl+s"});
+  usleep(300'000);
+  EXPECT_EQ(Ctl({"diff", folder_ / "radio.Q40", folder_ / "mine.Q40"}).out, "");
+
+  // Edit channel 7: the eighth row of the grid, the dialog, a new frequency, OK.
+  Keys({"mousemove", "206", "63", "click", "1", "mousemove", "200", "110", "click", "1"});
+  Keys({"key", "ctrl+Home", "Down", "Down", "Down", "Down", "Down", "Down", "Down", "Return"});
+  Focus("Modify Memory Channel Parameter");
+  Keys({"type", "--delay", "50", "1461000"});
+  Keys({"key", "Return"});
+  Focus("Korvex RX-Q40 Clone Utility");
+  Keys({"key", "shift+F7"});  // Write All
+  usleep(4'500'000);
+  Keys({"key", "ctrl+s"});
+  usleep(300'000);
+  Keys({"key", "ctrl+q"});
+  EXPECT_EQ(window->Wait(milliseconds(3000)), 0);
+  EXPECT_EQ(radio.Stop(), 0);
+  const std::string diff = Ctl({"diff", folder_ / "radio.Q40", folder_ / "after.Q40"}).out;
+  EXPECT_EQ(diff,
+            "Memory 7: Frequency: \"145.7250\" -> \"146.1000\"\n"
+            "Memory 7: Step: \"12.5KHz\" -> \"5KHz\"\n");
+  EXPECT_EQ(Ctl({"diff", folder_ / "mine.Q40", folder_ / "after.Q40"}).out, "");
+}
+
+}  // namespace
+}  // namespace q40
