@@ -8,6 +8,7 @@
 #include <fstream>
 #include <functional>
 #include <new>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -198,6 +199,38 @@ void Start(const Folder& folder) {
       Number("%.2f ms", 1000 * check) + Number(" = %.2f", check / baseline), "");
 }
 
+// ---- the window, offscreen
+
+std::vector<double> WindowFigures(const std::vector<std::string>& mode) {
+  std::vector<std::string> command = {Program("bench_window")};
+  command.insert(command.end(), mode.begin(), mode.end());
+  test::ProcessOptions options;
+  options.environment = {{"QT_QPA_PLATFORM", "offscreen"}, {"XDG_RUNTIME_DIR", "/tmp"}};
+  options.limit = std::chrono::minutes(2);
+  std::istringstream out(Must(test::Run(command, options)).out);
+  std::vector<double> figures;
+  for (double figure = 0; out >> figure;) figures.push_back(figure);
+  if (figures.empty()) std::exit(1);
+  return figures;
+}
+
+void Window() {
+  const double start = MedianOf(15, [] {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
+    return WindowFigures({"start", std::to_string(now)})[0];
+  });
+  Row("window: from process start to the first painted window", Number("%.0f ms", start), "150 ms");
+  Row("window: memory after three idle seconds",
+      Number("%.1f MiB", WindowFigures({"memory"})[0] / 1024), "80 MB");
+  Row("window: slowest tab switch or scroll step", Number("%.1f ms", WindowFigures({"frames"})[0]),
+      "16 ms");
+  const auto read = WindowFigures({"read"});
+  Row("window: Read All at 9600 baud, time over the wire's",
+      Number("%.4f", read[0] / kReadAll.Seconds()), "1.03");
+  Row("window: Read All at 9600 baud, processor share", Number("%.2f %%", 100 * read[1] / read[0]),
+      "");
+}
+
 // A clone file with all 210 channels in use.
 void MakeFullFile(const std::string& path) {
   CloneDocument document = FreshDocument();
@@ -220,6 +253,7 @@ int main() {
   q40::Codec(folder);
   q40::Check(folder);
   q40::Start(folder);
+  q40::Window();
   q40::Unpaced(folder);
   q40::Paced(folder, "read", q40::kReadAll);
   q40::Paced(folder, "write", q40::kWriteAll);

@@ -180,7 +180,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   ServicePage* service_ = nullptr;
   dlgModify* modify_ = nullptr;
   HelpWindow* help_ = nullptr;
-  std::vector<QWidget*> windows_;  // others that were opened, in that order; they belong to this one
+  std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;
   QLabel* port_label_ = nullptr;

@@ -98,6 +98,7 @@ void frmMain::ShowProgress(const SequenceProgress& progress) {
     memory_->progress().setValue(progress.done);
     memory_->progress().show();
   }
+  ShowStatus();
   statusBar()->showMessage(tr("%1 (%2): %3, %4 of %5")
                                .arg(Doing(progress.sequence), model_label_->text(),
                                     QString::fromStdString(progress.where))

@@ -22,8 +22,8 @@ constexpr Field kUnsetInRepeaterRow[] = {Field::kStep, Field::kPower,       Fiel
 // Check boxes that are unticked in it on opening.
 constexpr Field kUntickedInRepeaterRow[] = {Field::kRpt, Field::kClock, Field::kBclo};
 
-constexpr const char* kRepeaterMhz = "Repeater";
-constexpr const char* kRepeaterFraction = "r";
+constexpr std::string_view kRepeaterMhz = "Repeater";
+constexpr std::string_view kRepeaterFraction = "r";
 
 // The dialog's option order is that of the numbers, except that " Narrow" stands before "Normal".
 int ChoiceOf(Field field, int number) {
@@ -88,7 +88,9 @@ ChannelRecord RecordOf(const DialogValues& values, ChannelKind kind, bool repeat
   } else {
     const Units100Hz frequency = LeadingFrequency(values.mhz + '.' + values.fraction);
     const bool skipped = kind == ChannelKind::kMemory && values[Field::kSkip] == 1;
-    record.Set(kind, Field::kFrequency, frequency, (skipped ? "*" : "") + FrequencyText(frequency));
+    std::string text = FrequencyText(frequency);
+    if (skipped) text.insert(0, 1, '*');
+    record.Set(kind, Field::kFrequency, frequency, text);
   }
   if (HasField(kind, Field::kName)) {
     const std::string name = FirstCharacters(values.name, kNameLength);
