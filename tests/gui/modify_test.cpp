@@ -339,8 +339,7 @@ TEST(EditRules, MhzOfAMemoryChannel) {
 
 TEST(EditRules, EveryFractionIsTunedInIntegers) {
   for (int units = 0; units < 10'000; ++units) {
-    char text[5];
-    std::snprintf(text, sizeof text, "%04d", units);
+    const std::string text = std::to_string(10'000 + units).substr(1);
     int expected = units;
     while (expected % 50 != 0 && expected % 125 != 0) --expected;
     const TunedFraction tuned = TuneFraction(text);
