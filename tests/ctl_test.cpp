@@ -242,12 +242,21 @@ TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
   const struct {
     const char* fault;
     const char* words;
-  } cases[] = {{"ng@0240",
-                "Communication Error: the radio does not acknowledge the write (memory channel 2)"},
-               {"ng@0240", "acknowledged 19 blocks, the last was memory channel 1 at address 0220"},
-               {"ng@0020", "acknowledged no block"},
-               {"hang-up@00C0", "COM Port Error: the simulated radio was disconnected"},
-               {"silence@RXQ40", "no complete answer within 2 s (announcement)"}};
+  } cases[] = {
+      {"ng@0240",
+       "Communication Error: the radio does not acknowledge the write (memory channel 2)"},
+      {"ng@0240",
+       "Settings and channels 0 to 1 written, memory channel 2 perhaps (sent, but not "
+       "acknowledged), 3 onwards as before."},
+      {"ng@0200", "Settings written, memory channel 0 perhaps (sent, but not acknowledged)"},
+      {"ng@1C20", "Settings and channels 0 to D8 written, memory channel D9 perhaps"},
+      {"ng@01C0",
+       "Settings up to UHF special channel VFO written, UHF special channel CALL "
+       "perhaps (sent, but not acknowledged), the rest as before."},
+      {"ng@0020", "Settings area 1 perhaps (sent, but not acknowledged), the rest as before."},
+      {"ng@RXQ40", "Nothing was written."},
+      {"hang-up@00C0", "COM Port Error: the simulated radio was disconnected"},
+      {"silence@RXQ40", "no complete answer within 2 s (announcement)"}};
   for (const auto& c : cases) {
     Radio({c.fault});
     const Result result = Run({"write", "-p", "1", path});
@@ -261,6 +270,74 @@ TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
       result.err.find("Model is not correct: the radio is an RX-Q40T1, the data is for an RX-Q40T"),
       std::string::npos);
   EXPECT_EQ(radio_->memory().raw(), memory);
+}
+
+std::string WithoutRptFrequencies(const std::string& path) {
+  constexpr std::size_t kLine = 34;
+  std::string text = test::Content(path);
+  for (const std::size_t line : {9U, 19U}) text.replace(line * kLine + 8, 8, "--------");
+  return text;
+}
+
+// What a write with a net leaves in radio and file, whatever the radio does.
+TEST_F(Ctl, WriteWithANet) {
+  CloneDocument mine = FreshDocument();
+  mine.settings.Slider1 = 31;
+  const std::string path = Save("a.Q40", mine);
+  const std::string backup = folder_ / "kept here.Q40";
+  // The backup takes 231 exchanges; then come two openings, settings area 1, and so on.
+  const struct {
+    const char* fault;
+    int code;
+    bool backup_kept;
+    bool written;  // anything
+    const char* out;
+    const char* err;
+  } cases[] = {
+      {"", 0, true, true, "", "227 blocks acknowledged and verified"},
+      {"silence", 4, false, false, "", "The backup was not made, so nothing was written."},
+      {"short@1C20", 4, false, false, "", "The backup was not made"},
+      {"hang-up@0300", 3, false, false, "", "The backup was not made"},
+      {"ng@#234", 4, true, true, "", "To bring the backup back: rxq40ctl write -p 1 '"},
+      {"ng@#232", 4, true, false, "", "Nothing was written."},
+      {"ng@#262", 4, true, true, "", "Settings and channels 0 to 7 written"},
+      {"not-stored@#234", 8, true, true, "Settings: Scan Type: ", "To bring the backup"},
+      {"not-stored@#254", 8, true, true, "Memory 0: In use: ", "did not keep everything"},
+      // In the verification, behind the 231 exchanges of the backup and the 233 of the write.
+      {"hang-up@#500", 3, true, true, "", "Everything was written, but not verified."},
+  };
+  for (const auto& c : cases) {
+    Radio(*c.fault != 0 ? std::vector<std::string>{c.fault} : std::vector<std::string>{});
+    const std::string memory(radio_->memory().raw());
+    std::filesystem::remove(backup);
+    const Result result = Run({"write", "-p", "1", "--backup", backup, "--verify", path});
+    EXPECT_EQ(result.code, c.code) << c.fault << result.err;
+    EXPECT_EQ(std::filesystem::exists(backup), c.backup_kept) << c.fault;
+    EXPECT_EQ(radio_->memory().raw() != memory, c.written) << c.fault;
+    EXPECT_NE(result.out.find(c.out), std::string::npos) << c.fault << result.out;
+    EXPECT_NE(result.err.find(c.err), std::string::npos) << c.fault << result.err;
+    if (!c.backup_kept) continue;
+    // The backup brings back everything that a write does not set by itself.
+    Radio({});
+    ASSERT_EQ(Run({"write", "-p", "1", path}).code, 0);
+    ASSERT_EQ(Run({"write", "-p", "1", "--verify", backup}).code, 0);
+    EXPECT_EQ(Run({"read", "-p", "1", "--force", folder_ / "again.Q40"}).code, 0);
+    EXPECT_TRUE(WithoutRptFrequencies(folder_ / "again.Q40") == WithoutRptFrequencies(backup))
+        << c.fault;
+  }
+}
+
+TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
+  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string memory(radio_->memory().raw());
+  EXPECT_EQ(Run({"write", "-p", "1", "--backup", path, path}).code, kExitUsage);
+  EXPECT_EQ(Run({"write", "-p", "1", "--backup", folder_ / "nowhere/b.Q40", path}).code,
+            kExitCannotWrite);
+  Radio({}, 2);
+  const Result other = Run({"write", "-p", "1", "--backup", folder_ / "b.Q40", path});
+  EXPECT_EQ(other.code, kExitWrongModel) << other.err;
+  EXPECT_EQ(radio_->memory().raw(), memory);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "b.Q40"));
 }
 
 TEST_F(Ctl, Dump) {

@@ -410,6 +410,94 @@ TEST(Sequences, AStopRequestEndsThemWithoutAnotherByte) {
   EXPECT_EQ(radio.port.sent.size(), 6U);
 }
 
+// A timer whose event a talkative line keeps from ever coming.
+class StarvedTimer final : public OneShotTimer {
+ public:
+  void Start(milliseconds /*interval*/) override { running_ = true; }
+  void Stop() override { running_ = false; }
+  [[nodiscard]] bool IsRunning() const override { return running_; }
+
+ private:
+  bool running_ = false;
+};
+
+TEST(Sequences, EndlessChatterEndsWithTheDeadline) {
+  Radio radio;
+  StarvedTimer starved;
+  Link link{radio.port, {radio.timer1, starved, radio.timer3, radio.deadline}, radio.pump};
+  Sequences sequences{link, radio.document, radio.host};
+  radio.pump.next_arrival = [&] {
+    radio.port.LeaveOver("?");
+    return radio.clock.now + milliseconds(1);
+  };
+  const SequenceReport report = sequences.ReadSettings();
+  EXPECT_EQ(report.outcome, Outcome::kCommunicationError);
+  EXPECT_EQ(report.why, "the whole command took longer than it may");
+  EXPECT_EQ(radio.port.sent.size(), 1U);
+  EXPECT_EQ(radio.clock.Ms(), 20 * 2010 + 5000);  // 17 units, two openings, End
+  EXPECT_FALSE(link.DeadlineIsOver());            // the next command starts afresh
+}
+
+TEST(Sequences, TheSlowestProperRadioIsWithinTheDeadline) {
+  Radio radio;
+  const auto prompt = radio.port.reply;
+  radio.port.reply = [&](const std::string& sent) {
+    auto reply = prompt(sent);
+    reply.back().after = milliseconds(1999);
+    return reply;
+  };
+  EXPECT_EQ(radio.sequences.WriteAll().outcome, Outcome::kDone);
+}
+
+// What was written is read back with the reads of the radio, nothing else, and changes no document.
+TEST(Verify, ReadsWhatWasWritten) {
+  Radio radio;
+  radio.document.image = test::RandomDocument(3).image;
+  const SequenceReport write = radio.sequences.WriteSettings();
+  ASSERT_EQ(write.outcome, Outcome::kDone);
+  for (const Unit& unit : write.acknowledged) radio.data[AddressText(unit.address)] = unit.digits;
+  const CloneImage before = radio.document.image;
+  radio.port.sent.clear();
+  std::vector<Unit> found;
+  EXPECT_EQ(radio.sequences.Verify(write.acknowledged, found).outcome, Outcome::kDone);
+  EXPECT_EQ(radio.Sent(), ReadCommands(kSettingsOrder));
+  EXPECT_EQ(radio.document.image, before);
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    EXPECT_TRUE(UnitDifferences(write.acknowledged[i], found[i]).empty()) << i;
+  }
+}
+
+TEST(Verify, DifferencesAreNamedAsTheOwnerKnowsThem) {
+  const std::string zeros(64, '0');
+  const auto with = [&](std::size_t byte, const std::string& digits) {
+    std::string text = zeros;
+    return text.replace(2 * byte, 2, digits);
+  };
+  const struct {
+    Address address;
+    std::string a;
+    std::string b;
+    const char* difference;
+  } cases[] = {
+      {0x0020, zeros, with(5, "0A"), "Settings: Volume: \"0\" -> \"10\""},
+      {0x0020, with(4, "D4"), zeros, "settings area 1: byte 4: \"D4\" -> \"00\""},
+      {0x0200, with(0, "80"), zeros, "Memory 0: In use: \"yes\" -> \"no\""},
+      {0x0180, zeros, with(25, "02"), "VHF CALL: Power: \"Lo\" -> \"Hi\""},
+      {0x1D80, zeros, with(16, "31"), "Auto dialer: St: \"\" -> \"1\""},
+      {0x1C20, with(0, "80"), with(0, "80").replace(24, 2, "63"),
+       "memory channel D9: content: \"\" -> \"cannot be read: byte"},
+      {0x1C20, zeros, with(23, "63"), "memory channel D9: byte 23: "},
+      {0x00C0, zeros, with(23, "01"), "VHF special channel VFO: byte 23: \"00\" -> \"01\""},
+      {0x00C0, zeros, with(0, "ZZ"), "VHF special channel VFO: content: \"\" -> \"cannot be read"},
+  };
+  for (const auto& c : cases) {
+    const auto differences = UnitDifferences({c.address, c.a}, {c.address, c.b});
+    ASSERT_FALSE(differences.empty()) << c.difference;
+    EXPECT_NE(DifferenceText(differences[0]).find(c.difference), std::string::npos)
+        << DifferenceText(differences[0]);
+  }
+}
+
 TEST(Sequences, ARadioExchangedBetweenTheHalvesGetsNoMemory) {
   Radio radio;
   radio.host.on_progress = [&] { radio.identity = "RXQ40x1Ax"; };

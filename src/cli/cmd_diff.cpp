@@ -1,9 +1,10 @@
 #include <memory>
 
+#include <nlohmann/json.hpp>
+
 #include "cli/commands.h"
-#include "cli/document_text.h"
 #include "image/defaults.h"
-#include "image/plain_text.h"
+#include "image/document_cells.h"
 
 namespace q40 {
 namespace {
@@ -14,32 +15,17 @@ struct Arguments {
   bool json = false;
 };
 
-// Whole, unlike the values in messages.
-std::string Value(const std::string& value) {
-  std::string text(1, '"');
-  text += Printable(value);
-  text += '"';
-  return text;
-}
-
 int Run(CommandContext& context, const Arguments& arguments) {
   CloneDocument a = FreshDocument();
   CloneDocument b = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.a, a)) return code;
   if (const int code = OpenOrComplain(context, arguments.b, b)) return code;
-  const auto cells_a = CellsOf(a);
-  const auto cells_b = CellsOf(b);
 
   std::string text;
   auto json = nlohmann::ordered_json::array();
-  for (std::size_t i = 0; i < cells_a.size(); ++i) {
-    const DocumentCell& cell = cells_a[i];
-    const std::string& other = cells_b[i].value;
-    if (cell.value == other) continue;
-    // Between a channel in use and one that is not, the other cells say it all.
-    if (cell.name == kStoredData && (cell.value.empty() || other.empty())) continue;
-    text += cell.place + ": " + cell.name + ": " + Value(cell.value) + " -> " + Value(other) + '\n';
-    json.push_back({{"place", cell.place}, {"name", cell.name}, {"a", cell.value}, {"b", other}});
+  for (const CellDifference& one : DifferencesOf(a, b)) {
+    text += DifferenceText(one) + '\n';
+    json.push_back({{"place", one.place}, {"name", one.name}, {"a", one.a}, {"b", one.b}});
   }
   const bool same = text.empty();
   if (arguments.json) {

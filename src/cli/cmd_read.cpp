@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <memory>
 
 #include "cli/commands.h"
@@ -18,16 +17,11 @@ struct Arguments {
   std::string file;
 };
 
-bool Exists(const std::string& path) {
-  std::error_code error;
-  return std::filesystem::exists(std::filesystem::symlink_status(path, error));
-}
-
 int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
   const Half half = HalfOf(arguments.only);
-  const bool exists = Exists(arguments.file);
+  const bool exists = FileIsThere(arguments.file);
   const bool keeps_a_half = exists && half != Half::kBoth;
   if (exists && !keeps_a_half && !arguments.force) {
     return context.console.Error(kExitUsage, arguments.file +

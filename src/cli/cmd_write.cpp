@@ -2,6 +2,8 @@
 
 #include "cli/commands.h"
 #include "cli/radio_session.h"
+#include "files/clone_file.h"
+#include "files/whole_file.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -10,19 +12,69 @@ namespace {
 struct Arguments {
   std::string port;
   std::string only;
+  std::string backup;
+  bool verify = false;
   std::string file;
 };
+
+// A word as a shell takes it.
+std::string ShellWord(const std::string& word) {
+  constexpr std::string_view kPlain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=./:,@%";
+  if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+  return quoted + "'";
+}
+
+std::string RestoreCommand(const Arguments& arguments) {
+  if (arguments.backup.empty()) return {};
+  const std::string only = arguments.only.empty() ? "" : " --only " + arguments.only;
+  return "rxq40ctl write -p " + ShellWord(arguments.port) + only + ' ' +
+         ShellWord(arguments.backup);
+}
+
+// kExitDone when the backup's file can be made. An older backup is never replaced: it may be the one
+// that is needed.
+int CheckBackup(CommandContext& context, const std::string& path) {
+  if (FileIsThere(path)) {
+    return context.console.Error(kExitUsage,
+                                 path + " exists. A backup replaces no file; name another.");
+  }
+  if (const auto problem = CheckReplaceable(path)) return context.console.Error(*problem);
+  return kExitDone;
+}
+
+WriteNet NetOf(CommandContext& context, const Arguments& arguments) {
+  WriteNet net{.keep_backup = {}, .verify = arguments.verify};
+  if (arguments.backup.empty()) return net;
+  net.keep_backup = [&context, path = arguments.backup](const CloneDocument& radio) {
+    CloneDocument document = radio;
+    if (const auto problem = SaveCloneFile(path, document, document.model)) {
+      context.console.Error(*problem);
+      return false;
+    }
+    context.console.Note("The radio's memory is kept in " + path);
+    return true;
+  };
+  return net;
+}
 
 int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  if (!arguments.backup.empty()) {
+    if (const int code = CheckBackup(context, arguments.backup)) return code;
+  }
   RadioSession session(context, *device, document);
-  if (const int code = session.Write(HalfOf(arguments.only)); code != kExitDone) return code;
+  const int code =
+      session.Write(HalfOf(arguments.only), NetOf(context, arguments), RestoreCommand(arguments));
+  if (code != kExitDone) return code;
   context.console.Note(arguments.file + " written to the radio: " +
                        std::to_string(session.report().acknowledged.size()) +
-                       " blocks acknowledged");
+                       " blocks acknowledged" + (arguments.verify ? " and verified" : ""));
   return kExitDone;
 }
 
@@ -33,8 +85,16 @@ void AddWrite(CLI::App& app, CommandContext& context) {
   auto arguments = std::make_shared<Arguments>();
   AddPortOption(*command, arguments->port);
   AddOnlyOption(*command, arguments->only);
+  command
+      ->add_option("--backup", arguments->backup,
+                   "read the radio first and keep what it holds in this new clone file")
+      ->type_name("FILE");
+  command->add_flag("--verify", arguments->verify,
+                    "read back what was written and compare; differences go to standard output");
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
-  command->footer("Example: rxq40ctl write -p /dev/ttyUSB0 radio.Q40");
+  command->footer(
+      "A write whose backup failed does not start.\n"
+      "Example: rxq40ctl write -p /dev/ttyUSB0 --backup before.Q40 --verify radio.Q40");
   command->callback([&context, arguments] { context.exit_code = Run(context, *arguments); });
 }
 

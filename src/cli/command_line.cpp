@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <sstream>
 
 #include "cli/commands.h"
@@ -11,6 +12,11 @@ int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocume
   if (result.problem) return context.console.Error(*result.problem);
   if (result.odd_digit) context.console.Note(result.odd_digit->Message());
   return kExitDone;
+}
+
+bool FileIsThere(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::exists(std::filesystem::symlink_status(path, error));
 }
 
 int Print(CommandContext& context, std::string_view text) {

@@ -44,6 +44,8 @@ void AddDump(CLI::App& app, CommandContext& context);
 
 // Opens a clone file; kExitDone, or the code of the error that was said.
 int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document);
+// Whether a path is taken, also by a broken link.
+bool FileIsThere(const std::string& path);
 // Writes a result to standard output; kExitCannotWrite when it takes no more.
 int Print(CommandContext& context, std::string_view text);
 

@@ -1,6 +1,7 @@
 #include "cli/radio_session.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "image/defaults.h"
 #include "image/hex.h"
@@ -18,26 +19,26 @@ std::string JobName(Sequence sequence) {
     case Sequence::kReadMemory: return "Reading memory";
     case Sequence::kWriteSettings: return "Writing settings";
     case Sequence::kWriteMemory: return "Writing memory";
+    case Sequence::kBackUp: return "Backing up";
+    case Sequence::kVerify: return "Verifying";
     default: return "Identifying";
   }
 }
 
-// What the radio has of a write that ended early.
-std::string Written(const SequenceReport& report) {
-  const std::size_t count = report.acknowledged.size();
-  if (count == 0 && !report.in_flight) return " Nothing was written.";
-  std::string text = " The radio acknowledged ";
-  if (count == 0) {
-    text += "no block";
+// What the radio has of a write that did not end well, in sentences.
+std::string AftermathOf(const WriteResult& result, Half half, const std::string& restore) {
+  using Stage = WriteResult::Stage;
+  if (result.stage == Stage::kBackup) return " The backup was not made, so nothing was written.";
+  std::string text;
+  if (result.stage == Stage::kVerify) {
+    text = " Everything was written, but not verified.";
   } else {
-    const Address last = report.acknowledged.back();
-    text += std::to_string(count) + (count == 1 ? " block" : " blocks") + ", the last was " +
-            UnitName(last) + " at address " + AddressText(last);
+    text = ' ' + WrittenText(result.write, half) + '.';
+    text[1] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[1])));
   }
-  if (report.in_flight) {
-    text += "; whether it stored " + UnitName(*report.in_flight) + " is not known";
-  }
-  return text + ". Nothing was sent behind that.";
+  const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
+  if (result.backup_kept && touched) text += " To bring the backup back: " + restore;
+  return text;
 }
 
 bool IsBlockAnswer(std::string_view answer) {
@@ -70,13 +71,32 @@ int RadioSession::Read(Half half) {
   }
 }
 
-int RadioSession::Write(Half half) {
-  writing_ = true;
-  switch (half) {
-    case Half::kSettings: return Conclude(sequences_.WriteSettings());
-    case Half::kMemory: return Conclude(sequences_.WriteMemory());
-    default: return Conclude(sequences_.WriteAll());
+int RadioSession::Write(Half half, const WriteNet& net, const std::string& restore) {
+  const WriteResult result = SafeWrite(link_, document_, *this, half, net);
+  const bool unkept_backup =
+      result.stage == WriteResult::Stage::kBackup && result.last.outcome == Outcome::kCancelled;
+  if (unkept_backup) return kExitCannotWrite;  // the reason has been said
+  if (result.last.outcome != Outcome::kDone) {
+    return Conclude(result.last, AftermathOf(result, half, restore));
   }
+  report_ = result.write;
+  return net.verify ? ConcludeVerified(result, restore) : static_cast<int>(kExitDone);
+}
+
+int RadioSession::ConcludeVerified(const WriteResult& result, const std::string& restore) {
+  const std::size_t count = result.differences.size();
+  if (count == 0) return kExitDone;
+  std::string text;
+  for (const CellDifference& difference : result.differences) {
+    text += DifferenceText(difference) + '\n';
+  }
+  Print(context_, text);
+  return context_.console.Error(
+      kExitNotKept,
+      "The radio did not keep everything: " + std::to_string(count) +
+          (count == 1 ? " difference" : " differences") +
+          " between what was written and what it holds." +
+          (result.backup_kept ? " To bring the backup back: " + restore : std::string()));
 }
 
 int RadioSession::Dump(int first_block, int count) {
@@ -128,10 +148,10 @@ std::string RadioSession::Advice(const PortProblem& problem) const {
   return text;
 }
 
-// The one place where the end of a sequence becomes words and an exit code.
-int RadioSession::Conclude(const SequenceReport& report) {
+// The one place where the end of a sequence becomes words and an exit code. `written`: what a write
+// left behind; empty for a read.
+int RadioSession::Conclude(const SequenceReport& report, const std::string& written) {
   report_ = report;
-  const std::string written = writing_ ? Written(report) : std::string();
   const std::string at = report.where.empty() ? std::string() : " (" + report.where + ")";
   Console& console = context_.console;
   switch (report.outcome) {
@@ -150,9 +170,9 @@ int RadioSession::Conclude(const SequenceReport& report) {
           kExitWrongModel,
           "Model is not correct: the radio is an " + std::string(ModelName(report.radio_model)) +
               ", the data is for an " + std::string(ModelName(document_.model)) + "." +
-              (writing_ ? written + " Write a file of the radio's model."
-                        : std::string(" The file is as it was. --force starts it anew with the "
-                                      "radio's model.")));
+              (written.empty() ? " The file is as it was. --force starts it anew with the radio's "
+                                 "model."
+                               : written + " Write a file of the radio's model."));
   }
   return kExitDone;
 }

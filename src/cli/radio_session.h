@@ -5,12 +5,9 @@
 #include <string>
 
 #include "cli/commands.h"
-#include "link/sequences.h"
+#include "link/safe_write.h"
 
 namespace q40 {
-
-// Which half of a document a command moves.
-enum class Half : unsigned char { kBoth, kSettings, kMemory };
 
 // Runs sequences on a document and says how they end. One at a time.
 class RadioSession final : private SequenceHost {
@@ -25,7 +22,9 @@ class RadioSession final : private SequenceHost {
   // Each returns an exit code; the message has been said.
   int Identify();
   int Read(Half half);
-  int Write(Half half);
+  // `restore` is the command that brings a kept backup back; empty without one. What the radio did
+  // not keep goes to standard output.
+  int Write(Half half, const WriteNet& net, const std::string& restore);
   // Blocks as text on standard output, up to the first that is not answered.
   int Dump(int first_block, int count);
 
@@ -43,7 +42,8 @@ class RadioSession final : private SequenceHost {
   void ShowMemoryChannel(int /*n*/) override {}
   void End(const SequenceReport& report) override;
 
-  int Conclude(const SequenceReport& report);
+  int Conclude(const SequenceReport& report, const std::string& written = {});
+  int ConcludeVerified(const WriteResult& result, const std::string& restore);
   [[nodiscard]] std::string Advice(const PortProblem& problem) const;
 
   CommandContext& context_;
@@ -54,7 +54,6 @@ class RadioSession final : private SequenceHost {
   Sequences sequences_;
   SequenceReport report_;
   bool keep_model_ = false;
-  bool writing_ = false;
 };
 
 // Adds the option -p to a subcommand.

@@ -32,6 +32,19 @@ bool ReadBlockComplete(const std::string& reply) {
 
 }  // namespace
 
+void Link::StartDeadline(int exchanges) {
+  timers_.Deadline.Start(exchanges * (kCommandTimeout + std::chrono::milliseconds(kPauseMs)) +
+                         kDeadlineMargin);
+  has_deadline_ = true;
+}
+
+void Link::StopDeadline() {
+  timers_.Deadline.Stop();
+  has_deadline_ = false;
+}
+
+bool Link::DeadlineIsOver() const { return has_deadline_ && !timers_.Deadline.IsRunning(); }
+
 bool Link::Send(std::string_view text) {
   reply_.clear();
   return port_.ReadAvailable().has_value() && port_.Write(text);
@@ -55,7 +68,7 @@ bool Link::Collect(OneShotTimer& timer, std::chrono::milliseconds limit, const C
     } else if (!port_.IsOpen()) {
       break;
     }
-    if (!timer.IsRunning()) return true;
+    if (!timer.IsRunning() || DeadlineIsOver()) return true;
     pump_.WaitForEvents();
   }
   timer.Stop();
@@ -67,6 +80,7 @@ std::string Link::TxCommand(std::string_view command) {
     return reply.size() >= command.size() + kShortestAnswer && reply.back() == '\n';
   };
   if (pump_.StopRequested()) return std::string(kStopped);
+  if (DeadlineIsOver()) return std::string(kNoReply);
   if (!port_.IsOpen() || !Send(std::string(command) + '\n') ||
       !Collect(timers_.Timer2, kCommandTimeout, complete, {})) {
     return std::string(kPortFailed);

@@ -26,6 +26,8 @@ namespace q40 {
 inline constexpr std::chrono::milliseconds kCommandTimeout{2000};
 inline constexpr std::chrono::milliseconds kBlockTimeout{500};
 inline constexpr std::int16_t kPauseMs = 10;  // between two commands
+// What the deadline of a sequence grants beside the limits of its exchanges and pauses.
+inline constexpr std::chrono::milliseconds kDeadlineMargin{5000};
 
 // What TxCommand returns instead of a reply. A reply ends with LF, so none can be mistaken.
 inline constexpr std::string_view kPortFailed = "False00";  // opening, writing or reading failed
@@ -53,6 +55,13 @@ class Link {
   bool OpenPort() { return port_.IsOpen() || port_.Open(); }
   [[nodiscard]] const Port& port() const { return port_; }
   [[nodiscard]] bool StopRequested() const { return pump_.StopRequested(); }
+
+  // A whole sequence may take as long as its exchanges may take together. What is sent or waited for
+  // behind that counts as not answered, whatever the timers of the exchanges say: a device that
+  // never stops talking cannot keep the program. Without a start there is no such end.
+  void StartDeadline(int exchanges);
+  void StopDeadline();
+  [[nodiscard]] bool DeadlineIsOver() const;
 
   // Sends a command (text and CR; LF is added) and returns everything that came back, echo
   // included, or a marker. Input from before the command is thrown away. Takes 2000 ms at the most.
@@ -88,6 +97,7 @@ class Link {
   LinkTimers timers_;
   EventPump& pump_;
   std::string reply_;
+  bool has_deadline_ = false;
 };
 
 // ---- The checked single-block exchange. It serves the transfer of the channel bitmap, which no

@@ -43,11 +43,18 @@ SequenceReport Cancelled() {
 void Sequences::Begin(Sequence sequence, int units) {
   report_ = {};
   progress_ = {sequence, 0, units, {}};
+  StartDeadline();
   host_.Begin(sequence);
+}
+
+void Sequences::StartDeadline() {
+  constexpr int kBesideUnits = 3;  // announcement, identification, End
+  link_.StartDeadline(progress_.total + kBesideUnits);
 }
 
 SequenceReport Sequences::Finish(bool done) {
   if (done) report_.outcome = Outcome::kDone;
+  link_.StopDeadline();
   host_.End(report_);
   return report_;
 }
@@ -61,7 +68,13 @@ bool Sequences::Fail(Outcome outcome, std::string why) {
 // A reply that is not what it must be.
 bool Sequences::FailReply(const std::string& reply, std::string_view why) {
   if (link_.StopRequested()) return Fail(Outcome::kInterrupted, "stopped");
-  if (reply == kPortFailed) return Fail(Outcome::kPortError, link_.port().Problem().what);
+  if (reply == kPortFailed) {
+    report_.remedy = link_.port().Problem().remedy;
+    return Fail(Outcome::kPortError, link_.port().Problem().what);
+  }
+  if (link_.DeadlineIsOver()) {
+    return Fail(Outcome::kCommunicationError, "the whole command took longer than it may");
+  }
   if (reply == kNoReply) {
     return Fail(Outcome::kCommunicationError, "no complete answer within 2 s");
   }
@@ -106,6 +119,7 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
     document_.image.VersionA = version_a;
     return Fail(Outcome::kCancelled, "cancelled");
   }
+  StartDeadline();  // the user may have been asked, and is no slow radio
   document_.image.VersionA = report_.version_letter == 'A';
   return true;
 }
@@ -122,6 +136,10 @@ bool Sequences::OpenForWriting() {
   if (!Announce()) return false;
   Pause();
   if (!IdentifyStep(IdentifyFor::kWriting)) return false;
+  return IsDocumentsModel();
+}
+
+bool Sequences::IsDocumentsModel() {
   return report_.radio_model == document_.model ||
          Fail(Outcome::kWrongModel,
               "the radio is an " + std::string(ModelName(report_.radio_model)) +
@@ -147,7 +165,7 @@ bool Sequences::WriteUnit(Address address, std::string_view digits) {
     return FailReply(reply, "the radio does not acknowledge the write");
   }
   report_.in_flight.reset();
-  report_.acknowledged.push_back(address);
+  report_.acknowledged.push_back({address, std::string(digits)});
   return true;
 }
 
@@ -352,6 +370,29 @@ SequenceReport Sequences::WriteAll() {
   memory.acknowledged.insert(memory.acknowledged.begin(), settings.acknowledged.begin(),
                              settings.acknowledged.end());
   return memory;
+}
+
+SequenceReport Sequences::Write(Half half) {
+  switch (half) {
+    case Half::kSettings: return WriteSettings();
+    case Half::kMemory: return WriteMemory();
+    default: return WriteAll();
+  }
+}
+
+SequenceReport Sequences::Verify(const std::vector<Unit>& written, std::vector<Unit>& found) {
+  Begin(Sequence::kVerify, static_cast<int>(written.size()));
+  if (!OpenPort() || !IdentifyStep(IdentifyFor::kWriting) || !IsDocumentsModel()) {
+    return Finish(false);
+  }
+  for (const Unit& unit : written) {
+    Pause();
+    found.push_back({unit.address, {}});
+    if (!ReadUnit(unit.address, found.back().digits)) return Finish(false);
+  }
+  Pause();
+  link_.TxEnd();
+  return Finish(true);
 }
 
 }  // namespace q40

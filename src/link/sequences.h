@@ -4,6 +4,7 @@
 //   Read Settings   Identify, 2 settings, 5 VHF, 5 UHF, 5 dialer units, End   77 for each unit
 //   Read Memory     Identify, 210 memory channels, End                        77 for each unit
 //   Write ...       RXQ40, KX~WHO, the same units, End                        11, 19, 79 for each
+//   Verify          Identify, units that were written, End                    77 for each unit
 //
 // Between two commands lies a pause of 10 ms, except in Read Memory and between Identify and the
 // first settings unit. Nothing is retried: a sequence ends at the first reply that is not what it
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "image/clone_document.h"
+#include "image/document_units.h"
 #include "link/link.h"
 
 namespace q40 {
@@ -27,7 +29,12 @@ enum class Sequence : unsigned char {
   kReadMemory,
   kWriteSettings,
   kWriteMemory,
+  kBackUp,  // a read of everything, into another document than the one that is shown
+  kVerify,
 };
+
+// Which half of a document a command moves.
+enum class Half : unsigned char { kBoth, kSettings, kMemory };
 
 enum class Outcome : unsigned char {
   kDone,
@@ -50,10 +57,12 @@ struct SequenceReport {
   Outcome outcome = Outcome::kDone;
   // Why it ended early, in words: "no complete answer within 2 s".
   std::string why;
+  // What to try next, in sentences. Only of a port.
+  std::string remedy;
   // Where: "identification", "memory channel D3". Empty before the first exchange.
   std::string where;
   // Units that the radio acknowledged, in the order written.
-  std::vector<Address> acknowledged;
+  std::vector<Unit> acknowledged;
   // The unit that was sent last and not acknowledged: the radio may have stored it or not.
   std::optional<Address> in_flight;
   // From the identification; -1 and '\0' before.
@@ -114,6 +123,10 @@ class Sequences {
   SequenceReport WriteSettings();
   SequenceReport WriteMemory();
   SequenceReport WriteAll();
+  SequenceReport Write(Half half);
+  // Reads the units that a write was acknowledged for into `found`, in their order. Changes nothing
+  // in the document but what a write changes.
+  SequenceReport Verify(const std::vector<Unit>& written, std::vector<Unit>& found);
 
  private:
   enum class IdentifyFor : unsigned char { kReading, kWriting };
@@ -123,12 +136,14 @@ class Sequences {
   bool Fail(Outcome outcome, std::string why);
   bool FailReply(const std::string& reply, std::string_view why);
   void Begin(Sequence sequence, int units);
+  void StartDeadline();
   void NextUnit(std::string where);
 
   bool OpenPort();
   bool IdentifyStep(IdentifyFor purpose);
   bool Announce();
   bool OpenForWriting();
+  bool IsDocumentsModel();
   bool ReadUnit(Address address, std::string& digits);
   bool WriteUnit(Address address, std::string_view digits);
   void Pause() { link_.Wait(kPauseMs); }

@@ -340,12 +340,21 @@ class Timer final : public OneShotTimer {
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
 
-  void Start(std::chrono::milliseconds interval) override { timer_->start(interval); }
+  void Start(std::chrono::milliseconds interval) override {
+    end_ = std::chrono::steady_clock::now() + interval;
+    timer_->start(interval);
+  }
   void Stop() override { timer_->stop(); }
-  [[nodiscard]] bool IsRunning() const override { return timer_->isActive(); }
+  // By the clock too: a line that never stops reporting events may keep the timer's own from coming.
+  [[nodiscard]] bool IsRunning() const override {
+    return timer_->isActive() && std::chrono::steady_clock::now() < end_ + kTimerLatitude;
+  }
 
  private:
+  static constexpr std::chrono::milliseconds kTimerLatitude{100};
+
   QTimer* timer_;
+  std::chrono::steady_clock::time_point end_;
   bool owned_;
 };
 
@@ -365,18 +374,24 @@ extern "C" void RequestStop(int /*signal*/) {
 class EventLoop::Parts {
  public:
   explicit Parts(QObject* owner)
-      : timer1_(owner, "Timer1"), timer2_(owner, "Timer2"), timer3_(owner, "Timer3") {}
+      : timer1_(owner, "Timer1"),
+        timer2_(owner, "Timer2"),
+        timer3_(owner, "Timer3"),
+        deadline_(owner, "Deadline") {}
 
   Timer timer1_;
   Timer timer2_;
   Timer timer3_;
+  Timer deadline_;
   std::unique_ptr<QSocketNotifier> wake_;
 };
 
 EventLoop::EventLoop(QObject* owner) : parts_(std::make_unique<Parts>(owner)) {}
 EventLoop::~EventLoop() = default;
 
-LinkTimers EventLoop::Timers() { return {parts_->timer1_, parts_->timer2_, parts_->timer3_}; }
+LinkTimers EventLoop::Timers() {
+  return {parts_->timer1_, parts_->timer2_, parts_->timer3_, parts_->deadline_};
+}
 
 void EventLoop::WaitForEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
 

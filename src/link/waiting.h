@@ -34,11 +34,12 @@ class EventPump {
   [[nodiscard]] virtual bool StopRequested() const { return false; }
 };
 
-// The three timers of the link.
+// The timers of the link.
 struct LinkTimers {
-  OneShotTimer& Timer1;  // 500 ms:  one attempt of RxBlock, TxBlock or a service read
-  OneShotTimer& Timer2;  // 2000 ms: one TxCommand
-  OneShotTimer& Timer3;  // Wait
+  OneShotTimer& Timer1;    // 500 ms:  one attempt of RxBlock, TxBlock or a service read
+  OneShotTimer& Timer2;    // 2000 ms: one TxCommand
+  OneShotTimer& Timer3;    // Wait
+  OneShotTimer& Deadline;  // of a whole sequence
 };
 
 }  // namespace q40

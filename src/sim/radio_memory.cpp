@@ -4,6 +4,7 @@
 
 #include "image/channel_codec.h"
 #include "image/defaults.h"
+#include "image/document_units.h"
 #include "image/hex.h"
 #include "image/settings_codec.h"
 
@@ -70,35 +71,15 @@ std::optional<CloneDocument> DocumentOf(const RadioMemory& memory, int model, bo
                                         std::string& why) {
   CloneDocument document = FreshDocument();
   ChangeModel(document, model);
-  CloneImage& image = document.image;
-  image.VersionA = version_a;
-  const auto unit = [&](Address address) { return memory.Read(address, kUnitSize).value(); };
-  const auto decoded = [&](Address address, const std::optional<CodecError>& error) {
-    if (error) why = UnitName(address) + ": " + error->Message();
-    return !error;
-  };
-
-  for (std::size_t k = 0; k < kSettingsLines; ++k) {
-    const std::string digits = unit(kSettingsAddress[k / 2]);
-    image.SettingsLine[k] = digits.substr(k % 2 * kBlockDigits, kBlockDigits);
-  }
-  document.settings = DecodeSettings(image);
-  for (const Band band : kBands) {
-    SpecialSet& set = SpecialStore(image, band);
-    for (int k = 0; k < kSpecialChannelCount; ++k) {
-      const Address address = SpecialChannelAddress(band, k);
-      if (!decoded(address, DecodeSpecialChannel(unit(address), k, set))) return std::nullopt;
+  document.image.VersionA = version_a;
+  for (const auto& addresses : {SettingsUnits(), MemoryUnits()}) {
+    for (const Address address : addresses) {
+      if (const auto error =
+              LoadUnit({address, memory.Read(address, kUnitSize).value()}, document)) {
+        why = UnitName(address) + ": " + *error;
+        return std::nullopt;
+      }
     }
-    SetStoredPresent(image, band, PresentByFrequency(set));
-  }
-  ShowBand(image, image.ShownBand);
-  for (int i = 0; i < kDialCount; ++i) {
-    const std::string digits = unit(DialAddress(i / 2));
-    UpDateDialData(document.dial, digits.substr(static_cast<std::size_t>(i % 2) * kBlockDigits), i);
-  }
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const Address address = MemoryChannelAddress(n);
-    if (!decoded(address, DecodeMemoryChannel(unit(address), n, image))) return std::nullopt;
   }
   return document;
 }

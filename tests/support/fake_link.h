@@ -142,8 +142,9 @@ struct FakeTime {
   FakeTimer timer1{clock};
   FakeTimer timer2{clock};
   FakeTimer timer3{clock};
-  FakePump pump{clock, {&timer1, &timer2, &timer3}};
-  [[nodiscard]] LinkTimers Timers() { return {timer1, timer2, timer3}; }
+  FakeTimer deadline{clock};
+  FakePump pump{clock, {&timer1, &timer2, &timer3}};  // nothing may depend on the deadline's event
+  [[nodiscard]] LinkTimers Timers() { return {timer1, timer2, timer3, deadline}; }
 };
 
 struct ScriptedLink : FakeTime {

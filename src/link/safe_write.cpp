@@ -1,0 +1,134 @@
+#include "link/safe_write.h"
+
+#include <algorithm>
+
+#include "image/defaults.h"
+
+namespace q40 {
+namespace {
+
+// Stands between the backup's sequences and the host: its document is not the one that is shown.
+class BackupHost final : public SequenceHost {
+ public:
+  BackupHost(SequenceHost& host, CloneDocument& radio, int model)
+      : host_(host), radio_(radio), model_(model) {}
+
+  // The radio's model when it is another one, as the sequences report a question that was cancelled.
+  [[nodiscard]] SequenceReport Judged(SequenceReport report) const {
+    if (report.outcome != Outcome::kCancelled) return report;
+    report.outcome = Outcome::kWrongModel;
+    report.why = "the radio is an " + std::string(ModelName(report.radio_model)) +
+                 ", the data is for an " + std::string(ModelName(model_));
+    return report;
+  }
+
+  bool AskToSave() override { return true; }
+  bool SelectModel(int model) override {
+    if (model != model_) return false;
+    ChangeModel(radio_, model);
+    return true;
+  }
+  void New() override {}
+  void Begin(Sequence /*sequence*/) override { host_.Begin(Sequence::kBackUp); }
+  void ShowProgress(const SequenceProgress& progress) override {
+    SequenceProgress shown = progress;
+    shown.sequence = Sequence::kBackUp;
+    host_.ShowProgress(shown);
+  }
+  void ShowSettings() override {}
+  void ShowSpecialChannels() override {}
+  void ShowDialText(int /*index*/) override {}
+  void ShowMemoryChannel(int /*n*/) override {}
+  void End(const SequenceReport& report) override { host_.End(Judged(report)); }
+
+ private:
+  SequenceHost& host_;
+  CloneDocument& radio_;
+  int model_;
+};
+
+// False: `result` says why the write must not start.
+bool BackUp(Link& link, int model, SequenceHost& host, const WriteNet& net, WriteResult& result) {
+  CloneDocument radio = FreshDocument();
+  BackupHost backup_host(host, radio, model);
+  result.stage = WriteResult::Stage::kBackup;
+  result.last = backup_host.Judged(Sequences(link, radio, backup_host).ReadAll());
+  if (result.last.outcome != Outcome::kDone) return false;
+  result.backup_kept = net.keep_backup(radio);
+  if (result.backup_kept) return true;
+  result.last.outcome = Outcome::kCancelled;
+  result.last.why = "the backup could not be kept";
+  return false;
+}
+
+void Compare(const std::vector<Unit>& written, const std::vector<Unit>& found,
+             std::vector<CellDifference>& differences) {
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    auto more = UnitDifferences(written[i], found[i]);
+    differences.insert(differences.end(), more.begin(), more.end());
+  }
+}
+
+// "settings and channels 0 to 41"
+std::string AcknowledgedText(std::size_t settings, std::size_t channels, bool all_settings,
+                             const SequenceReport& write) {
+  std::string text;
+  if (settings > 0) {
+    text =
+        all_settings ? "settings" : "settings up to " + UnitName(write.acknowledged.back().address);
+  }
+  if (channels > 0) {
+    if (settings > 0) text += " and ";
+    text += channels == 1 ? "channel 0"
+                          : "channels 0 to " + ChannelTitle(static_cast<int>(channels) - 1);
+  }
+  return text;
+}
+
+}  // namespace
+
+WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, Half half,
+                      const WriteNet& net) {
+  WriteResult result;
+  if (net.keep_backup && !BackUp(link, document.model, host, net, result)) return result;
+  Sequences sequences(link, document, host);
+  result.stage = WriteResult::Stage::kWrite;
+  result.write = sequences.Write(half);
+  result.last = result.write;
+  if (!net.verify || result.write.outcome != Outcome::kDone) return result;
+  result.stage = WriteResult::Stage::kVerify;
+  std::vector<Unit> found;
+  result.last = sequences.Verify(result.write.acknowledged, found);
+  if (result.last.outcome == Outcome::kDone) {
+    Compare(result.write.acknowledged, found, result.differences);
+  }
+  return result;
+}
+
+std::string WrittenText(const SequenceReport& write, Half half) {
+  std::vector<Address> plan;
+  if (half != Half::kMemory) plan = SettingsUnits();
+  const std::size_t settings_planned = plan.size();
+  if (half != Half::kSettings) {
+    const std::vector<Address> memory = MemoryUnits();
+    plan.insert(plan.end(), memory.begin(), memory.end());
+  }
+  std::size_t done = write.acknowledged.size();
+  if (done == 0 && !write.in_flight) return "nothing was written";
+
+  const std::size_t settings = std::min(done, settings_planned);
+  std::string text =
+      AcknowledgedText(settings, done - settings, settings == settings_planned, write);
+  if (!text.empty()) text += " written";
+  if (write.in_flight) {
+    if (!text.empty()) text += ", ";
+    text += UnitName(*write.in_flight) + " perhaps (sent, but not acknowledged)";
+    ++done;
+  }
+  if (done >= plan.size()) return text;
+  if (done <= settings_planned) return text + ", the rest as before";
+  const int next = static_cast<int>(done - settings_planned);
+  return text + ", " + ChannelTitle(next) + " onwards as before";
+}
+
+}  // namespace q40

@@ -1,0 +1,43 @@
+// Writing with a net: a backup of the radio before, a comparison with what was written after.
+// Without either, a safe write is the write sequence and nothing else.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "link/sequences.h"
+
+namespace q40 {
+
+struct WriteNet {
+  // Stores what the radio held before, a complete document. False: it could not be stored (the
+  // callee has said why), and nothing is written. Empty: no backup is made.
+  std::function<bool(const CloneDocument& radio)> keep_backup;
+  bool verify = false;
+};
+
+struct WriteResult {
+  enum class Stage : unsigned char { kBackup, kWrite, kVerify };
+  // How far it came, and how the last sequence ended. Outcome::kDone in kVerify with differences:
+  // the radio did not keep what was written.
+  Stage stage = Stage::kWrite;
+  SequenceReport last;
+  // The write's own report; empty when it did not start.
+  SequenceReport write;
+  bool backup_kept = false;
+  // a: written, b: in the radio.
+  std::vector<CellDifference> differences;
+};
+
+// Writes a half of the document, or both, to the radio. The host hears of every sequence: kBackUp,
+// then the writes, then kVerify. The backup reads both halves, so that it is a clone file like any
+// other, and refuses a radio of another model before anything is written.
+WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, Half half,
+                      const WriteNet& net);
+
+// What a write that ended early left in the radio, one sentence: "settings and channels 0 to 41
+// written, channel 42 perhaps (sent, but not acknowledged), 43 onwards as before".
+std::string WrittenText(const SequenceReport& write, Half half);
+
+}  // namespace q40
