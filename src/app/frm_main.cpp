@@ -6,7 +6,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QMimeData>
-#include <QSettings>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -18,6 +17,7 @@
 #include "app/help_window.h"
 #include "app/input_guard.h"
 #include "app/service_page.h"
+#include "app/user_options.h"
 #include "editor/dlg_modify.h"
 #include "editor/memory_page.h"
 #include "editor/message_box.h"
@@ -34,6 +34,7 @@ constexpr int kSettings2Tab = 1;
 constexpr int kMemoryTab = 2;
 constexpr std::chrono::milliseconds kLinkTimerInterval{500};
 constexpr int kNoteMs = 15000;
+constexpr int kFailureNoteMs = 60000;
 constexpr int kTwipsPerPixel = 15;  // at 96 dpi
 constexpr int kWindowWidthTwips = 12370;
 constexpr int kWindowHeightTwips = 8305;
@@ -49,6 +50,7 @@ int Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
 frmMain::frmMain(const MainOptions& options)
     : document_(FreshDocument()),
       startup_path_(options.startup_path),
+      backup_folder_(options.backup_folder),
       start_pause_(options.start_pause),
       port_file_(options.program_folder, options.user_folder),
       port_(new ComPort(options.simulation, this)),
@@ -117,25 +119,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
     windows_.back()->close();
     windows_.pop_back();
   }
-  if (!isMinimized()) RememberPlacement();
+  if (!isMinimized()) UserOptions::RememberPlacement(frameGeometry());
   event->accept();
-}
-
-// Written for other programs; the window itself always opens at its own size.
-void frmMain::RememberPlacement() const {
-  QSettings settings(QSettings::IniFormat, QSettings::UserScope, Text(kWindowTitle));
-  settings.beginGroup(QStringLiteral("Settings"));
-  const QRect frame = frameGeometry();
-  const struct {
-    const char* key;
-    int pixels;
-  } values[] = {{"MainLeft", frame.left()},
-                {"MainTop", frame.top()},
-                {"MainWidth", frame.width()},
-                {"MainHeight", frame.height()}};
-  for (const auto& value : values) {
-    settings.setValue(QLatin1String(value.key), QString::number(value.pixels * kTwipsPerPixel));
-  }
 }
 
 // ---- commands
@@ -205,6 +190,23 @@ void frmMain::ShowStatus() {
 }
 
 void frmMain::Note(const QString& text) { statusBar()->showMessage(text, kNoteMs); }
+
+void frmMain::NoteFailure(const QString& text) { statusBar()->showMessage(text, kFailureNoteMs); }
+
+// A long message takes the place of the permanent texts, and a longer one can be read in its tool
+// tip.
+void frmMain::MakeRoomFor(const QString& message) {
+  QStatusBar* bar = statusBar();
+  bar->setToolTip(message);
+  const int needed = bar->fontMetrics().horizontalAdvance(message);
+  int taken = 0;
+  for (const QLabel* label : {model_label_, port_label_, file_label_}) {
+    taken += label->sizeHint().width();
+  }
+  constexpr int kMargins = 40;
+  const bool fits = needed + taken + kMargins <= bar->width();
+  for (QLabel* label : {model_label_, port_label_, file_label_}) label->setVisible(fits);
+}
 
 bool frmMain::HasChanges() const { return document_.SettingsChanged || document_.MemoryChanged; }
 

@@ -12,7 +12,7 @@
 #include "app/com_port.h"
 #include "files/port_number_file.h"
 #include "image/clone_document.h"
-#include "link/sequences.h"
+#include "link/safe_write.h"
 #include "link/serial_port.h"
 
 class QAction;
@@ -28,6 +28,7 @@ class dlgModify;
 class HelpWindow;
 class InputGuard;
 class MemoryPage;
+class ReportWindow;
 class ServicePage;
 class SettingsPage1;
 class SettingsPage2;
@@ -39,6 +40,7 @@ struct MainOptions {
   std::string startup_path;    // clone file to open; may be empty
   std::string program_folder;  // of the file with the port number
   std::string user_folder;     // in its place when the program's folder cannot be written
+  std::string backup_folder;   // of the backups before writing; made when it is needed
   std::chrono::milliseconds start_pause{2000};
 };
 
@@ -87,7 +89,8 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void ToggleStatusBar(bool visible);
   void ShowStatus();
   void Note(const QString& text);
-  void RememberPlacement() const;
+  void NoteFailure(const QString& text);
+  void MakeRoomFor(const QString& message);
 
   // ---- the document and the pages
   void ShowDocument();
@@ -134,6 +137,10 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void MenuWriteMemory();
   void MenuWriteAll();
   void Talk(SequenceReport (Sequences::*sequence)());
+  void Write(Half half);
+  void WriteFromMenu(Half half);
+  WriteNet Net(std::string& backup);
+  void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
   void TalkFromMenu(SequenceReport (Sequences::*sequence)());
   void ShowSettingsTab();
   void ComEnd1();
@@ -161,6 +168,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   CloneDocument document_;
   std::string path_;          // of the clone file last opened or saved
   std::string startup_path_;  // emptied once it was opened
+  std::string backup_folder_;
   std::chrono::milliseconds start_pause_;
   PortNumberFile port_file_;
   ComPort* port_;
@@ -180,6 +188,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   ServicePage* service_ = nullptr;
   dlgModify* modify_ = nullptr;
   HelpWindow* help_ = nullptr;
+  ReportWindow* report_ = nullptr;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;

@@ -14,6 +14,7 @@
 #include "app/input_guard.h"
 #include "app/routing.h"
 #include "app/service_page.h"
+#include "app/user_options.h"
 #include "editor/dlg_modify.h"
 #include "editor/memory_page.h"
 #include "editor/special_channels.h"
@@ -122,6 +123,7 @@ void frmMain::MakeStatusBar() {
   model_label_ = label("lblStatusModel");
   port_label_ = label("lblStatusPort");
   file_label_ = label("lblStatusFile");
+  connect(bar, &QStatusBar::messageChanged, this, &frmMain::MakeRoomFor);
 }
 
 void frmMain::MakeMenus() {
@@ -155,6 +157,11 @@ QAction* frmMain::AddCommand(QMenu& menu, const CommandRow& row) {
     action->setCheckable(true);
     action->setChecked(true);
     connect(action, &QAction::toggled, this, row.toggle);
+  } else if (*row.option != '\0') {
+    action->setCheckable(true);
+    action->setChecked(UserOptions::IsOn(row.option));
+    connect(action, &QAction::toggled, this,
+            [option = row.option](bool on) { UserOptions::SetOn(option, on); });
   } else {
     connect(action, &QAction::triggered, [this, run = row.run] { Run(run); });
   }

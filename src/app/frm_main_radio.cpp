@@ -1,5 +1,8 @@
 // The window's radio commands. The sequences run here, on the window's thread, and hand it to the
 // event loop while they wait.
+#include <QAction>
+#include <QDateTime>
+#include <QDir>
 #include <QFrame>
 #include <QGuiApplication>
 #include <QLabel>
@@ -8,11 +11,14 @@
 #include <QTabWidget>
 
 #include "app/frm_main.h"
+#include "app/report_window.h"
+#include "app/routing.h"
 #include "app/service_page.h"
 #include "app/tables/settings_items.h"
 #include "editor/memory_page.h"
 #include "editor/message_box.h"
 #include "editor/special_channels.h"
+#include "files/clone_file.h"
 #include "image/hex.h"
 #include "settings/settings_page1.h"
 #include "settings/settings_page2.h"
@@ -33,6 +39,8 @@ QString Doing(Sequence sequence) {
     case Sequence::kReadMemory: return frmMain::tr("Reading memory");
     case Sequence::kWriteSettings: return frmMain::tr("Writing settings");
     case Sequence::kWriteMemory: return frmMain::tr("Writing memory");
+    case Sequence::kBackUp: return frmMain::tr("Backing up the radio");
+    case Sequence::kVerify: return frmMain::tr("Verifying");
     default: return frmMain::tr("Identifying the radio");
   }
 }
@@ -44,14 +52,14 @@ QString Doing(Sequence sequence) {
 void frmMain::AutoSelect() { Talk(&Sequences::AutoSelect); }
 void frmMain::ReadSettings() { Talk(&Sequences::ReadSettings); }
 void frmMain::ReadMemory() { Talk(&Sequences::ReadMemory); }
-void frmMain::WriteSettings() { Talk(&Sequences::WriteSettings); }
-void frmMain::WriteMemory() { Talk(&Sequences::WriteMemory); }
+void frmMain::WriteSettings() { Write(Half::kSettings); }
+void frmMain::WriteMemory() { Write(Half::kMemory); }
 void frmMain::MenuReadSettings() { TalkFromMenu(&Sequences::ReadSettings); }
 void frmMain::MenuReadMemory() { TalkFromMenu(&Sequences::ReadMemory); }
 void frmMain::MenuReadAll() { TalkFromMenu(&Sequences::ReadAll); }
-void frmMain::MenuWriteSettings() { TalkFromMenu(&Sequences::WriteSettings); }
-void frmMain::MenuWriteMemory() { TalkFromMenu(&Sequences::WriteMemory); }
-void frmMain::MenuWriteAll() { TalkFromMenu(&Sequences::WriteAll); }
+void frmMain::MenuWriteSettings() { WriteFromMenu(Half::kSettings); }
+void frmMain::MenuWriteMemory() { WriteFromMenu(Half::kMemory); }
+void frmMain::MenuWriteAll() { WriteFromMenu(Half::kBoth); }
 
 void frmMain::Talk(SequenceReport (Sequences::*sequence)()) {
   CollectSettings();
@@ -68,6 +76,88 @@ void frmMain::TalkFromMenu(SequenceReport (Sequences::*sequence)()) {
   follow_pages_ = false;
 }
 
+// ---- writing
+
+void frmMain::Write(Half half) {
+  CollectSettings();
+  SetBusy(Busy::kTalking);
+  std::string backup;
+  const WriteNet net = Net(backup);
+  const WriteResult result = SafeWrite(link_, document_, *this, half, net);
+  SetBusy(Busy::kNo);
+  ShowStatus();
+  ReportWrite(result, half, backup);
+}
+
+void frmMain::WriteFromMenu(Half half) {
+  follow_pages_ = true;
+  Write(half);
+  follow_pages_ = false;
+}
+
+// What the user has switched on in the Tools menu. `backup` becomes the path of the backup, named
+// after model and time, and must outlive the net.
+WriteNet frmMain::Net(std::string& backup) {
+  WriteNet net;
+  // The check marks, and not what is remembered of them: that may be out of reach.
+  const auto is_on = [this](const char* name) {
+    return findChild<QAction*>(QLatin1String(name))->isChecked();
+  };
+  net.verify = is_on("mnuVerify");
+  if (!is_on("mnuBackUp")) return net;
+  net.keep_backup = [this, &backup](const CloneDocument& radio) {
+    CloneDocument document = radio;
+    const QString folder = QString::fromStdString(backup_folder_);
+    QDir().mkpath(folder);
+    const QString time =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+    const std::string_view model = ModelName(document.model);
+    backup = backup_folder_ + '/' + std::string(model) + ' ' + time.toStdString() + ".Q40";
+    const auto problem = SaveCloneFile(backup, document, document.model);
+    if (!problem) return true;
+    const std::string text =
+        "The backup could not be kept, so nothing was written.\r\n" + problem->Message();
+    ShowMessage(this, QMessageBox::Critical, kErrorTitle, text.c_str());
+    return false;
+  };
+  return net;
+}
+
+// In the status bar; with a net, which has more to tell, in a window too.
+void frmMain::ReportWrite(const WriteResult& result, Half half, const std::string& backup) {
+  const bool done = result.last.outcome == Outcome::kDone;
+  const QString kept = QString::fromStdString(backup);
+  QStringList lines;
+  for (const CellDifference& difference : result.differences) {
+    lines << QString::fromStdString(DifferenceText(difference));
+  }
+  if (done && lines.isEmpty()) {
+    QString text =
+        result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
+    if (result.backup_kept) text += tr(" What the radio held before is in %1").arg(kept);
+    return Note(text);
+  }
+  const char* const command = half == Half::kSettings ? "Write Settings"
+                              : half == Half::kMemory ? "Write Memory"
+                                                      : "Write All";
+  const QString restore =
+      tr("open %1 and choose %2 in the Radio menu.").arg(kept, QLatin1String(command));
+  QString text = QString::fromStdString(AftermathText(result, half, restore.toStdString()));
+  if (done) {
+    text =
+        tr("The radio did not keep everything. These are the differences between what was "
+           "written and what it holds.");
+    if (result.backup_kept) text += tr(" To bring the backup back: ") + restore;
+  } else if (result.last.outcome != Outcome::kWrongModel) {
+    text = QString::fromStdString(result.last.why + ". ") + text;
+  }
+  NoteFailure(text);
+  if (!result.backup_kept && result.stage != WriteResult::Stage::kVerify) return;
+  if (report_ == nullptr) report_ = new ReportWindow(this);
+  report_->Tell(text, lines);
+  ShowWindow(*report_);
+}
+
 void frmMain::ShowSettingsTab() {
   if (tabs_->currentIndex() == kMemoryTab) tabs_->setCurrentIndex(kSettings1Tab);
 }
@@ -75,7 +165,8 @@ void frmMain::ShowSettingsTab() {
 // ---- what the sequences report
 
 void frmMain::Begin(Sequence sequence) {
-  if (follow_pages_) {
+  const bool shows_pages = sequence != Sequence::kBackUp && sequence != Sequence::kVerify;
+  if (follow_pages_ && shows_pages) {
     if (MovesMemory(sequence)) {
       tabs_->setCurrentIndex(kMemoryTab);
     } else {
@@ -128,10 +219,11 @@ void frmMain::End(const SequenceReport& report) {
   QGuiApplication::restoreOverrideCursor();
   statusBar()->clearMessage();
   switch (report.outcome) {
-    case Outcome::kPortError: Note(QString::fromStdString(report.why)); return ComEnd2();
+    case Outcome::kPortError:
+      NoteFailure(QString::fromStdString(report.why + ". " + report.remedy));
+      return ComEnd2();
     case Outcome::kCommunicationError:
-      Note(tr("%1: %2").arg(QString::fromStdString(report.where),
-                            QString::fromStdString(report.why)));
+      NoteFailure(QString::fromStdString(report.where + ": " + report.why));
       return ComEnd1();
     case Outcome::kWrongModel:
       ShowMessage(this, QMessageBox::Critical, kErrorTitle, kWrongModelText);

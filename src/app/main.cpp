@@ -57,6 +57,8 @@ q40::MainOptions Options(const QCommandLineParser& parser) {
   options.program_folder = QCoreApplication::applicationDirPath().toStdString();
   options.user_folder =
       QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
+  options.backup_folder =
+      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString() + "/backups";
   return options;
 }
 

@@ -32,6 +32,12 @@ std::span<const CommandRow> CommandRow::All() {
       {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", &M::MenuWriteAll},
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", &M::ChoosePort},
+      {nullptr, Menu::kTools},
+      {"mnuBackUp", Menu::kTools, "&Back Up Before Writing", kNoKey, "", nullptr, nullptr, "",
+       kBackUpOption},
+      {"mnuVerify", Menu::kTools, "&Verify After Writing", kNoKey, "", nullptr, nullptr, "",
+       kVerifyOption},
+      {nullptr, Menu::kTools},
       {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", &M::ShowService},
 
       {"mnuHelpContents", Menu::kHelp, "&Help", QKeySequence::HelpContents, "", &M::Help},

@@ -9,6 +9,9 @@
 
 namespace q40 {
 
+inline constexpr const char* kBackUpOption = "BackUpBeforeWriting";
+inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
+
 enum class CommandMenu : unsigned char { kFile, kEdit, kView, kRadio, kTools, kHelp };
 
 struct CommandRow {
@@ -20,6 +23,7 @@ struct CommandRow {
   void (frmMain::*run)() = nullptr;         // runs only while the window is not busy
   void (frmMain::*toggle)(bool) = nullptr;  // of a check mark; runs at any time
   const char* toolbar_key = "";             // the toolbar button that does the same
+  const char* option = "";                  // of a check mark that is remembered, off at first
 
   static std::span<const CommandRow> All();
 };

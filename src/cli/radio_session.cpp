@@ -1,7 +1,6 @@
 #include "cli/radio_session.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "image/defaults.h"
 #include "image/hex.h"
@@ -23,22 +22,6 @@ std::string JobName(Sequence sequence) {
     case Sequence::kVerify: return "Verifying";
     default: return "Identifying";
   }
-}
-
-// What the radio has of a write that did not end well, in sentences.
-std::string AftermathOf(const WriteResult& result, Half half, const std::string& restore) {
-  using Stage = WriteResult::Stage;
-  if (result.stage == Stage::kBackup) return " The backup was not made, so nothing was written.";
-  std::string text;
-  if (result.stage == Stage::kVerify) {
-    text = " Everything was written, but not verified.";
-  } else {
-    text = ' ' + WrittenText(result.write, half) + '.';
-    text[1] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[1])));
-  }
-  const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
-  if (result.backup_kept && touched) text += " To bring the backup back: " + restore;
-  return text;
 }
 
 bool IsBlockAnswer(std::string_view answer) {
@@ -77,7 +60,7 @@ int RadioSession::Write(Half half, const WriteNet& net, const std::string& resto
       result.stage == WriteResult::Stage::kBackup && result.last.outcome == Outcome::kCancelled;
   if (unkept_backup) return kExitCannotWrite;  // the reason has been said
   if (result.last.outcome != Outcome::kDone) {
-    return Conclude(result.last, AftermathOf(result, half, restore));
+    return Conclude(result.last, ' ' + AftermathText(result, half, restore));
   }
   report_ = result.write;
   return net.verify ? ConcludeVerified(result, restore) : static_cast<int>(kExitDone);

@@ -1,6 +1,7 @@
 #include "link/safe_write.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "image/defaults.h"
 
@@ -129,6 +130,21 @@ std::string WrittenText(const SequenceReport& write, Half half) {
   if (done <= settings_planned) return text + ", the rest as before";
   const int next = static_cast<int>(done - settings_planned);
   return text + ", " + ChannelTitle(next) + " onwards as before";
+}
+
+std::string AftermathText(const WriteResult& result, Half half, const std::string& restore) {
+  using Stage = WriteResult::Stage;
+  if (result.stage == Stage::kBackup) return "The backup was not made, so nothing was written.";
+  std::string text;
+  if (result.stage == Stage::kVerify) {
+    text = "Everything was written, but not verified.";
+  } else {
+    text = WrittenText(result.write, half) + '.';
+    text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  }
+  const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
+  if (result.backup_kept && touched) text += " To bring the backup back: " + restore;
+  return text;
 }
 
 }  // namespace q40

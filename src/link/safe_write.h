@@ -40,4 +40,8 @@ WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, H
 // written, channel 42 perhaps (sent, but not acknowledged), 43 onwards as before".
 std::string WrittenText(const SequenceReport& write, Half half);
 
+// The same for all that a safe write that did not end well did, in sentences. `restore` tells how
+// the backup is brought back; it is said when a kept backup and a touched radio make it worth doing.
+std::string AftermathText(const WriteResult& result, Half half, const std::string& restore);
+
 }  // namespace q40

@@ -1,0 +1,28 @@
+// What the program remembers for its user between runs, beside the port number.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QRect;
+
+namespace q40 {
+
+// One INI file in the user's configuration folder. A file that cannot be read or written means that
+// nothing is remembered, and is no error.
+class UserOptions {
+ public:
+  // Check marks; off until they are set.
+  [[nodiscard]] static bool IsOn(const char* key);
+  static void SetOn(const char* key, bool on);
+
+  // Clone files last opened or saved, the latest first, with absolute paths.
+  [[nodiscard]] static QStringList RecentFiles();
+  static void AddRecentFile(const QString& path);
+  static constexpr qsizetype kRecentFiles = 8;
+
+  // Written for other programs; the window itself always opens at its own size.
+  static void RememberPlacement(const QRect& frame);
+};
+
+}  // namespace q40
