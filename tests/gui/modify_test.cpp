@@ -4,7 +4,6 @@
 #include <QRadioButton>
 
 #include "gui/window_test.h"
-#include "image/edit_rules.h"
 
 namespace q40 {
 namespace {
@@ -315,54 +314,6 @@ TEST_F(Modify, OkByEnterRunsTheCheckThatIsStillToCome) {
   // Only the field that has the focus: the fraction was never in it, and the step stays.
   EXPECT_EQ(document().image.MemoryTable[0].cellText[0], "445.0130");
   EXPECT_EQ(document().image.MemoryTable[0].cellText[1], "25KHz");
-}
-
-// ---- the rules by themselves
-
-TEST(EditRules, MhzOfAMemoryChannel) {
-  const struct {
-    const char* typed;
-    int model, range;
-    bool in_use;
-    const char* current;
-    const char* mhz;
-  } cases[] = {{"173", 0, 0, true, "145.0000", "173"}, {"174", 0, 0, true, "*145.0000", "145"},
-               {"174", 0, 0, false, "", "145"},        {"399", 0, 0, false, "", "145"},
-               {"512", 0, 0, false, "", "445"},        {"440", 1, 0, false, "", "435"},
-               {"136", 1, 0, false, "", "145"},        {"100", 1, 1, true, "145.0000", "100"},
-               {"600", 1, 1, false, "", "435"},        {"600", 0, 1, false, "", "445"},
-               {"145", 3, 0, false, "", "445"},        {"", 0, 0, true, "45.5000", "45"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(CheckedMemoryMhz(c.typed, c.model, c.range, c.in_use, c.current), c.mhz) << c.typed;
-  }
-}
-
-TEST(EditRules, EveryFractionIsTunedInIntegers) {
-  for (int units = 0; units < 10'000; ++units) {
-    const std::string text = std::to_string(10'000 + units).substr(1);
-    int expected = units;
-    while (expected % 50 != 0 && expected % 125 != 0) --expected;
-    const TunedFraction tuned = TuneFraction(text);
-    EXPECT_EQ(std::stoi(tuned.digits), expected);
-    EXPECT_EQ(tuned.step, expected % 50 == 0 ? 0 : 2);
-  }
-  EXPECT_EQ(TuneFrequency("145.0130").text, "145.0125");
-  EXPECT_EQ(TuneFraction("12a9").digits, "1200");
-  EXPECT_EQ(TuneFraction("-5").digits, "0000");
-}
-
-TEST(EditRules, KeysInTheOrderOfTheRule) {
-  std::string name;
-  std::string dial;
-  for (int c = 1; c < 128; ++c) {
-    if (const auto key = NameKey(static_cast<char>(c))) name += *key;
-    if (const auto key = DialKey(static_cast<char>(c))) dial += *key;
-  }
-  EXPECT_EQ(name, "\b #$()*+-/0123456789=ABCD\\_ABCDEFGHIJKLMNOPQRSTUVWXYZ");
-  EXPECT_EQ(dial, "\b#*0123456789ABCDABCD");
-  EXPECT_EQ(DialogCaption(198), "CH198");
-  EXPECT_EQ(DialogCaption(199), "CHD-1");
-  EXPECT_EQ(DialogCaption(209), "CHD9");
 }
 
 }  // namespace

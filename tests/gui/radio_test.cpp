@@ -220,40 +220,6 @@ TEST_F(RadioCommands, PortDialogAndItsFile) {
   EXPECT_EQ(placement.value("Settings/MainLeft").toInt(), 15 * window_->frameGeometry().left());
 }
 
-TEST(PortNumberFile, TextsAndPlaces) {
-  const struct {
-    const char* text;
-    int number;
-  } cases[] = {{"3\r\n", 3},
-               {" 14 ", 14},
-               {"03", 3},
-               {"3,4", 3},
-               {"15", 1},
-               {"0", 1},
-               {"-1", 1},
-               {"3.7", 1},
-               {"abc", 1},
-               {"", 1},
-               {"99999999999999999999", 1},
-               {"\xEF\xBB\xBF"
-                "5",
-                1},
-               {"5\n7", 5}};
-  for (const auto& c : cases) EXPECT_EQ(PortNumberIn(c.text), c.number) << c.text;
-
-  test::TempFolder folder;
-  const PortNumberFile writable(folder.path(), folder / "user");
-  EXPECT_EQ(writable.Read(), 1);
-  // Where the program's folder cannot be written, the user's serves and counts.
-  const PortNumberFile installed(folder / "nowhere", folder / "user");
-  installed.Write(9);
-  EXPECT_EQ(installed.Read(), 9);
-  EXPECT_EQ(writable.Read(), 9);
-  writable.Write(4);
-  EXPECT_EQ(writable.Read(), 4);
-  EXPECT_FALSE(std::filesystem::exists(folder / "user/RX-Q40.ini"));
-}
-
 TEST_F(RadioCommands, StartUpFileAndItsFailure) {
   Start({}, SavedDemo());
   EXPECT_EQ(Title(), kPlainTitle + " - demo.Q40");

@@ -1,0 +1,208 @@
+// Writing with a net, against a radio of 8 KiB that answers at once.
+#include "link/safe_write.h"
+
+#include "support/fake_host.h"
+#include "support/fake_link.h"
+#include "support/random_document.h"
+
+namespace q40 {
+namespace {
+
+using test::ScriptedPort;
+using Stage = WriteResult::Stage;
+
+// Keeps what is written to it. Every line that it hears is one entry of `heard`.
+struct KeepingRadio : test::ScriptedLink {
+  std::string identity = "RXQ40-00-\r\n";
+  std::map<std::string, std::string> data;
+  std::vector<std::string> heard;
+  std::string deaf_to;  // an address whose writes it acknowledges, and does not keep
+  CloneDocument document = test::RandomDocument(41);
+  test::FakeHost host{document};
+
+  KeepingRadio() {
+    document.model = 0;
+    port.reply = [this](const std::string& sent) -> ScriptedPort::Reply {
+      return {{sent + AnswerTo(sent)}};
+    };
+  }
+  std::string AnswerTo(const std::string& sent) {
+    heard.push_back(sent.substr(0, sent.find('\r')));
+    if (sent == "KX~WHO\r\n") return identity;
+    if (!sent.starts_with("KX~F")) return "OK\r\n";
+    const std::string address = sent.substr(4, 4);
+    const auto kept = data.try_emplace(address, 64, '0').first;
+    if (sent[8] == 'R') return kept->second + "\r\n";
+    if (address != deaf_to) kept->second = sent.substr(9, kUnitDigits);
+    return "OK\r\n";
+  }
+  [[nodiscard]] bool Heard(const std::string& start) const {
+    return std::any_of(heard.begin(), heard.end(),
+                       [&](const std::string& line) { return line.starts_with(start); });
+  }
+};
+
+TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
+  KeepingRadio radio;
+  radio.data["0200"] = "80" + std::string(62, '0');
+  std::optional<CloneDocument> backup;
+  const WriteNet net{[&](const CloneDocument& held) {
+                       EXPECT_FALSE(radio.Heard("RXQ40"));  // before anything is written
+                       backup = held;
+                       return true;
+                     },
+                     true};
+  const CloneDocument before = radio.document;
+  const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, Half::kBoth, net);
+  EXPECT_EQ(result.stage, Stage::kVerify);
+  EXPECT_EQ(result.last.outcome, Outcome::kDone);
+  EXPECT_TRUE(result.backup_kept && result.differences.empty());
+  ASSERT_TRUE(backup);
+  EXPECT_TRUE(backup->image.ChannelInUse[0]);
+  EXPECT_EQ(result.write.acknowledged.size(), 227U);
+  // 231 exchanges of the backup, 233 of the write, 229 of the verification.
+  EXPECT_EQ(radio.heard.size(), 231U + 233U + 229U);
+  EXPECT_EQ(radio.heard[231], "RXQ40");
+  EXPECT_EQ(radio.host.begins, 5);
+  EXPECT_EQ(radio.document.image.MemoryTable, before.image.MemoryTable);
+  EXPECT_EQ(radio.host.shown.size(), 0U);  // the backup's data is not shown
+}
+
+TEST(SafeWrite, WithoutANetItIsTheWrite) {
+  const struct {
+    Half half;
+    std::size_t exchanges;
+  } cases[] = {{Half::kSettings, 20}, {Half::kMemory, 213}, {Half::kBoth, 233}};
+  for (const auto& c : cases) {
+    KeepingRadio radio;
+    const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, c.half, {});
+    EXPECT_EQ(result.stage, Stage::kWrite);
+    EXPECT_EQ(result.last.outcome, Outcome::kDone);
+    EXPECT_FALSE(result.backup_kept);
+    EXPECT_EQ(radio.heard.size(), c.exchanges);
+    EXPECT_EQ(radio.Heard("KX~F0020W"), c.half != Half::kMemory);
+    EXPECT_EQ(radio.Heard("KX~F0200W"), c.half != Half::kSettings);
+  }
+}
+
+TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
+  const WriteNet refuses{[](const CloneDocument&) { return false; }, true};
+  const WriteNet keeps{[](const CloneDocument&) { return true; }, true};
+  const struct {
+    const char* identity;
+    const WriteNet& net;
+    Outcome outcome;
+    const char* why;
+  } cases[] = {{"RXQ40-00-\r\n", refuses, Outcome::kCancelled, "the backup could not be kept"},
+               {"RXQ40-20-\r\n", keeps, Outcome::kWrongModel,
+                "the radio is an RX-Q40T1, the data is for an RX-Q40T"},
+               {"RXQ40-90-\r\n", keeps, Outcome::kCommunicationError,
+                "the radio reports the unknown variant \"9\""}};
+  for (const auto& c : cases) {
+    KeepingRadio radio;
+    radio.identity = c.identity;
+    const WriteResult result =
+        SafeWrite(radio.link, radio.document, radio.host, Half::kBoth, c.net);
+    EXPECT_EQ(result.stage, Stage::kBackup);
+    EXPECT_EQ(result.last.outcome, c.outcome);
+    EXPECT_EQ(result.last.why, c.why);
+    EXPECT_FALSE(result.backup_kept || radio.Heard("RXQ40"));
+    EXPECT_EQ(AftermathText(result, Half::kBoth, "so"),
+              "The backup was not made, so nothing was written.");
+    EXPECT_EQ(radio.host.ends.back().outcome,
+              c.outcome == Outcome::kCancelled ? Outcome::kDone : c.outcome);
+  }
+}
+
+TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
+  KeepingRadio radio;
+  radio.deaf_to = "1D00";
+  radio.document.dial[1] = "12";
+  radio.document.dial[0] = "";
+  const WriteResult result =
+      SafeWrite(radio.link, radio.document, radio.host, Half::kSettings, {nullptr, true});
+  EXPECT_EQ(result.stage, Stage::kVerify);
+  EXPECT_EQ(result.last.outcome, Outcome::kDone);
+  ASSERT_EQ(result.differences.size(), 1U);
+  EXPECT_EQ(DifferenceText(result.differences[0]), "Auto dialer: M2: \"12\" -> \"\"");
+}
+
+// ---- what is said about a write that ended early
+
+SequenceReport ReportOf(Half half, int acknowledged, bool in_flight) {
+  std::vector<Address> plan;
+  if (half != Half::kMemory) plan = SettingsUnits();
+  if (half != Half::kSettings) {
+    for (const Address address : MemoryUnits()) plan.push_back(address);
+  }
+  SequenceReport report;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(acknowledged); ++i) {
+    report.acknowledged.push_back({plan[i], ""});
+  }
+  if (in_flight) report.in_flight = plan[static_cast<std::size_t>(acknowledged)];
+  return report;
+}
+
+TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
+  const struct {
+    Half half;
+    int acknowledged;
+    bool in_flight;
+    const char* text;
+  } cases[] = {
+      {Half::kBoth, 0, false, "nothing was written"},
+      {Half::kBoth, 0, true,
+       "settings area 1 perhaps (sent, but not acknowledged), the rest as before"},
+      {Half::kBoth, 1, false, "settings up to settings area 1 written, the rest as before"},
+      {Half::kBoth, 16, true,
+       "settings up to auto-dialer memories M7 and M8 written, auto-dialer memories M9 and St "
+       "perhaps (sent, but not acknowledged), the rest as before"},
+      {Half::kBoth, 17, false, "settings written, the rest as before"},
+      {Half::kBoth, 17, true,
+       "settings written, memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as "
+       "before"},
+      {Half::kBoth, 18, false, "settings and channel 0 written, 1 onwards as before"},
+      {Half::kBoth, 218, false, "settings and channels 0 to D0 written, D1 onwards as before"},
+      {Half::kBoth, 226, true,
+       "settings and channels 0 to D8 written, memory channel D9 perhaps (sent, but not "
+       "acknowledged)"},
+      {Half::kBoth, 227, false, "settings and channels 0 to D9 written"},
+      {Half::kSettings, 2, false, "settings up to settings area 2 written, the rest as before"},
+      {Half::kSettings, 17, false, "settings written"},
+      {Half::kMemory, 0, true,
+       "memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before"},
+      {Half::kMemory, 1, false, "channel 0 written, 1 onwards as before"},
+      {Half::kMemory, 2, false, "channels 0 to 1 written, 2 onwards as before"},
+      {Half::kMemory, 210, false, "channels 0 to D9 written"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(WrittenText(ReportOf(c.half, c.acknowledged, c.in_flight), c.half), c.text);
+  }
+}
+
+TEST(AftermathText, OffersTheBackupWhenTheRadioWasTouched) {
+  const struct {
+    Stage stage;
+    int acknowledged;
+    bool in_flight;
+    bool kept;
+    const char* text;
+  } cases[] = {
+      {Stage::kWrite, 0, false, true, "Nothing was written."},
+      {Stage::kWrite, 1, false, true,
+       "Channel 0 written, 1 onwards as before. To bring the backup back: so"},
+      {Stage::kWrite, 1, false, false, "Channel 0 written, 1 onwards as before."},
+      {Stage::kWrite, 0, true, true,
+       "Memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before. To bring the "
+       "backup back: so"},
+      {Stage::kVerify, 210, false, false, "Everything was written, but not verified."}};
+  for (const auto& c : cases) {
+    WriteResult result;
+    result.stage = c.stage;
+    result.write = ReportOf(Half::kMemory, c.acknowledged, c.in_flight);
+    result.backup_kept = c.kept;
+    EXPECT_EQ(AftermathText(result, Half::kMemory, "so"), c.text);
+  }
+}
+
+}  // namespace
+}  // namespace q40
