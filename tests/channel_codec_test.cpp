@@ -5,6 +5,8 @@
 #include "image/defaults.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
+#include "image/plain_text.h"
+#include "image/vocabulary.h"
 #include "support/random_document.h"
 
 namespace q40 {
@@ -183,6 +185,14 @@ TEST(MemoryChannel, EncodesItsNumbersAndTheName) {
   EXPECT_EQ(EncodeMemoryChannel(other, 5)->Joined(), lines->Joined());
   other.ChannelInUse[5] = false;
   EXPECT_EQ(EncodeMemoryChannel(other, 5)->Joined(), "08" + std::string(lines->Joined().substr(2)));
+  // A number outside its list cannot be written.
+  for (const std::size_t column : {1U, 3U, 4U, 5U, 9U, 18U}) {
+    CloneImage bad = image;
+    for (const int number : {-1, 104}) {
+      bad.MemoryTable[5].value[column] = number;
+      EXPECT_DEBUG_DEATH(EXPECT_FALSE(EncodeMemoryChannel(bad, 5)), "encodable") << column;
+    }
+  }
   // Split and every step can be written, though they do not come back.
   other.MemoryTable[5].value[6] = 3;
   other.MemoryTable[5].value[1] = 5;
@@ -283,11 +293,13 @@ TEST(Names, CharactersCountNotBytes) {
   EXPECT_EQ(digits("\xFF"
                    "A"),
             "003A00000000");
+  EXPECT_EQ(digits("A\xE2\x82"), "3A0000000000");  // cut off in its last character
   EXPECT_EQ(FirstCharacters("\xC3\x84\xE2\x82\xAC"
                             "ab",
                             2),
             "\xC3\x84\xE2\x82\xAC");
   EXPECT_EQ(FirstCharacters("ab", 6), "ab");
+  EXPECT_EQ(FirstCharacters("\xF0\x9F\x93\xBB\xE2\x82", 2), "\xF0\x9F\x93\xBB\xE2\x82");
 }
 
 TEST(Hex, BitsOfADigit) {
@@ -297,6 +309,54 @@ TEST(Hex, BitsOfADigit) {
   for (const char digit : std::string("0123456789ABCDEF")) {
     EXPECT_EQ(BitsToHexDigit(HexDigitToBits(digit)), digit);
   }
+}
+
+TEST(Hex, EveryCharacterIsADigitOrZero) {
+  std::string digits;
+  for (int c = 0; c < 256; ++c) {
+    const char character = static_cast<char>(c);
+    if (IsHexDigit(character)) digits += character;
+    EXPECT_EQ(HexDigitValue(character), HexByteValue(std::string{'0', character}, 0));
+    const bool lower = character >= 'a' && character <= 'z';
+    EXPECT_EQ(UpperCase(character), lower ? static_cast<char>(character - 32) : character);
+  }
+  EXPECT_EQ(digits, "0123456789ABCDEFabcdef");
+  for (int value = 0; value < 256; ++value) EXPECT_EQ(HexByteValue(HexByteText(value), 0), value);
+  EXPECT_EQ(HexByteValue("1g", 0), 0x10);
+  EXPECT_EQ(HexByteValue("12A", 2), 0xA0);
+  EXPECT_EQ(HexByteValue("12A", 3), 0);
+}
+
+TEST(PlainText, ControlCharactersAreEscapedAndLongTextsCut) {
+  EXPECT_EQ(Printable("\x1F ~\x7F\n\xC3\x84"), "\\x1F ~\\x7F\\x0A\xC3\x84");
+  EXPECT_EQ(Quoted("a\tb"), "\"a\\x09b\"");
+  const std::string long_text(32, 'x');
+  EXPECT_EQ(Quoted(long_text), '"' + long_text + '"');
+  EXPECT_EQ(Quoted(long_text + "y"), '"' + long_text + "...\"");
+}
+
+TEST(Vocabulary, NumbersAndWords) {
+  const struct {
+    Field field;
+    int number;
+    const char* text;
+  } cases[] = {{Field::kTone, 3, "TSQ"},   {Field::kTone, 2, "None"},  {Field::kPower, 9, "Lo"},
+               {Field::kStep, 6, "30KHz"}, {Field::kStep, 7, ""},      {Field::kMid, -1, ""},
+               {Field::kName, 1, ""},      {Field::kRxDcs, 103, "754"}};
+  for (const auto& c : cases) EXPECT_EQ(CodeText(c.field, c.number), c.text) << c.text;
+}
+
+TEST(MemoryMap, EveryAddressHasItsName) {
+  const struct {
+    Address address;
+    const char* name;
+  } cases[] = {{0x0020, "settings area 1"},        {0x0040, "settings area 2"},
+               {0x0100, "VHF special channel PL"}, {0x01E0, "UHF special channel RPT"},
+               {0x0200, "memory channel 0"},       {0x1AE0, "memory channel 199"},
+               {0x1B00, "memory channel D0"},      {0x1C20, "memory channel D9"},
+               {0x1C40, "address 1C40"},           {0x0210, "address 0210"},
+               {0x0000, "address 0000"},           {0x1D80, "auto-dialer memories M9 and St"}};
+  for (const auto& c : cases) EXPECT_EQ(UnitName(c.address), c.name);
 }
 
 TEST(Decimal, NumbersAndTexts) {

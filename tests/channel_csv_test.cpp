@@ -244,6 +244,19 @@ TEST(CsvImport, ForeignAndBrokenRecordsCostNothingElse) {
   EXPECT_FALSE(image.ChannelInUse[4]);
 }
 
+TEST(CsvImport, ARecordThatEndsAnywhereIsPassedOver) {
+  const std::string record =
+      "RX-Q40,MEMORY,3,145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,N,Off";
+  for (std::size_t end = record.find(','); end != std::string::npos;
+       end = record.find(',', end + 1)) {
+    CloneImage image;
+    const auto report = ImportChannels(record.substr(0, end), image);
+    ASSERT_EQ(report.passed_over_count, 1) << end;
+    EXPECT_EQ(report.passed_over[0].why, "items are missing");
+    EXPECT_EQ(image, CloneImage());
+  }
+}
+
 TEST(CsvImport, AShortRecordTakesTheNextOneInAndSaysSo) {
   const std::string rest =
       ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,,Off\n";
@@ -275,6 +288,28 @@ TEST(CsvImport, ManyForeignRecordsAreCountedAndAFewListed) {
   EXPECT_EQ(report.passed_over_count, 1000);
   ASSERT_EQ(report.passed_over.size(), 20U);
   EXPECT_EQ(report.passed_over[0].why, "bank \"\\x1B[2J" + std::string(28, 'x') + "...\"");
+}
+
+TEST(CsvImport, EmptyItemsOfTheRepeaterRowKeepWhatItDoesNotCarry) {
+  CloneImage image = FreshDocument().image;
+  const CloneImage before = image;
+  ImportChannels("RX-Q40,VFO UHF,RPT" + std::string(19, ','), image);
+  const ChannelRecord& rpt = image.UhfSpecialSet[kRptRow];
+  EXPECT_EQ(image.VhfSpecialSet, before.VhfSpecialSet);
+  EXPECT_EQ(rpt.Frequency(), 4'450'000);
+  EXPECT_EQ(rpt.cellText[0], "");
+  EXPECT_EQ(rpt.Text(ChannelKind::kSpecial, Field::kTone), "None");  // carried, so it falls back
+  EXPECT_EQ(rpt.Text(ChannelKind::kSpecial, Field::kShift), "None");
+  EXPECT_EQ(rpt.Number(ChannelKind::kSpecial, Field::kMid), 5);
+  EXPECT_EQ(rpt.Number(ChannelKind::kSpecial, Field::kBatterySave), 1);
+}
+
+TEST(CsvImport, ListsAreLimitedInSize) {
+  const std::string most(kLongestCsv, ' ');
+  EXPECT_FALSE(CheckCsvSize(most, "a.csv"));
+  const auto problem = CheckCsvSize(most + ' ', "a.csv");
+  ASSERT_TRUE(problem);
+  EXPECT_EQ(problem->Message(), "a.csv: longer than 16 MiB, no channel list");
 }
 
 TEST(CsvImport, SpecialRowsGoToTheirBandAndFrequencyDecidesPresence) {

@@ -170,8 +170,61 @@ TEST(CloneFile, LongDialTextIsNotCutAndNoModelAbove3IsWritten) {
   document.dial[0] = std::string(33, '1');
   EXPECT_EQ(CloneFileText(document, 0)->size(), 456U * 34 + 1);
   for (const int model : {-1, 4, 5}) EXPECT_FALSE(CloneFileText(document, model));
-  document.dial[0] = "12\r\n34";  // would make a file that nobody can open
-  EXPECT_FALSE(CloneFileText(document, 0));
+  for (const char* text : {"12\r\n34", "1\n", "1\r"}) {  // would make a file that nobody can open
+    document.dial[0] = text;
+    EXPECT_FALSE(CloneFileText(document, 0));
+  }
+}
+
+TEST(CloneFile, DataThatCannotBeEncodedReplacesNoFile) {
+  test::TempFolder folder;
+  const std::string path = folder / "radio.Q40";
+  test::Store(path, "the only copy");
+  CloneDocument special = FreshDocument();
+  special.image.UhfSpecialSet[kPlRow].value[3] = 39;
+  CloneDocument memory = FreshDocument();
+  memory.image.MemoryTable[209].value[9] = 11;
+  for (CloneDocument document : {special, memory}) {
+    document.MemoryChanged = true;
+    EXPECT_DEBUG_DEATH(
+        {
+          const auto problem = SaveCloneFile(path, document, 0);
+          ASSERT_TRUE(problem);
+          EXPECT_EQ(problem->Message(), path + ": the data cannot be encoded");
+          EXPECT_EQ(problem->kind, FileProblem::Kind::kCannotWrite);
+          EXPECT_TRUE(document.MemoryChanged);
+        },
+        "encodable");
+    EXPECT_EQ(test::Content(path), "the only copy");
+  }
+}
+
+TEST(CloneFile, OddDigitsAreWorthAWord) {
+  const struct {
+    std::size_t line, character;
+    const char* what;
+  } cases[] = {{0, 0, ""},  // a good file
+               {1, 0,
+                "character 1 is no hexadecimal digit; where no control owns the byte it is "
+                "carried as it is"},
+               {4, 31, "character 32 is no hexadecimal digit; where no control"},
+               {5, 2, "character 3 is no hexadecimal digit and reads as 0"},
+               {24, 2, "character 3 is no hexadecimal digit and reads as 0"},
+               {25, 2, ""},
+               {34, 2, ""},
+               {35, 2, "character 3 is no hexadecimal digit and reads as 0"},
+               {454, 31, "character 32 is no hexadecimal digit and reads as 0"}};
+  for (const auto& c : cases) {
+    Lines lines = DefaultLines();
+    if (c.line > 0) lines[c.line][c.character] = 'x';
+    CloneDocument document = FreshDocument();
+    const OpenResult result = OpenCloneText(Joined(lines), "a.Q40", document);
+    EXPECT_FALSE(result.problem);
+    ASSERT_EQ(result.odd_digit.has_value(), *c.what != '\0') << c.line;
+    if (!result.odd_digit) continue;
+    EXPECT_EQ(result.odd_digit->line, static_cast<int>(c.line) + 1);
+    EXPECT_EQ(result.odd_digit->what.find(c.what), 0U) << result.odd_digit->what;
+  }
 }
 
 // ---- files on disk

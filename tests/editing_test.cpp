@@ -62,6 +62,8 @@ TEST(EditRules, EveryFractionIsTunedInIntegers) {
   EXPECT_EQ(TuneFrequency("145.0130").text, "145.0125");
   EXPECT_EQ(TuneFrequency("145.0130").step, 2);
   EXPECT_EQ(TuneFraction("12a9").digits, "1200");
+  EXPECT_EQ(TuneFraction("12").digits, "1200");
+  EXPECT_EQ(TuneFraction("12509").digits, "1250");
   EXPECT_EQ(TuneFraction("-5").digits, "0000");
   EXPECT_EQ(WholeMhz("*145.5000") + "/" + FractionDigits("*145.5000"), "145/5000");
   EXPECT_EQ(WholeMhz("145") + "/" + FractionDigits("145"), "145/");

@@ -75,6 +75,67 @@ TEST(TxCommand, PortFailuresAreFalse00AtOnce) {
   }
 }
 
+TEST(TxCommand, NothingIsSentOnALineThatIsAlreadyLost) {
+  ScriptedLink t;
+  t.port.reply = [](const std::string&) { return test::ScriptedPort::Reply{{kEcho + kAnswer}}; };
+  t.link.OpenPort();
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
+  t.port.dies_at_read = true;
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00");
+  EXPECT_EQ(t.port.sent.size(), 1U);
+}
+
+TEST(TxCommand, NothingIsSentBehindTheDeadline) {
+  ScriptedLink t;
+  t.port.reply = [](const std::string&) { return test::ScriptedPort::Reply{{kEcho + kAnswer}}; };
+  t.link.OpenPort();
+  t.link.StartDeadline(2);
+  t.clock.now += milliseconds(2 * 2010 + 5000 - 1);
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
+  t.clock.now += milliseconds(1);
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
+  EXPECT_EQ(t.port.sent.size(), 1U);
+  t.link.StopDeadline();
+  EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
+}
+
+TEST(Wait, EndsWithItsTimeOrAStopRequest) {
+  ScriptedLink t;
+  t.link.Wait(700);
+  EXPECT_EQ(t.clock.Ms(), 700);
+  t.pump.stop = true;
+  t.link.Wait(700);
+  EXPECT_EQ(t.clock.Ms(), 700);
+}
+
+TEST(Blocks, PortFailuresEndThemAtOnce) {
+  for (const int kind : {0, 1, 2}) {
+    const auto prepare = [&](ScriptedLink& t) {
+      t.port.can_open = kind != 0;
+      t.port.dies_at_write = kind == 1 ? 0 : -1;
+      t.port.dies_at_read = kind == 2;
+    };
+    ScriptedLink read;
+    prepare(read);
+    EXPECT_EQ(read.link.RxBlock("KX~F0D60R\r"), "ERROR00") << kind;
+    ScriptedLink write;
+    prepare(write);
+    EXPECT_EQ(write.link.TxBlock("KX~F0D60W\r"), 3) << kind;
+    ScriptedLink service;
+    prepare(service);
+    service.link.OpenPort();
+    EXPECT_FALSE(service.link.ServiceRead("KX~F0D60R\r", {})) << kind;
+    ScriptedLink checked;
+    prepare(checked);
+    std::string digits;
+    EXPECT_EQ(ReadChannelBitmap(checked.link, digits), BlockOutcome::kPortError) << kind;
+    for (const ScriptedLink* t : {&read, &write, &service, &checked}) {
+      EXPECT_EQ(t->clock.Ms(), 0) << kind;
+      EXPECT_FALSE(t->timer1.IsRunning()) << kind;
+    }
+  }
+}
+
 TEST(TxCommand, LateAnswerToTheCommandBeforeIsThrownAway) {
   ScriptedLink t;
   ASSERT_TRUE(t.link.OpenPort());
@@ -133,7 +194,8 @@ TEST(RxBlock, TakesTheLast36Characters) {
                              {"bad frame", {{"xx" + data + "\r\n"}}, "ERROR02", 0},
                              {"35 characters", {{answer.substr(1)}}, "ERROR01", 500},
                              {"silence", {}, "ERROR01", 500},
-                             {"no end", {{answer + "x"}}, "ERROR02", 500}};
+                             {"no end", {{answer + "x"}}, "ERROR02", 500},
+                             {"no line end behind 36", {{"\r\n" + data + "xx"}}, "ERROR02", 500}};
   for (const ReplyCase& c : cases) {
     ScriptedLink t;
     t.port.reply = [&](const std::string&) { return c.reply; };
@@ -156,6 +218,7 @@ TEST(TxBlock, WaitsForMoreThan46AndAccepts46) {
                {"47 characters", std::string(41, 'e') + "\r\nOK\r\n", 0, 0},
                {"46 characters", std::string(40, 'e') + "\r\nOK\r\n", 0, 500},
                {"45 characters", std::string(39, 'e') + "\r\nOK\r\n", 2, 500},
+               {"47 characters without an end", std::string(47, 'e'), 1, 500},
                {"refused", std::string(42, 'e') + "\r\nNG\r\n", 1, 0}};
   for (const auto& c : cases) {
     ScriptedLink t;
@@ -194,6 +257,17 @@ TEST(CheckedBlocks, TenSendsAndAGoodReplyResetsTheCount) {
   t.port.dies_at_write = 12;
   EXPECT_EQ(WriteChannelBitmap(t.link, block + block), BlockOutcome::kPortError);
   EXPECT_EQ(t.port.sent.size(), 12U);
+
+  // A badly framed answer is asked for again, a write that is refused is sent again.
+  ScriptedLink bad;
+  bad.port.reply = [&](const std::string& sent) -> test::ScriptedPort::Reply {
+    if (sent.size() > 10) return {{sent + "\r\nNG\r\n"}};
+    return {{sent + (bad.port.sent.size() == 1 ? "??" : "\r\n") + block + "\r\n"}};
+  };
+  EXPECT_EQ(ReadChannelBitmap(bad.link, digits), BlockOutcome::kDone);
+  EXPECT_EQ(bad.port.sent.size(), 3U);
+  EXPECT_EQ(WriteChannelBitmap(bad.link, digits), BlockOutcome::kCommunicationError);
+  EXPECT_EQ(bad.port.sent.size(), 13U);
 }
 
 TEST(ServiceRead, ShowsTheGrowingReplyAndChecksNothing) {
@@ -228,6 +302,8 @@ TEST(ComPorts, NumbersPathsAndOverrides) {
   EXPECT_EQ(ComDevice(14), "/dev/ttyS3");
   setenv("RXQ40_COM1", "/tmp/radio", 1);
   EXPECT_EQ(DeviceOf("1"), "/tmp/radio");
+  setenv("RXQ40_COM1", "", 1);
+  EXPECT_EQ(DeviceOf("1"), "/dev/ttyUSB0");
   unsetenv("RXQ40_COM1");
   EXPECT_EQ(DeviceOf("/dev/pts/3"), "/dev/pts/3");
   for (const char* bad : {"", "0", "15", "01", "99999999999999999999"})

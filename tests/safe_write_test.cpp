@@ -127,6 +127,49 @@ TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
   EXPECT_EQ(DifferenceText(result.differences[0]), "Auto dialer: M2: \"12\" -> \"\"");
 }
 
+// ---- what the radio holds, unit by unit
+
+TEST(Units, AnAddressWhereNoneLiesIsIgnored) {
+  const CloneDocument before = test::RandomDocument(12);
+  for (const int address : {0x0000, 0x0210, 0x1C40, 0x1D10, 0x1FE0}) {
+    CloneDocument document = before;
+    EXPECT_FALSE(LoadUnit({static_cast<Address>(address), std::string(64, '1')}, document));
+    EXPECT_EQ(document.image, before.image);
+    EXPECT_EQ(document.dial, before.dial);
+  }
+}
+
+TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
+  const std::string zeros(64, '0');
+  const auto with = [&](std::size_t byte, const std::string& digits) {
+    std::string text = zeros;
+    return text.replace(2 * byte, 2, digits);
+  };
+  const struct {
+    Address address;
+    std::string a;
+    std::string b;
+    const char* difference;
+  } cases[] = {
+      {0x0020, zeros, with(5, "0A"), "Settings: Volume: \"0\" -> \"10\""},
+      {0x0020, with(4, "D4"), zeros, "settings area 1: byte 4: \"D4\" -> \"00\""},
+      {0x0200, with(0, "80"), zeros, "Memory 0: In use: \"yes\" -> \"no\""},
+      {0x0180, zeros, with(25, "02"), "VHF CALL: Power: \"Lo\" -> \"Hi\""},
+      {0x1D80, zeros, with(16, "31"), "Auto dialer: St: \"\" -> \"1\""},
+      {0x1C20, with(0, "80"), with(0, "80").replace(24, 2, "63"),
+       "memory channel D9: content: \"\" -> \"cannot be read: byte"},
+      {0x1C20, zeros, with(23, "63"), "memory channel D9: byte 23: "},
+      {0x00C0, zeros, with(23, "01"), "VHF special channel VFO: byte 23: \"00\" -> \"01\""},
+      {0x00C0, zeros, with(0, "ZZ"), "VHF special channel VFO: content: \"\" -> \"cannot be read"},
+  };
+  for (const auto& c : cases) {
+    const auto differences = UnitDifferences({c.address, c.a}, {c.address, c.b});
+    ASSERT_FALSE(differences.empty()) << c.difference;
+    EXPECT_NE(DifferenceText(differences[0]).find(c.difference), std::string::npos)
+        << DifferenceText(differences[0]);
+  }
+}
+
 // ---- what is said about a write that ended early
 
 SequenceReport ReportOf(Half half, int acknowledged, bool in_flight) {

@@ -156,6 +156,7 @@ TEST(Identify, Replies) {
                {"RXQ40x0ax", Outcome::kDone, 0, false},
                {"RXQ40x3Ax", Outcome::kCommunicationError, 0, false},
                {"RXQ40xAAx", Outcome::kCommunicationError, 0, false},
+               {"RXQ40x/Ax", Outcome::kCommunicationError, 0, false},
                {"RXQ41x0Ax", Outcome::kCommunicationError, 0, true},
                {"RXQ40x0A", Outcome::kCommunicationError, 0, true},
                {"RXQ40x0Axx", Outcome::kCommunicationError, 0, true}};
@@ -218,6 +219,20 @@ TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
   }
 }
 
+TEST(Questions, SavedChangesAreNoReasonToStop) {
+  for (const auto run : {&Sequences::ReadSettings, &Sequences::ReadMemory}) {
+    Radio radio;
+    radio.document.SettingsChanged = radio.document.MemoryChanged = true;
+    radio.answers["0020"] = radio.answers["0200"] = "";
+    EXPECT_EQ((radio.sequences.*run)().outcome, Outcome::kCommunicationError);
+    EXPECT_EQ(radio.host.save_questions, 1);
+    // What was saved, or given up, counts as unchanged also when the read fails.
+    const bool settings = run == &Sequences::ReadSettings;
+    EXPECT_EQ(radio.document.SettingsChanged, !settings);
+    EXPECT_EQ(radio.document.MemoryChanged, settings);
+  }
+}
+
 TEST(Questions, CancelAtTheModelChangeLeavesEverything) {
   Radio radio;
   radio.identity = "RXQ40x1Ax";
@@ -236,6 +251,12 @@ TEST(ReadAll, AsksOnceAndStopsAfterAFailedFirstHalf) {
   EXPECT_EQ(radio.sequences.ReadAll().outcome, Outcome::kDone);
   EXPECT_EQ(radio.host.save_questions, 1);
   EXPECT_EQ(radio.port.sent.size(), 19U + 212U);
+
+  Radio second;
+  second.answers["0040"] = "";
+  EXPECT_EQ(second.sequences.ReadAll().outcome, Outcome::kCommunicationError);
+  EXPECT_EQ(second.document.image.SettingsLine, FreshDocument().image.SettingsLine);
+  EXPECT_FALSE(second.document.SettingsChanged);
 
   Radio other;
   other.answers["1D80"] = "";
@@ -261,6 +282,13 @@ TEST(ReadMemory, AShortReplyStopsAtItsChannel) {
 }
 
 TEST(ReadMemory, AnIndexOutsideItsListIsACommunicationError) {
+  Radio special;
+  special.data["0180"] = "800000000145500000006000FF080000" + std::string(32, '0');
+  const SequenceReport settings = special.sequences.ReadSettings();
+  EXPECT_EQ(settings.outcome, Outcome::kCommunicationError);
+  EXPECT_EQ(settings.where, "VHF special channel CALL");
+  EXPECT_EQ(special.document.image.VhfSpecialSet, FreshDocument().image.VhfSpecialSet);
+
   Radio radio;
   radio.data["0220"] = "800000000145500000006000FF080000" + std::string(32, '0');
   const SequenceReport report = radio.sequences.ReadMemory();
@@ -335,6 +363,25 @@ TEST(Write, SendsExactlyItsCommandsDataAndPauses) {
   EXPECT_FALSE(after.MemoryChanged);
 }
 
+TEST(Write, AChannelThatCannotBeEncodedIsNotSent) {
+  Radio special;
+  special.document.image.UhfSpecialSet[kCallRow].value[3] = 39;
+  EXPECT_DEBUG_DEATH(
+      {
+        EXPECT_EQ(special.sequences.WriteSettings().outcome, Outcome::kCommunicationError);
+        EXPECT_EQ(special.port.sent.back().bytes.substr(0, 9), "KX~F00E0W");
+      },
+      "encodable");
+  Radio memory;
+  memory.document.image.MemoryTable[1].value[5] = -1;
+  EXPECT_DEBUG_DEATH(
+      {
+        EXPECT_EQ(memory.sequences.WriteMemory().outcome, Outcome::kCommunicationError);
+        EXPECT_EQ(memory.port.sent.back().bytes.substr(0, 9), "KX~F0200W");
+      },
+      "encodable");
+}
+
 TEST(Write, RefusesARadioOfAnotherModel) {
   for (const int model : {1, 3}) {
     Radio radio;
@@ -384,6 +431,23 @@ TEST(Sequences, APortThatDiesAnywhereIsAPortError) {
       EXPECT_EQ(radio.port.sent.size(), static_cast<std::size_t>(at));
       EXPECT_EQ(radio.host.begins, static_cast<int>(radio.host.ends.size()));
     }
+  }
+}
+
+TEST(Sequences, APortThatCannotBeOpenedEndsThemBeforeAByte) {
+  for (const auto run :
+       {&Sequences::Identify, &Sequences::AutoSelect, &Sequences::ReadSettings,
+        &Sequences::ReadMemory, &Sequences::WriteSettings, &Sequences::WriteMemory}) {
+    Radio radio;
+    radio.port.can_open = false;
+    const SequenceReport report = (radio.sequences.*run)();
+    EXPECT_EQ(report.outcome, Outcome::kPortError);
+    EXPECT_EQ(report.why, "the scripted port is closed");
+    EXPECT_EQ(report.radio_model, -1);
+    EXPECT_TRUE(radio.port.sent.empty());
+    EXPECT_EQ(radio.host.begins, 1);
+    EXPECT_EQ(radio.host.ends.size(), 1U);
+    EXPECT_FALSE(radio.document.SettingsChanged || radio.document.MemoryChanged);
   }
 }
 
@@ -467,34 +531,30 @@ TEST(Verify, ReadsWhatWasWritten) {
   }
 }
 
-TEST(Verify, DifferencesAreNamedAsTheOwnerKnowsThem) {
-  const std::string zeros(64, '0');
-  const auto with = [&](std::size_t byte, const std::string& digits) {
-    std::string text = zeros;
-    return text.replace(2 * byte, 2, digits);
-  };
+TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
+  const std::vector<Unit> written = {{0x0200, std::string(64, '0')}};
+  Radio closed;
+  closed.port.can_open = false;
+  Radio silent;
+  silent.identity = "";
+  Radio other;
+  other.identity = "RXQ40x2Ax";
+  Radio stops;
+  stops.answers["0200"] = "";
   const struct {
-    Address address;
-    std::string a;
-    std::string b;
-    const char* difference;
-  } cases[] = {
-      {0x0020, zeros, with(5, "0A"), "Settings: Volume: \"0\" -> \"10\""},
-      {0x0020, with(4, "D4"), zeros, "settings area 1: byte 4: \"D4\" -> \"00\""},
-      {0x0200, with(0, "80"), zeros, "Memory 0: In use: \"yes\" -> \"no\""},
-      {0x0180, zeros, with(25, "02"), "VHF CALL: Power: \"Lo\" -> \"Hi\""},
-      {0x1D80, zeros, with(16, "31"), "Auto dialer: St: \"\" -> \"1\""},
-      {0x1C20, with(0, "80"), with(0, "80").replace(24, 2, "63"),
-       "memory channel D9: content: \"\" -> \"cannot be read: byte"},
-      {0x1C20, zeros, with(23, "63"), "memory channel D9: byte 23: "},
-      {0x00C0, zeros, with(23, "01"), "VHF special channel VFO: byte 23: \"00\" -> \"01\""},
-      {0x00C0, zeros, with(0, "ZZ"), "VHF special channel VFO: content: \"\" -> \"cannot be read"},
-  };
+    Radio& radio;
+    Outcome outcome;
+    std::size_t sent, found;
+  } cases[] = {{closed, Outcome::kPortError, 0, 0},
+               {silent, Outcome::kCommunicationError, 1, 0},
+               {other, Outcome::kWrongModel, 1, 0},
+               {stops, Outcome::kCommunicationError, 2, 1}};
   for (const auto& c : cases) {
-    const auto differences = UnitDifferences({c.address, c.a}, {c.address, c.b});
-    ASSERT_FALSE(differences.empty()) << c.difference;
-    EXPECT_NE(DifferenceText(differences[0]).find(c.difference), std::string::npos)
-        << DifferenceText(differences[0]);
+    std::vector<Unit> found;
+    EXPECT_EQ(c.radio.sequences.Verify(written, found).outcome, c.outcome);
+    EXPECT_EQ(c.radio.port.sent.size(), c.sent);
+    EXPECT_EQ(found.size(), c.found);
+    EXPECT_EQ(c.radio.document.model, 0);
   }
 }
 

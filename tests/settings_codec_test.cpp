@@ -4,6 +4,7 @@
 
 #include "app/tables/settings_items.h"
 #include "image/defaults.h"
+#include "image/document_cells.h"
 #include "image/hex.h"
 
 namespace q40 {
@@ -144,6 +145,24 @@ TEST(Settings, EveryItemOfThePagesHasAByteThatCanHoldIt) {
     }
   }
   EXPECT_EQ(SettingsItems().size(), SettingsFields().size());
+}
+
+TEST(Settings, WordsForValues) {
+  const struct {
+    V values;
+    const char* control;
+    const char* text;
+  } cases[] = {{{.cmbStb = 2}, "cmbStb", "DTMF"},  {{.cmbTOT = 1}, "cmbTOT", "30"},
+               {{.cmbTB = 4}, "cmbTB", "1450"},    {{.cmbTB = 5}, "cmbTB", ""},
+               {{.Slider1 = 30}, "Slider1", "30"}, {{.chkBeep = 1}, "chkBeep", "on"},
+               {{.chkBeep = 0}, "chkBeep", "off"}, {{.chkVoxEn = 1}, "chkVoxEn", "on"}};
+  for (const auto& c : cases) EXPECT_EQ(SettingText(c.values, c.control), c.text) << c.control;
+  EXPECT_EQ(CaptionOf(SettingsItemOf("cmbDFirst")), "First Burst (msec)");
+  EXPECT_EQ(CaptionOf(SettingsItemOf("chkLock")), "Keylock");
+  CloneDocument document = FreshDocument();
+  EXPECT_EQ(ModelText(document), "RX-Q40T, version 0");
+  document.image.VersionA = true;
+  EXPECT_EQ(ModelText(document), "RX-Q40T, version A");
 }
 
 TEST(Settings, BytesWithoutAControlAreKeptOrForced) {

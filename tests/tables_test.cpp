@@ -1,3 +1,7 @@
+#include <cctype>
+#include <functional>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "app/tables/grid_columns.h"
@@ -29,6 +33,21 @@ TEST(Models, HeaderLinesHave32CharactersAndFindTheirModel) {
   for (const int index : {-1, 4, 9, 10}) EXPECT_EQ(HeaderLineAt(index), "") << index;
   EXPECT_EQ(kCloneFileEndLine, "Korvex  RX-Q40  Clone  File  End");
   EXPECT_FALSE(FindHeaderLine("Korvex RX-Q40T1 Clone 0 FileStart"));
+}
+
+TEST(Models, NamesInAnyLetterCase) {
+  const char* const names[] = {"RX-Q40T", "RX-Q40E", "RX-Q40T1", "RX-Q20A"};
+  for (int model = 0; model < 4; ++model) {
+    const std::string name = names[model];
+    EXPECT_EQ(ModelName(model), name);
+    EXPECT_EQ(FindModel(name), model);
+    std::string lower;
+    for (const char c : name) lower += static_cast<char>(std::tolower(c));
+    EXPECT_EQ(FindModel(lower), model);
+  }
+  for (const char* other : {"", "RX-Q40", "RX-Q40T2", "RX-Q40T1 "}) {
+    EXPECT_FALSE(FindModel(other)) << other;
+  }
 }
 
 TEST(Models, LimitsOfEveryModelAndVersion) {
@@ -88,12 +107,34 @@ TEST(Values, ListsInFull) {
   EXPECT_EQ(DcsText(103), "754");
 }
 
+// The caller's mistake: ends a debug build, and gives an empty text otherwise.
+TEST(Tables, IndexesOutsideTheTables) {
+  const std::function<std::string_view()> calls[] = {
+      [] { return StepText(7); },
+      [] { return ToneText(-1); },
+      [] { return DcsText(104); },
+      [] { return MidText(11); },
+      [] { return ModelName(4); },
+      [] { return ModelName(-1); },
+      [] { return HeaderLine(4, 0); },
+      [] { return HeaderLine(0, 2); },
+      [] { return HeaderLine(0, -1); },
+      [] { return BandTableOf(Band::kVhf).BandText(-1, 0); },
+      [] {
+        const int limit = BandTableOf(Band::kUhf).BandLimit(0, 2, kUpperBound);
+        return limit == 0 ? std::string_view() : std::string_view("a limit");
+      }};
+  for (const auto& call : calls) EXPECT_DEBUG_DEATH(EXPECT_EQ(call(), ""), "Valid|inside");
+}
+
 TEST(GridColumns, WidthsBelongToGridColumnsFromTheRowTitleOn) {
   const int widths[19] = {500, 870, 705, 450, 690, 690, 585, 585, 495, 795,
                           500, 450, 450, 450, 450, 500, 500, 705, 850};
   for (int column = 0; column < 19; ++column) {
     EXPECT_EQ(ColumnWidthTwips(column), widths[column]) << column;
   }
+  EXPECT_EQ(ColumnWidthTwips(-1), 0);
+  EXPECT_EQ(ColumnWidthTwips(19), 0);
 }
 
 TEST(StartupPath, DropsTheQuotesOfARawCommandLine) {
@@ -106,7 +147,8 @@ TEST(StartupPath, DropsTheQuotesOfARawCommandLine) {
   const struct {
     const char* argument;
     const char* path;
-  } cases[] = {{"a.Q40", "a.Q40"}, {"\"a b.Q40\"", "a b.Q40"}, {"x.Q4", "x.Q4"}, {"abc", ""}};
+  } cases[] = {{"a.Q40", "a.Q40"},     {"\"a b.Q40\"", "a b.Q40"}, {"x.Q4", "x.Q4"}, {"abc", ""},
+               {"\"a.Q40", "\"a.Q40"}, {"a.Q40\"", "a.Q40\""},     {"\"", ""}};
   for (const auto& c : cases) EXPECT_EQ(StartupPath(RawCommandLine(c.argument)), c.path);
 }
 

@@ -183,9 +183,6 @@ std::optional<ChannelLines> EncodeRecord(ChannelKind kind, const ChannelRecord& 
   return lines;
 }
 
-[[maybe_unused]] bool IsMemoryChannel(int n) { return n >= 0 && n < kMemoryChannelCount; }
-[[maybe_unused]] bool IsSpecialRow(int k) { return k >= 0 && k < kSpecialChannelCount; }
-
 std::string_view FieldNameAt(int byte) {
   const auto row = std::find_if(std::begin(kByteRows), std::end(kByteRows),
                                 [&](auto& r) { return static_cast<int>(r.byte) == byte; });
@@ -200,7 +197,7 @@ std::string CodecError::Message() const {
 }
 
 std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, int n, CloneImage& image) {
-  assert(IsMemoryChannel(n));
+  assert(n >= 0 && n < kMemoryChannelCount);
   constexpr auto kKind = ChannelKind::kMemory;
   Decoder decoder = DecodeRecord(kKind, hex64);
   const bool in_use = decoder.digits[0] == '8';
@@ -216,7 +213,7 @@ std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, int n, Clo
 }
 
 std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n) {
-  assert(IsMemoryChannel(n));
+  assert(n >= 0 && n < kMemoryChannelCount);
   const ChannelRecord& record = image.MemoryTable[static_cast<std::size_t>(n)];
   auto lines = EncodeRecord(ChannelKind::kMemory, record);
   if (!lines) return std::nullopt;
@@ -226,7 +223,7 @@ std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n) 
 }
 
 std::optional<CodecError> DecodeSpecialChannel(std::string_view hex64, int k, SpecialSet& set) {
-  assert(IsSpecialRow(k));
+  assert(k >= 0 && k < kSpecialChannelCount);
   Decoder decoder = DecodeRecord(ChannelKind::kSpecial, hex64);
   const bool empty_limit = k >= kPhRow && decoder.record.Frequency() == 0;
   if (decoder.error && !empty_limit) return decoder.error;
@@ -236,7 +233,7 @@ std::optional<CodecError> DecodeSpecialChannel(std::string_view hex64, int k, Sp
 
 std::optional<ChannelLines> EncodeSpecialChannel(const SpecialSet& set, PresentPair present,
                                                  int k) {
-  assert(IsSpecialRow(k));
+  assert(k >= 0 && k < kSpecialChannelCount);
   auto lines = EncodeRecord(ChannelKind::kSpecial, set[static_cast<std::size_t>(k)]);
   if (lines && EffectivelyPresent(set, present, k)) lines->digits[0] = '8';
   return lines;

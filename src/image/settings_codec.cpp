@@ -83,15 +83,11 @@ int DecodeField(const SettingsField& field, std::string& line) {
     case kScan: return std::min(value, 2);
     case kBit6: return HexDigitToBits(text[0])[kVoxBit] == '1' ? 1 : 0;
     case kRange:
-      if (value <= field.top) return value;
-      line = ReplaceByte(line, "00", field.byte);
-      return 0;
-    case kRangeTotp:
-      if (value <= field.top) return value;
-      // Intended: the repair rewrites byte 15 with itself, so the line keeps its byte 13.
-      line = ReplaceByte(line, ByteText(line, kBytesPerLine - 1), kBytesPerLine - 1);
-      return 0;
+    case kRangeTotp: break;
   }
+  if (value <= field.top) return value;
+  // Intended: the line of cmbTOTP keeps the byte that is out of range.
+  if (field.rule == kRange) line = ReplaceByte(line, "00", field.byte);
   return 0;
 }
 

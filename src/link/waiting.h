@@ -31,7 +31,7 @@ class EventPump {
   virtual void WaitForEvents() = 0;
   // The user wants the program to stop (an interrupt). The exchange in flight is finished, and the
   // running sequence ends before the next one.
-  [[nodiscard]] virtual bool StopRequested() const { return false; }
+  [[nodiscard]] virtual bool StopRequested() const = 0;
 };
 
 // The timers of the link.
