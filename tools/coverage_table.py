@@ -9,6 +9,8 @@ PROGRAMS = ["src/sim/rxq40sim.cpp", "src/sim/pty_server.cpp", "src/sim/pty_serve
 AIMS = {"src/image": (100, 95), "src/files": (100, 95), "src/link": (100, 95)}
 # Lines that cannot run, by file.
 EXPLAINED = {
+    # The closing braces of two blocks that end with break.
+    "src/image/channel_codec.cpp": 2,
     # Two questions of the host's interface that the reads of a backup never ask.
     "src/link/safe_write.cpp": 2,
 }
