@@ -107,6 +107,8 @@ TEST(MemoryChannel, OddBytesReadAsStated) {
                {2, "03", Field::kTone, 3, "TSQ"},
                {2, "04", Field::kTone, 0, "None"},
                {2, "F9", Field::kTone, 12, "DCS"},
+               {2, "0A", Field::kTone, 12, "DCS"},
+               {17, "00", Field::kName, 1, "AB(0"},
                {3, "05", Field::kStep, 2, "12.5KHz"},
                {3, "01", Field::kStep, 0, "5KHz"},
                {3, "06", Field::kStep, 0, "5KHz"},
@@ -153,7 +155,12 @@ TEST(MemoryChannel, IndexOutsideItsListIsRefusedUnlessTheChannelIsNotInUse) {
     EXPECT_FALSE(DecodeMemoryChannel(WithByte(bad, 0, "00"), 5, image));
     EXPECT_FALSE(image.ChannelInUse[5]);
   }
-  CloneImage image;  // the first index behind each list
+  CloneImage image;
+  // Of several the first one is named.
+  const std::string two = WithByte(WithByte(kFullRecord, 13, "63"), 31, "FF");
+  EXPECT_EQ(DecodeMemoryChannel(two, 5, image)->Message(),
+            "byte 13 (RxTone) holds 0x63, which is outside its list");
+  // The first index behind each list.
   EXPECT_TRUE(DecodeMemoryChannel(WithByte(kFullRecord, 12, "27"), 5, image));
   EXPECT_TRUE(DecodeMemoryChannel(WithByte(kFullRecord, 14, "68"), 5, image));
   EXPECT_TRUE(DecodeMemoryChannel(WithByte(kFullRecord, 31, "0B"), 5, image));
@@ -193,6 +200,13 @@ TEST(MemoryChannel, EncodesItsNumbersAndTheName) {
       EXPECT_DEBUG_DEATH(EXPECT_FALSE(EncodeMemoryChannel(bad, 5)), "encodable") << column;
     }
   }
+  CloneImage negative = image;
+  negative.MemoryTable[5].value[7] = -1;
+  EXPECT_DEBUG_DEATH(EXPECT_FALSE(EncodeMemoryChannel(negative, 5)), "encodable");
+  // Of a switch any number but 0 is written as 1.
+  CloneImage switched = image;
+  for (const std::size_t column : {12U, 13U, 14U, 17U}) switched.MemoryTable[5].value[column] = 7;
+  EXPECT_EQ(EncodeMemoryChannel(switched, 5)->Joined(), lines->Joined());
   // Split and every step can be written, though they do not come back.
   other.MemoryTable[5].value[6] = 3;
   other.MemoryTable[5].value[1] = 5;
@@ -293,7 +307,11 @@ TEST(Names, CharactersCountNotBytes) {
   EXPECT_EQ(digits("\xFF"
                    "A"),
             "003A00000000");
-  EXPECT_EQ(digits("A\xE2\x82"), "3A0000000000");  // cut off in its last character
+  // Cut off in its last character; what lies behind is none of its business.
+  EXPECT_EQ(digits(std::string_view("A\xC3\x84"
+                                    "B",
+                                    2)),
+            "3A0000000000");
   EXPECT_EQ(FirstCharacters("\xC3\x84\xE2\x82\xAC"
                             "ab",
                             2),
@@ -323,8 +341,8 @@ TEST(Hex, EveryCharacterIsADigitOrZero) {
   EXPECT_EQ(digits, "0123456789ABCDEFabcdef");
   for (int value = 0; value < 256; ++value) EXPECT_EQ(HexByteValue(HexByteText(value), 0), value);
   EXPECT_EQ(HexByteValue("1g", 0), 0x10);
-  EXPECT_EQ(HexByteValue("12A", 2), 0xA0);
-  EXPECT_EQ(HexByteValue("12A", 3), 0);
+  EXPECT_EQ(HexByteValue(std::string_view("12A5", 3), 2), 0xA0);
+  EXPECT_EQ(HexByteValue(std::string_view("12A5", 3), 3), 0);
 }
 
 TEST(PlainText, ControlCharactersAreEscapedAndLongTextsCut) {
@@ -368,6 +386,8 @@ TEST(Decimal, NumbersAndTexts) {
                  {"88.5Hz", 885'000},  {"145,5", 1'450'000},  {"1e3", 10'000},
                  {"&H10", 0},          {"0.00005", 1},        {"0.00004", 0}};
   for (const auto& c : numbers) EXPECT_EQ(LeadingNumber(c.text), c.number) << c.text;
+  EXPECT_GT(LeadingNumber("18446744073709551616"), kLargestFrequency);  // 2 to the 64
+  EXPECT_LT(LeadingNumber("-18446744073709551616.5"), 0);
   EXPECT_EQ(LeadingFrequency("9999.9999"), 99'999'999);
   for (const char* bad : {"10000", "9999.99995", "-0.1", "99999999999999999999999999"}) {
     EXPECT_EQ(LeadingFrequency(bad), 0) << bad;

@@ -293,7 +293,7 @@ TEST(FileWriting, OldFileSurvivesTheFailureOfEveryCall) {
   for (int call = 1;; ++call) {
     test::Store(path, "the only copy");
     CloneDocument document = FreshDocument();
-    document.SettingsChanged = true;
+    document.SettingsChanged = document.MemoryChanged = true;
     FailingFiles files;
     files.fail_at = call;
     const auto problem = SaveCloneFile(path, document, 0, files);
@@ -301,12 +301,13 @@ TEST(FileWriting, OldFileSurvivesTheFailureOfEveryCall) {
     if (!problem) {
       EXPECT_EQ(call, 9);  // eight calls were made to fail before one save went through
       EXPECT_EQ(test::Content(path).size(), 15504U);
+      EXPECT_FALSE(document.SettingsChanged || document.MemoryChanged);
       break;
     }
     EXPECT_EQ(problem->kind, FileProblem::Kind::kCannotWrite);
     EXPECT_NE(problem->Message().find("No space left"), std::string::npos) << problem->Message();
     EXPECT_EQ(test::Content(path), "the only copy") << call;
-    EXPECT_TRUE(document.SettingsChanged);
+    EXPECT_TRUE(document.SettingsChanged && document.MemoryChanged);
     ASSERT_LT(call, 20);
   }
   test::Store(path, "the only copy");

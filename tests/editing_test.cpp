@@ -174,6 +174,8 @@ TEST(DialogValues, TextsAreCheckedOnTheWayBack) {
             "\xC3\x84"
             "ABCDE");
   EXPECT_EQ(record.Number(kMemory, Field::kName), 1);
+  values.name = "";
+  EXPECT_EQ(RecordOf(values, kMemory, false, record).Number(kMemory, Field::kName), 0);
 }
 
 TEST(DialogValues, TheRepeaterRowKeepsTheNumbersOfWhatItDoesNotShow) {

@@ -238,6 +238,7 @@ TEST(Questions, CancelAtTheModelChangeLeavesEverything) {
   radio.identity = "RXQ40x1Ax";
   radio.host.answer_select = false;
   radio.document.MemoryChanged = true;
+  radio.document.image.VersionA = true;
   const CloneImage before = radio.document.image;
   EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kCancelled);
   EXPECT_EQ(radio.document.image, before);

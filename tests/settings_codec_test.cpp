@@ -174,7 +174,9 @@ TEST(Settings, BytesWithoutAControlAreKeptOrForced) {
   EXPECT_EQ(image.SettingsLine[1], "00000000000000773700777700777701");
   EXPECT_EQ(image.SettingsLine[2], "00000000000000007777777777777777");
   EXPECT_EQ(image.SettingsLine[3], "77777777777777777777777700007777");
+  image.SettingsLine[2].replace(16, 2, "5c");
   EncodeSettings({.cmbTB = 4, .cmbVod = 1}, image);
+  EXPECT_EQ(image.SettingsLine[2].substr(16, 2), "5C");
   EXPECT_EQ(image.SettingsLine[0].substr(22, 2), "04");
   EXPECT_EQ(image.SettingsLine[1].substr(16, 2), "77");
 }
@@ -292,15 +294,28 @@ TEST(Defaults, ResetKeepsWhatNewKeeps) {
   document.dial[0] = "123";
   document.image.VersionA = true;
   ShowBand(document.image, Band::kUhf);
-  document.image.ChannelInUse[7] = true;
-  document.image.MemoryTable[7].cellText[0] = "145.0000";
+  for (const std::size_t n : {0U, 7U, 209U, 210U}) {
+    document.image.ChannelInUse[n] = true;
+    document.image.MemoryTable[n].cellText[0] = "146.0000";
+  }
+  for (const Band band : kBands) SetStoredPresent(document.image, band, {true, true});
+  document.SettingsChanged = document.MemoryChanged = true;
   ResetToDefaults(document);
+  EXPECT_TRUE(document.SettingsChanged && document.MemoryChanged);
   EXPECT_EQ(document.dial[0], "123");
   EXPECT_TRUE(document.image.VersionA);
   EXPECT_EQ(document.image.ShownBand, Band::kUhf);
   EXPECT_EQ(document.image.ShownSpecialSet, document.image.UhfSpecialSet);
-  EXPECT_EQ(document.image.MemoryTable[7], ChannelRecord());
-  EXPECT_FALSE(document.image.ChannelInUse[7]);
+  for (std::size_t n = 0; n < 210; ++n) EXPECT_EQ(document.image.MemoryTable[n], ChannelRecord());
+  EXPECT_EQ(document.image.TemplateChannel().cellText[0], "145.0000");
+  for (const bool flag : document.image.ChannelInUse) EXPECT_FALSE(flag);
+
+  const CloneImage before = document.image;
+  EXPECT_FALSE(ChangeModel(document, 0));  // the model that it is
+  EXPECT_TRUE(document.SettingsChanged && document.MemoryChanged);
+  EXPECT_EQ(document.image, before);
+  EXPECT_TRUE(ChangeModel(document, 1));
+  EXPECT_FALSE(document.SettingsChanged || document.MemoryChanged);
 }
 
 }  // namespace

@@ -96,8 +96,16 @@ TEST(SimulatedRadio, AnswersBothLineForms) {
   EXPECT_EQ(bench.radio.memory().Read(0x0D60, 16), std::string(32, '5'));
   EXPECT_EQ(bench.link.TxCommand("KX~E\r\n"), "KX~E\r\n\nOK\r\n");
   EXPECT_EQ(bench.link.TxCommand("KX~F1FF0R\r"), "False01");  // past the end of the memory
-  EXPECT_EQ(bench.link.TxCommand("KX~F0200X\r"), "False01");
-  EXPECT_EQ(bench.link.TxCommand("hello\r"), "False01");
+  // What is no command is echoed and changes nothing.
+  const std::string memory(bench.radio.memory().raw());
+  for (const std::string& line :
+       {std::string("KX~F0200X\r"), std::string("hello\r"), std::string("KX~F0200R00\r"),
+        std::string("KX~F02\r"), std::string("KX~F02G0R\r"),
+        "KX~F0200W" + std::string(32, '5') + '\r', "KX~F0200W" + std::string(66, '5') + '\r',
+        "KX~F0200W" + std::string(63, '5') + "g\r"}) {
+    EXPECT_EQ(bench.link.TxCommand(line), "False01") << line;
+  }
+  EXPECT_EQ(bench.radio.memory().raw(), memory);
 }
 
 TEST(SimulatedRadio, EchoesBytesThatArriveOneByOne) {
@@ -176,6 +184,11 @@ TEST(Faults, StayWhereTheyAreToldTo) {
     happened += ' ';
   }
   EXPECT_EQ(happened, "--n o-n -sn -sn -sn ");
+  EXPECT_EQ(FaultOf("stray=60000").number, 60'000);
+  EXPECT_EQ(FaultOf("late").number, 2500);
+  EXPECT_NE(FaultHelp().find("late            the answer comes =MS later (2500)\n"),
+            std::string::npos);
+  EXPECT_NE(FaultHelp().find("ng              \"NG\" instead of \"OK\"\n"), std::string::npos);
   std::string why;
   for (const char* bad : {"", "sleep", "ng=3", "late=x", "late=-1", "ng@", "ng@20", "ng@02G0",
                           "ng@#0", "ng@#x", "ng@2000", "ng@0201", "stray=60001"}) {
@@ -188,6 +201,22 @@ TEST(SimulatedPort, ALineThatHungUpForGoodCannotBeOpened) {
   EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
   EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
   EXPECT_FALSE(bench.port.IsOpen());
+  EXPECT_FALSE(bench.port.Open());
+  EXPECT_EQ(bench.port.Problem().kind, PortProblem::Kind::kMissing);
+  EXPECT_FALSE(bench.port.Write("KX~WHO\r\n"));
+  EXPECT_FALSE(bench.port.ReadAvailable());
+}
+
+TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
+  SimulatedRadio radio(SimulatedBench::Options({"hang-up=700@0220"}, 0));
+  const test::TimePoint now{};
+  radio.Receive("KX~F0200R\r\nKX~F0220R\r\n", now);
+  EXPECT_TRUE(radio.HungUp());
+  EXPECT_EQ(radio.ComesBackAfter(), milliseconds(700));
+  radio.Reconnect();
+  EXPECT_EQ(radio.Take(now + milliseconds(10)), "");
+  radio.Receive("KX~E\r\n", now);
+  EXPECT_EQ(radio.Take(now), "KX~E\r\nOK\r\n");
 }
 
 TEST(RadioMemory, DocumentsThereAndBack) {
@@ -207,6 +236,8 @@ TEST(RadioMemory, DocumentsThereAndBack) {
   EXPECT_FALSE(DocumentOf(memory, 0, false, why));
   EXPECT_FALSE(memory.SetRaw("short"));
   EXPECT_FALSE(memory.Write(0x1FFF, "0011"));
+  EXPECT_FALSE(memory.Write(0x0200, "000G"));
+  EXPECT_EQ(memory.Read(0x0200, 1), "80");
   EXPECT_TRUE(memory.SetRaw(std::string(8192, '\1')));
   EXPECT_EQ(memory.Read(0x1FFE, 2), "0101");
 }

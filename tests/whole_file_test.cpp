@@ -187,6 +187,8 @@ TEST(PortNumberFile, TextsAndPlaces) {
   installed.Write(9);
   EXPECT_EQ(installed.Read(), 9);
   EXPECT_EQ(writable.Read(), 9);
+  test::Store(folder / "RX-Q40.ini", "3\r\n");
+  EXPECT_EQ(writable.Read(), 9);
   writable.Write(4);
   EXPECT_EQ(writable.Read(), 4);
   EXPECT_FALSE(std::filesystem::exists(folder / "user/RX-Q40.ini"));
