@@ -7,6 +7,7 @@
 #include <chrono>
 #include <string>
 
+#include <QDeadlineTimer>
 #include <QMainWindow>
 
 #include "app/com_port.h"
@@ -64,6 +65,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
@@ -85,6 +87,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void SetBusy(Busy busy);
   void SwitchTab(int tab);
   void ShowService();
+  void PlaceService();
   void ToggleToolBar(bool visible);
   void ToggleStatusBar(bool visible);
   void ShowStatus();
@@ -141,14 +144,16 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void WriteFromMenu(Half half);
   WriteNet Net(std::string& backup);
   void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
-  void TalkFromMenu(SequenceReport (Sequences::*sequence)());
-  void ShowSettingsTab();
+  void TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence first);
+  void ShowPageOf(Sequence sequence);
   void ComEnd1();
   void ComEnd2();
   void ComEnd3();
   void SetCloneButtonsEnabled(bool enabled);
   void ServiceRead(const QString& digits);
   void ServiceDump();
+  void BeginService();
+  void EndService();
   bool SelectModel(int model) override;
   void Begin(Sequence sequence) override;
   void ShowProgress(const SequenceProgress& progress) override;
@@ -177,7 +182,8 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   Sequences sequences_;
   Busy busy_ = Busy::kNo;
   InputGuard* guard_ = nullptr;
-  bool follow_pages_ = false;  // a menu entry brings the pages to the front
+  QDeadlineTimer note_stays_{0};  // progress does not take the place of a fresh note
+  bool follow_pages_ = false;     // a menu entry brings the pages to the front
 
   QTabWidget* tabs_ = nullptr;
   std::array<QFrame*, 4> frames_{};

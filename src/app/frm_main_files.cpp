@@ -33,7 +33,9 @@ void frmMain::SetPath(const std::string& path) {
   path_ = path;
   std::string title(kWindowTitle);
   if (!path.empty()) title += " - " + FileName(path);
-  setWindowTitle(QString::fromStdString(title));
+  // "[*]" in a title is a mark of the toolkit's own.
+  setWindowTitle(
+      QString::fromStdString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
   ShowStatus();
 }
 

@@ -172,6 +172,34 @@ TEST_F(RadioCommands, OneBusyGuard) {
   EXPECT_EQ(Flags(), "-M");
 }
 
+TEST_F(RadioCommands, AReadAllThatFailsKeepsTheEditedChannelsUnsaved) {
+  Start({"silence@0040"}, SavedDemo());
+  SetFlags(true, true);
+  Save(kNo);
+  Error("Communication Error");
+  Trigger("mnuReAll");
+  EXPECT_EQ(Flags(), "-M");
+}
+
+TEST_F(RadioCommands, AMenuEntryShowsItsPageBeforeItAsks) {
+  Start({}, SavedDemo());
+  ShowTab(3);
+  SetFlags(true, true);
+  Save(kCancel);
+  Trigger("mnuReAll");
+  EXPECT_EQ(Find<QTabWidget>("TabStrip1").currentIndex(), 0);
+  Trigger("mnuToolsService");
+  EXPECT_FALSE(Find("Frame1_0").isEnabled());  // it lies under the service page
+  EXPECT_FALSE(Find<QAction>("mnuEditUndo").isEnabled());
+  window_->resize(1000, 700);
+  QTest::qWait(20);
+  EXPECT_EQ(Find("Frame1_3").size(), Find("Frame1_0").size());
+  Save(kCancel);
+  Trigger("mnuReSet");
+  EXPECT_FALSE(Find("Frame1_3").isVisible());
+  EXPECT_TRUE(Find("Frame1_0").isEnabled());
+}
+
 TEST_F(RadioCommands, ServicePage) {
   Start();
   Trigger("mnuToolsService");
@@ -275,6 +303,9 @@ TEST_F(RadioCommands, NothingRunsBeforeTheStartUpPauseIsOver) {
   EXPECT_TRUE(window_->IsBusy());
   Trigger("mnuReAll");
   Click("chkBeep");
+  ShowTab(3);
+  QTest::keyClick(&Find("MSFlexGrid1"), Qt::Key_Insert);
+  QTest::keyClick(&Find("cmbInsert"), Qt::Key_C, Qt::AltModifier);
   EXPECT_TRUE(Checked("chkBeep"));
   EXPECT_EQ(Flags(), "--");
   QTest::qWait(250);
