@@ -141,9 +141,13 @@ void frmMain::RememberPlacement() const {
 // ---- commands
 
 void frmMain::Run(Command command) {
-  if (busy_ == Busy::kTalking) return Note(tr("Please wait until the radio is done."));
-  if (busy_ == Busy::kStarting) return;
-  (this->*command)();
+  if (MayRun()) (this->*command)();
+}
+
+// Says so when the radio is in the way.
+bool frmMain::MayRun() {
+  if (busy_ == Busy::kTalking) Note(tr("Please wait until the radio is done."));
+  return busy_ == Busy::kNo;
 }
 
 void frmMain::SwitchTab(int tab) {
@@ -217,6 +221,7 @@ void frmMain::ShowDocument() {
   ShowDialTexts();
   memory_->RedrawAll();
   ShowStatus();
+  CheckNewData();
 }
 
 void frmMain::ShowDialTexts() {

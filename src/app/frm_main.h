@@ -23,6 +23,8 @@ class QTabWidget;
 
 namespace q40 {
 
+class ChannelGrid;
+class CheckUpWindow;
 class dlgCOM;
 class dlgModify;
 class HelpWindow;
@@ -33,6 +35,7 @@ class SettingsPage1;
 class SettingsPage2;
 class SpecialChannels;
 struct CommandRow;
+struct Place;
 
 struct MainOptions {
   ComPort::Simulation simulation;
@@ -78,6 +81,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void MakeToolBar();
   QAction* AddCommand(QMenu& menu, const CommandRow& row);
   void Run(Command command);
+  [[nodiscard]] bool MayRun();
   void RunToolBarKey(const QString& key);
   void FinishStartUp();
   void SetBusy(Busy busy);
@@ -151,6 +155,16 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void ShowMemoryChannel(int n) override;
   void End(const SequenceReport& report) override;
 
+  // ---- check-up (frm_main_checkup.cpp)
+  void ShowCheckUp();
+  void CheckAgain();
+  void CheckNewData();
+  void GoTo(const Place& place);
+  void GoToRow(int tab, ChannelGrid& grid, int row);
+  void GoToControl(const QString& name);
+  void ShowPage(int tab);
+  void ScrollTo(QWidget& control);
+
   // ---- other windows
   void ChoosePort();
   void About();
@@ -180,6 +194,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   ServicePage* service_ = nullptr;
   dlgModify* modify_ = nullptr;
   HelpWindow* help_ = nullptr;
+  CheckUpWindow* checkup_ = nullptr;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;

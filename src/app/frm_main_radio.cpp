@@ -59,6 +59,7 @@ void frmMain::Talk(SequenceReport (Sequences::*sequence)()) {
   (sequences_.*sequence)();
   SetBusy(Busy::kNo);
   ShowStatus();
+  CheckNewData();
 }
 
 // A menu entry also brings the page that shows the data to the front.

@@ -8,6 +8,7 @@
 #include "image/hex.h"
 #include "image/plain_text.h"
 #include "image/settings_codec.h"
+#include "image/settings_text.h"
 #include "image/vocabulary.h"
 
 namespace q40 {
@@ -45,12 +46,6 @@ std::string JsonKeyOf(SettingsGroup group) {
   }
 }
 
-std::string Caption(const SettingsItem& item) {
-  std::string caption(Trimmed(item.caption));
-  if (!item.unit.empty()) caption += ' ' + std::string(item.unit);
-  return caption;
-}
-
 // ---- cells, for diff
 
 class CellList {
@@ -62,7 +57,7 @@ class CellList {
 
   void AddSettings(const CloneDocument& document) {
     for (const SettingsItem& item : SettingsItems()) {
-      Add(PlaceOf(item.group), Caption(item), SettingText(document.settings, item.control));
+      Add(PlaceOf(item.group), SettingCaption(item), SettingText(document.settings, item.control));
     }
     AddCarriedBytes(document);
   }
@@ -140,7 +135,7 @@ void AppendSettings(std::string& text, const CloneDocument& document, SettingsGr
   std::vector<Row> rows;
   for (const SettingsItem& item : SettingsItems()) {
     if (item.group != group) continue;
-    rows.push_back({Caption(item), SettingText(document.settings, item.control)});
+    rows.push_back({SettingCaption(item), SettingText(document.settings, item.control)});
   }
   AppendTable(text, rows);
 }
@@ -199,18 +194,6 @@ Json ChannelJson(ChannelKind kind, const ChannelRecord& record) {
 }
 
 }  // namespace
-
-std::string SettingText(const SettingsValues& values, std::string_view control) {
-  const SettingsField& field = SettingsFieldOf(control);
-  const SettingsItem& item = SettingsItemOf(control);
-  const int value = values.*field.value;
-  if (!item.items.empty()) {
-    const auto index = static_cast<std::size_t>(value);
-    return std::string(index < item.items.size() ? Trimmed(item.items[index]) : "");
-  }
-  if (field.rule == SettingRule::kRange) return std::to_string(value);
-  return value != 0 ? "on" : "off";
-}
 
 std::string ModelText(const CloneDocument& document) {
   return std::string(ModelName(document.model)) + ", version " +

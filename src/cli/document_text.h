@@ -30,9 +30,6 @@ std::string DocumentReport(const CloneDocument& document);
 
 nlohmann::ordered_json DocumentJson(const CloneDocument& document);
 
-// Text of a setting as its control shows it, without the blanks that align it.
-std::string SettingText(const SettingsValues& values, std::string_view control);
-
 // "RX-Q40E, version A"
 std::string ModelText(const CloneDocument& document);
 
