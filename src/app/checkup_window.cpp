@@ -1,5 +1,7 @@
 #include "app/checkup_window.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
