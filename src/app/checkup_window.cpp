@@ -80,7 +80,7 @@ CheckUpWindow::CheckUpWindow(QWidget* owner)
   layout->addWidget(table_, 1);
   layout->addLayout(buttons);
   table_->setFocus();
-  resize(fontMetrics().averageCharWidth() * 100, fontMetrics().lineSpacing() * 24);
+  resize(fontMetrics().averageCharWidth() * 115, fontMetrics().lineSpacing() * 24);
 }
 
 void CheckUpWindow::ShowFindings(Findings findings) {
