@@ -17,7 +17,7 @@ using enum Occurs;
 
 constexpr FindingKindRow kKinds[] = {
     {kSettingLost, "setting-lost", kLoss, kBeforeSaving,
-     "The radio and the file store \"%1\", but it is read back as \"%2\"."},
+     R"(The radio and the file store "%1", but it is read back as "%2".)"},
     {kToneBurstLost, "tone-burst-lost", kLoss, kBeforeSaving,
      "The radio and the file store \"%1\", but it is read back as \"%2\": the radio knows only the "
      "first four."},
@@ -37,14 +37,14 @@ constexpr FindingKindRow kKinds[] = {
      "The radio and the file store %1, but it is read back as %2: a channel is read with 5KHz or "
      "12.5KHz."},
     {kSplitLost, "split-lost", kLoss, kBeforeSaving,
-     "The radio and the file store \"%1\", but a memory channel is read back with \"%2\"."},
+     R"(The radio and the file store "%1", but a memory channel is read back with "%2".)"},
     {kOffsetLost, "offset-lost", kLoss, kBeforeSaving,
      "The radio and the file store %1 MHz, but it is read back as %2 MHz: of an offset of 10 MHz "
      "or more the leading digits are not read."},
     {kValueLost, "value-lost", kLoss, kBeforeSaving,
-     "The radio and the file store \"%1\", but it is read back as \"%2\"."},
+     R"(The radio and the file store "%1", but it is read back as "%2".)"},
     // From a file or a radio for the ")" alone, which is read and never written.
-    {kNameLost, "name-lost", kLoss, kAnywhere, "\"%1\" is read back as \"%2\": %3."},
+    {kNameLost, "name-lost", kLoss, kAnywhere, R"("%1" is read back as "%2": %3.)"},
     {kNoName, "no-name", kHint, kAnywhere, "The channel is stored without a name."},
     {kDuplicateName, "duplicate-name", kHint, kAnywhere,
      "The radio stores the name \"%1\" here and in %2."},
@@ -58,7 +58,7 @@ constexpr FindingKindRow kKinds[] = {
      "The radio gets %1 as absent, but %2 MHz stays stored: read back, from the file too, %1 is "
      "there. \"Clear %1\" empties it."},
     {kDialLost, "dial-lost", kLoss, kAnywhere,
-     "The file keeps \"%1\", the radio gets \"%2\": up to 16 characters of 0-9, A-D, * and #."},
+     R"(The file keeps "%1", the radio gets "%2": up to 16 characters of 0-9, A-D, * and #.)"},
 };
 
 constexpr bool InOrder() {
