@@ -363,6 +363,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
       {"read", "-p", "1", "--only", "half", "x.Q40"},
       {"new", "--model", "RX-1", "x.Q40"},
       {"diff", "one.Q40"},
+      {"lint"},
       {"show", "a", "b"},
       {"dump", "-p", "1", "--count", "0"}};
   for (const auto& line : lines) {
@@ -372,7 +373,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
   }
   EXPECT_EQ(Run({"--help"}).code, 0);
   for (const char* command : {"ports", "identify", "read", "write", "new", "check", "show", "diff",
-                              "export", "import", "dump"}) {
+                              "lint", "export", "import", "dump"}) {
     EXPECT_NE(Run({command, "--help"}).out.find("xample"), std::string::npos) << command;
   }
 }
@@ -429,6 +430,42 @@ TEST_F(Ctl, DiffNamesWhatNoControlShows) {
   EXPECT_EQ(diff.code, kExitDifferent);
   EXPECT_NE(diff.out.find("byte 0x0023"), std::string::npos) << diff.out;
   EXPECT_NE(diff.out.find("Memory 9: stored data"), std::string::npos);
+}
+
+TEST_F(Ctl, Lint) {
+  const std::string fresh = Save("fresh.Q40", FreshDocument());
+  const Result clean = Run({"lint", fresh});
+  EXPECT_EQ(clean.code, 0) << clean.out;
+  EXPECT_EQ(clean.out, "");
+  EXPECT_EQ(clean.err, "no findings\n");
+  EXPECT_EQ(Run({"lint", "--json", fresh}).out, "[]\n");
+
+  // What a file still tells: two channels of one frequency, the second with a ")" in its code.
+  const std::string rest = ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,";
+  test::Store(folder_ / "two.csv",
+              "RX-Q40,MEMORY,7" + rest + "ONE,Off\nRX-Q40,MEMORY,D1" + rest + "A1,Off\n");
+  ASSERT_EQ(Run({"import", fresh, folder_ / "two.csv"}).code, 0);
+  std::string text = test::Content(fresh);
+  text.replace(34 * (36 + 2 * 201) + 2, 2, "5D");
+  test::Store(fresh, text);
+  const Result lint = Run({"lint", fresh});
+  EXPECT_EQ(lint.code, kExitFindings);
+  EXPECT_EQ(lint.out,
+            "channel D1, Frequency: 145.0000 MHz is also the frequency of channel 7; the radio "
+            "keeps both.\n"
+            "channel D1, Name: \"A)\" is read back as \"A(\": \")\" becomes \"(\".\n");
+  EXPECT_EQ(lint.err, "");
+  const auto json = nlohmann::json::parse(Run({"lint", "--json", fresh}).out);
+  ASSERT_EQ(json.size(), 2U);
+  EXPECT_EQ(json[1]["place"], "channel D1");
+  EXPECT_EQ(json[1]["field"], "Name");
+  EXPECT_EQ(json[1]["kind"], "name-lost");
+  EXPECT_EQ(json[1]["severity"], "loss");
+  EXPECT_EQ(test::Content(fresh), text);
+
+  test::Store(folder_ / "bad.Q40", text.substr(0, 1000));
+  EXPECT_EQ(Run({"lint", folder_ / "bad.Q40"}).code, kExitDataError);
+  EXPECT_EQ(Run({"lint", folder_ / "missing.Q40"}).code, kExitDataError);
 }
 
 TEST_F(Ctl, ExportAndImport) {

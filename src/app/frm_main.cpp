@@ -129,9 +129,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
 // ---- commands
 
 void frmMain::Run(Command command) {
-  if (busy_ == Busy::kTalking) return Note(tr("Please wait until the radio is done."));
-  if (busy_ == Busy::kStarting) return;
-  (this->*command)();
+  if (MayRun()) (this->*command)();
+}
+
+// Says so when the radio is in the way.
+bool frmMain::MayRun() {
+  if (busy_ == Busy::kTalking) Note(tr("Please wait until the radio is done."));
+  return busy_ == Busy::kNo;
 }
 
 // Shows the page of a tab, also when it is the current one and the service page lies over it.
@@ -240,6 +244,7 @@ void frmMain::ShowDocument() {
   ShowDialTexts();
   memory_->RedrawAll();
   ShowStatus();
+  CheckNewData();
 }
 
 void frmMain::ShowDialTexts() {

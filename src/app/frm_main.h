@@ -24,6 +24,8 @@ class QTabWidget;
 
 namespace q40 {
 
+class ChannelGrid;
+class CheckUpWindow;
 class dlgCOM;
 class dlgModify;
 class HelpWindow;
@@ -35,6 +37,7 @@ class SettingsPage1;
 class SettingsPage2;
 class SpecialChannels;
 struct CommandRow;
+struct Place;
 
 struct MainOptions {
   ComPort::Simulation simulation;
@@ -82,6 +85,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void MakeToolBar();
   QAction* AddCommand(QMenu& menu, const CommandRow& row);
   void Run(Command command);
+  [[nodiscard]] bool MayRun();
   void RunToolBarKey(const QString& key);
   void FinishStartUp();
   void SetBusy(Busy busy);
@@ -163,6 +167,15 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void ShowMemoryChannel(int n) override;
   void End(const SequenceReport& report) override;
 
+  // ---- check-up (frm_main_checkup.cpp)
+  void ShowCheckUp();
+  void CheckAgain();
+  void CheckNewData();
+  void GoTo(const Place& place);
+  void GoToRow(int tab, ChannelGrid& grid, int row);
+  void GoToControl(const QString& name);
+  void ScrollTo(QWidget& control);
+
   // ---- other windows
   void ChoosePort();
   void About();
@@ -195,6 +208,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   dlgModify* modify_ = nullptr;
   HelpWindow* help_ = nullptr;
   ReportWindow* report_ = nullptr;
+  CheckUpWindow* checkup_ = nullptr;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;

@@ -196,6 +196,7 @@ void frmMain::Import() {
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
   SetPath({});
+  CheckNewData();
   Note(tr("%1 memory and %2 special channel records imported, %3 passed over.")
            .arg(report.memory_records)
            .arg(report.special_records)

@@ -69,6 +69,7 @@ void frmMain::Talk(SequenceReport (Sequences::*sequence)()) {
   (sequences_.*sequence)();
   SetBusy(Busy::kNo);
   ShowStatus();
+  CheckNewData();
 }
 
 // A menu entry first brings the page that shows the data to the front.

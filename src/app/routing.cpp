@@ -32,6 +32,7 @@ std::span<const CommandRow> CommandRow::All() {
       {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", &M::MenuWriteAll},
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", &M::ChoosePort},
+      {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", &M::ShowCheckUp},
       {nullptr, Menu::kTools},
       {"mnuBackUp", Menu::kTools, "&Back Up Before Writing", kNoKey, "", nullptr, nullptr, "",
        kBackUpOption},

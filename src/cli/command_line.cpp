@@ -49,7 +49,7 @@ int RunCommandLine(int argc, const char* const* argv, CommandContext& context) {
   app.require_subcommand(1);
   app.parse_complete_callback([&] { context.console.SetQuiet(quiet); });
   for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddNew, AddCheck, AddShow,
-                         AddDiff, AddExport, AddImport, AddDump}) {
+                         AddDiff, AddLint, AddExport, AddImport, AddDump}) {
     add(app, context);
   }
   app.footer(std::string("PORT is 1 to 14 or the path of a device; see rxq40ctl ports.\n"

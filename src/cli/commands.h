@@ -36,6 +36,7 @@ void AddNew(CLI::App& app, CommandContext& context);
 void AddCheck(CLI::App& app, CommandContext& context);
 void AddShow(CLI::App& app, CommandContext& context);
 void AddDiff(CLI::App& app, CommandContext& context);
+void AddLint(CLI::App& app, CommandContext& context);
 void AddExport(CLI::App& app, CommandContext& context);
 void AddImport(CLI::App& app, CommandContext& context);
 void AddDump(CLI::App& app, CommandContext& context);
