@@ -180,7 +180,8 @@ void frmMain::EditCurrent() {
 }
 
 void frmMain::ChoosePort() {
-  dlgCOM dialog(port_->number(), this);
+  dlgCOM dialog(
+      port_->number(), [this] { return port_->States(); }, this);
   if (dialog.exec() == QDialog::Accepted) port_->SetNumber(dialog.Number());
   ShowStatus();
 }

@@ -119,6 +119,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void Open();
   void OpenCloneFile(const std::string& path);
   void OpenAfterQuestion(const std::string& path);
+  void FillRecentFiles(QMenu& menu);
   void SaveCommand();
   void SaveAs();
   void Import();

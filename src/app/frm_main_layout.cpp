@@ -136,6 +136,11 @@ void frmMain::MakeMenus() {
     if (menu == nullptr) menu = menuBar()->addMenu(QString::fromUtf8(MenuCaption(row.menu)));
     if (row.name == nullptr) {
       menu->addSeparator();
+    } else if (row.name == std::string_view(kRecentFilesEntry)) {
+      QMenu* recent = menu->addMenu(QString::fromUtf8(row.caption));
+      recent->setObjectName(QLatin1String(row.name));
+      recent->setToolTipsVisible(true);
+      connect(recent, &QMenu::aboutToShow, this, [this, recent] { FillRecentFiles(*recent); });
     } else {
       AddCommand(*menu, row);
     }

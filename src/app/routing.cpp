@@ -16,6 +16,8 @@ std::span<const CommandRow> CommandRow::All() {
       {"mnuImport", Menu::kFile, "&Import CSV...", kNoKey, "Ctrl+I", &M::Import},
       {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", &M::Export},
       {nullptr, Menu::kFile},
+      {kRecentFilesEntry, Menu::kFile, "&Recent Files"},
+      {nullptr, Menu::kFile},
       {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", &M::Exit},
 
       {"mnuEditUndo", Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", &M::EditCurrent},

@@ -10,6 +10,7 @@
 namespace q40 {
 
 inline constexpr const char* kBackUpOption = "BackUpBeforeWriting";
+inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of its own
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 
 enum class CommandMenu : unsigned char { kFile, kEdit, kView, kRadio, kTools, kHelp };

@@ -228,7 +228,6 @@ TEST_F(RadioCommands, PortDialogAndItsFile) {
     EXPECT_EQ(dialog.findChild<QRadioButton*>("opbCom_8")->text(), "COM  9");
     EXPECT_EQ(dialog.findChild<QRadioButton*>("opbCom_13")->text(), "COM 14");
     EXPECT_TRUE(dialog.findChild<QRadioButton*>("opbCom_2")->isChecked());
-    EXPECT_EQ(dialog.findChild<QRadioButton*>("opbCom_2")->toolTip(), "/dev/ttyUSB2");
     EXPECT_EQ(dialog.findChildren<QPushButton*>().size(), 1);
     dialog.findChild<QRadioButton*>("opbCom_6")->click();
     QTest::mouseClick(dialog.findChild<QPushButton*>("OKButton"), Qt::LeftButton);
@@ -246,6 +245,26 @@ TEST_F(RadioCommands, PortDialogAndItsFile) {
   EXPECT_EQ(placement.value("Settings/MainWidth").toInt(), 15 * window_->frameGeometry().width());
   EXPECT_EQ(placement.value("Settings/MainHeight").toInt(), 15 * window_->frameGeometry().height());
   EXPECT_EQ(placement.value("Settings/MainLeft").toInt(), 15 * window_->frameGeometry().left());
+}
+
+TEST_F(RadioCommands, ThePortDialogFollowsWhatIsPluggedIn) {
+  const std::string cable = folder_ / "cable";
+  setenv("RXQ40_COM3", cable.c_str(), 1);
+  MainOptions options;
+  options.start_pause = std::chrono::milliseconds(0);
+  StartWith(options);
+  answers_.Add([&](QWidget& dialog) {
+    auto* label = dialog.findChild<QLabel*>("lblCom_2");
+    EXPECT_EQ(label->text(), "not present");
+    std::filesystem::create_symlink("/dev/null", cable);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return label->text() == "present"; }, 3000));
+    EXPECT_TRUE(dialog.findChild<QRadioButton*>("opbCom_2")
+                    ->accessibleDescription()
+                    .startsWith(QString::fromStdString(cable)));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Trigger("mnuToolsOptions");
+  unsetenv("RXQ40_COM3");
 }
 
 TEST(PortNumberFile, TextsAndPlaces) {
