@@ -16,6 +16,8 @@
 #include "image/settings_codec.h"
 #include "sim/demo_radio.h"
 #include "sim/simulated_radio.h"
+#include "support/fake_host.h"
+#include "support/fake_link.h"
 #include "support/process.h"
 #include "support/temp_folder.h"
 
@@ -226,28 +228,54 @@ TEST(Documents, CsvRecords) {
   EXPECT_EQ(added, FirstOf("docs/csv.md", "text csv-imported"));
 }
 
-TEST(Documents, ExchangesOnTheWire) {
+// The messages of the exchanges: direction and bytes.
+std::vector<std::pair<char, std::string>> Messages() {
+  std::vector<std::pair<char, std::string>> messages;
+  for (const Fence& fence : FencesOf("docs/protocol.md", "text exchange")) {
+    for (std::string line : fence.lines) {
+      Replace(line, "<CR>", "\r");
+      Replace(line, "<LF>", "\n");
+      if (line[0] != ' ') messages.emplace_back(line[0], "");
+      messages.back().second += line.substr(2);
+    }
+  }
+  return messages;
+}
+
+TEST(Documents, TheRadioAnswersAsShown) {
   const CloneDocument example = Example();
   SimulatedRadio radio({example.model, example.image.VersionA ? 'A' : '0', 0, {}});
   StoreDocument(example, radio.memory());
   SimulatedRadio::TimePoint now;
-  for (const Fence& fence : FencesOf("docs/protocol.md", "text exchange")) {
-    std::vector<std::pair<char, std::string>> messages;
-    for (std::string line : fence.lines) {
-      Replace(line, "<CR>", "\r");
-      Replace(line, "<LF>", "\n");
-      ASSERT_GT(line.size(), 2U) << fence.place;
-      if (line[0] != ' ') messages.emplace_back(line[0], "");
-      messages.back().second += line.substr(2);
+  for (const auto& [direction, bytes] : Messages()) {
+    if (direction == '>') {
+      radio.Receive(bytes, now);
+    } else {
+      now += std::chrono::milliseconds(10);
+      EXPECT_EQ(radio.Take(now), bytes);
     }
-    for (const auto& [direction, bytes] : messages) {
-      if (direction == '>') {
-        radio.Receive(bytes, now);
-      } else {
-        now += std::chrono::milliseconds(10);
-        EXPECT_EQ(radio.Take(now), bytes) << fence.place;
-      }
-    }
+  }
+}
+
+TEST(Documents, TheProgramSendsWhatIsShown) {
+  CloneDocument document = Example();
+  SimulatedRadio radio({document.model, document.image.VersionA ? 'A' : '0', 0, {}});
+  StoreDocument(document, radio.memory());
+  test::ScriptedLink line;
+  line.port.reply = [&](const std::string& sent) -> test::ScriptedPort::Reply {
+    radio.Receive(sent, line.clock.now);
+    return {{radio.Take(line.clock.now + test::milliseconds(10))}};
+  };
+  test::FakeHost host(document);
+  Sequences sequences(line.link, document, host);
+  EXPECT_EQ(sequences.ReadAll().outcome, Outcome::kDone);
+  EXPECT_EQ(sequences.WriteAll().acknowledged.size(), 227U);
+  for (const auto& [direction, bytes] : Messages()) {
+    if (direction != '>' || bytes.back() == '\r')
+      continue;  // nothing sends the 16-byte commands here
+    const auto sent = std::find_if(line.port.sent.begin(), line.port.sent.end(),
+                                   [&](const auto& message) { return message.bytes == bytes; });
+    EXPECT_NE(sent, line.port.sent.end()) << bytes;
   }
 }
 
