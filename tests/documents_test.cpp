@@ -357,8 +357,8 @@ TEST_P(Consoles, PrintWhatIsShown) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, Consoles,
-                         testing::Values("README.md", "docs/guide.md", "docs/clone-file.md",
-                                         "docs/csv.md", "docs/protocol.md"));
+                         testing::Values("README.md", "docs/clone-file.md", "docs/csv.md",
+                                         "docs/protocol.md"));
 
 }  // namespace
 }  // namespace q40

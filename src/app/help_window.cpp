@@ -6,15 +6,19 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QTextBlock>
+
+// Outside of every namespace. The resources of a library are linked only when somebody asks for them.
+static void LoadDocuments() { Q_INIT_RESOURCE(app); }
 
 namespace q40 {
 namespace {
 
 constexpr const char* kGuide = "qrc:/docs/guide.md";
-constexpr int kTextCharacters = 90;
-constexpr int kContentsCharacters = 26;
-constexpr int kLines = 38;
+constexpr int kTextCharacters = 112;
+constexpr int kContentsCharacters = 34;
+constexpr int kLines = 44;
 constexpr int kDeepestListed = 3;  // level of a heading
 
 // The anchor that a heading gets on the pages of a code host, so that links work there and here.
@@ -28,33 +32,57 @@ QString AnchorOf(const QString& heading) {
 
 }  // namespace
 
-GuideBrowser::GuideBrowser(QWidget* parent) : QTextBrowser(parent) { setOpenExternalLinks(true); }
+GuideBrowser::GuideBrowser(QWidget* parent) : QTextBrowser(parent) {
+  setOpenExternalLinks(true);
+  // Comes for links and for going back and forth.
+  connect(this, &QTextBrowser::sourceChanged, this, &GuideBrowser::Changed);
+}
 
-void GuideBrowser::doSetSource(const QUrl& url, QTextDocument::ResourceType type) {
-  QTextBrowser::doSetSource(url, type);
-  // A link inside the document does not load it again.
-  if (shown_ == url.path()) return;
+// A long table is laid out once, when it is complete, and not after each of its cells.
+void GuideBrowser::Load(const std::function<void()>& load) {
+  document()->setLayoutEnabled(false);
+  load();
+  document()->setLayoutEnabled(true);
+  if (source().hasFragment()) scrollToAnchor(source().fragment());
+}
+
+void GuideBrowser::doSetSource(const QUrl& target, QTextDocument::ResourceType /*type*/) {
+  const QUrl url = source().resolved(target);
+  const auto load = [&] { QTextBrowser::doSetSource(url, QTextDocument::MarkdownResource); };
+  if (url.path() == shown_) {
+    load();  // only scrolls
+  } else {
+    Load(load);
+  }
+}
+
+void GuideBrowser::Changed(const QUrl& url) {
+  if (shown_ == url.path()) return;  // a link inside the document does not load it again
   shown_ = url.path();
   CollectHeadings();
-  if (url.hasFragment()) scrollToAnchor(url.fragment());
   emit documentChanged();
 }
 
 // Qt gives the headings of a Markdown document no names to jump to.
 void GuideBrowser::CollectHeadings() {
   headings_.clear();
+  // A text that was changed is loaded again at every link. The names are no such change.
+  const QSignalBlocker unnoticed(document());
+  QTextCursor cursor(document());
+  cursor.beginEditBlock();  // one layout, not one for each heading
   for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
     const int level = block.blockFormat().headingLevel();
     if (level == 0) continue;
     const Heading heading{level, block.text(), AnchorOf(block.text())};
-    QTextCursor cursor(block);
-    cursor.select(QTextCursor::BlockUnderCursor);
     QTextCharFormat name;
     name.setAnchor(true);
     name.setAnchorNames({heading.anchor});
+    cursor.setPosition(block.position());
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
     cursor.mergeCharFormat(name);
     headings_ << heading;
   }
+  cursor.endEditBlock();
 }
 
 QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
@@ -74,6 +102,7 @@ HelpWindow::HelpWindow(QWidget* owner)
     : QWidget(owner, Qt::Window),
       browser_(new GuideBrowser(this)),
       contents_(new QListWidget(this)) {
+  LoadDocuments();
   setObjectName(QStringLiteral("frmHelp"));
   setWindowTitle(tr("Help"));
   browser_->setObjectName(QStringLiteral("txtHelp"));
@@ -89,7 +118,7 @@ HelpWindow::HelpWindow(QWidget* owner)
   layout->addWidget(contents_);
   layout->addWidget(browser_, 1);
   resize(character * (kTextCharacters + kContentsCharacters), fontMetrics().lineSpacing() * kLines);
-  layout->activate();  // the pictures take their size from the browser's
+  browser_->resize(character * kTextCharacters, height());  // to which the pictures are made to fit
 
   connect(browser_, &GuideBrowser::documentChanged, this, &HelpWindow::FillContents);
   connect(contents_, &QListWidget::currentRowChanged, [this](int row) {
@@ -98,7 +127,7 @@ HelpWindow::HelpWindow(QWidget* owner)
     }
   });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-  browser_->setSource(QUrl(QLatin1String(kGuide)), QTextDocument::MarkdownResource);
+  browser_->setSource(QUrl(QLatin1String(kGuide)));
   browser_->setFocus();
 }
 

@@ -1,6 +1,8 @@
 // The built-in help: the documents of the project, compiled into the program.
 #pragma once
 
+#include <functional>
+
 #include <QTextBrowser>
 #include <QWidget>
 
@@ -28,10 +30,12 @@ class GuideBrowser : public QTextBrowser {
   void documentChanged();  // another document is shown: headings() are new
 
  protected:
-  void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
+  void doSetSource(const QUrl& target, QTextDocument::ResourceType type) override;
   QVariant loadResource(int type, const QUrl& name) override;
 
  private:
+  void Load(const std::function<void()>& load);
+  void Changed(const QUrl& url);
   void CollectHeadings();
 
   QString shown_;  // path of the document whose headings are known
