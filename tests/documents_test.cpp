@@ -273,8 +273,8 @@ TEST(Documents, TheProgramSendsWhatIsShown) {
   for (const auto& [direction, bytes] : Messages()) {
     if (direction != '>' || bytes.back() == '\r')
       continue;  // nothing sends the 16-byte commands here
-    const auto sent = std::find_if(line.port.sent.begin(), line.port.sent.end(),
-                                   [&](const auto& message) { return message.bytes == bytes; });
+    const auto same = [&text = bytes](const auto& message) { return message.bytes == text; };
+    const auto sent = std::find_if(line.port.sent.begin(), line.port.sent.end(), same);
     EXPECT_NE(sent, line.port.sent.end()) << bytes;
   }
 }
