@@ -362,7 +362,7 @@ TEST_F(Sweep, EveryFaultAtEveryExchange) {
       }
     }
   }
-  const std::string path = std::string(DOCS_FOLDER) + "/faults.md";
+  const std::string path = std::string(PROJECT_FOLDER) + "/docs/faults.md";
   if (std::getenv("RXQ40_WRITE_DOCS") != nullptr) test::Store(path, Document(runs_));
   EXPECT_EQ(test::Content(path), Document(runs_)) << "write it anew: RXQ40_WRITE_DOCS=1";
 }

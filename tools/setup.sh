@@ -3,6 +3,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev libcli11-dev nlohmann-json3-dev)
+window_packages=(qt6-wayland fonts-dejavu-core)  # what the window needs on a bare desktop
 test_packages=(libgtest-dev xvfb xdotool)
 
 # install_missing PACKAGE...: with apt, through sudo unless we are root.

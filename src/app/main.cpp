@@ -7,6 +7,7 @@
 #include <QStandardPaths>
 
 #include "app/frm_main.h"
+#include "app/readable_style.h"
 #include "app/tables/startup_path.h"
 #include "files/standard_streams.h"
 #include "version.h"
@@ -75,6 +76,7 @@ int main(int argc, char** argv) {
 
   QApplication application(argc, argv);
   Parser().process(application);
+  QApplication::setStyle(new q40::ReadableStyle);
   q40::frmMain window(Options(Parser()));
   window.StartUp();
   return QApplication::exec();

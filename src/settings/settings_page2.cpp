@@ -94,6 +94,7 @@ QWidget* SettingsPage2::MakeDialer() {
     });
     txtDial_[at] = edit;
   }
+  grid->setColumnStretch(2, 1);
   return frame;
 }
 

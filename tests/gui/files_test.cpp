@@ -1,5 +1,6 @@
 // The change flags, the grids' commands, model, files and CSV of the window.
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QSlider>
