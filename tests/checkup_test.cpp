@@ -9,9 +9,9 @@
 #include "app/tables/settings_items.h"
 #include "files/clone_file.h"
 #include "image/defaults.h"
+#include "image/document_cells.h"
 #include "image/memory_edit.h"
 #include "image/settings_codec.h"
-#include "image/document_cells.h"
 #include "image/vocabulary.h"
 #include "support/random_document.h"
 

@@ -1,6 +1,7 @@
 // Every fault that the simulated radio knows, at every exchange of every sequence, once and from then
-// on. Time is simulated, so the sweep covers hours of waiting. It prints the table of docs/faults.md;
-// `RXQ40_WRITE_DOCS=1 build/release/tests/faults_test` writes it.
+// on. Time is simulated, so the sweep covers hours of waiting. It makes the first table of
+// docs/faults.md, the test of file faults the second; to write them anew:
+//   RXQ40_WRITE_DOCS=1 build/release/tests/faults_test
 #include <cstdlib>
 #include <map>
 
@@ -364,7 +365,7 @@ TEST_F(Sweep, EveryFaultAtEveryExchange) {
   }
   const std::string path = std::string(PROJECT_FOLDER) + "/docs/faults.md";
   if (std::getenv("RXQ40_WRITE_DOCS") != nullptr) test::Store(path, Document(runs_));
-  EXPECT_EQ(test::Content(path), Document(runs_)) << "write it anew: RXQ40_WRITE_DOCS=1";
+  EXPECT_TRUE(test::Content(path).starts_with(Document(runs_))) << "write it anew";
 }
 
 }  // namespace
