@@ -65,7 +65,7 @@ constexpr WireTime kWriteAll = {
 // The identification, what was written, End; a pause before every unit and around End.
 constexpr WireTime kVerify = {kIdentifyBytes + kEndBytes + (17 + 210) * kReadBytes, 17 + 210 + 2};
 
-constexpr double Seconds(const WireTime& a, const WireTime& b) { return a.Seconds() + b.Seconds(); }
+double Seconds(const WireTime& a, const WireTime& b) { return a.Seconds() + b.Seconds(); }
 
 // ---- measuring
 
