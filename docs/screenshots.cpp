@@ -280,6 +280,42 @@ void TakeRedrawnRow(Session& session) {
   QToolTip::hideText();
 }
 
+void EditRow(Session& session, int row, const std::function<void(QWidget&)>& use) {
+  session.ShowPage(2);
+  session.SelectRow("MSFlexGrid1", row);
+  session.InDialog([&] { session.Trigger("mnuEditUndo"); },
+                   [&](QWidget& dialog) {
+                     use(dialog);
+                     dialog.findChild<QPushButton*>("OKButton")->click();
+                   });
+}
+
+// What the radio would not keep of two edited channels.
+void TakeCheckUp(Session& session) {
+  EditRow(session, 2, [](QWidget& dialog) {
+    dialog.findChild<QAbstractButton*>("optStep_5")->click();
+    dialog.findChild<QAbstractButton*>("optSift_3")->click();
+  });
+  EditRow(session, 12,
+          [](QWidget& dialog) { dialog.findChild<QLineEdit*>("txtName")->setText("A)"); });
+  session.Trigger("mnuCheckUp");
+  session.Take("check-up", &session.Find<QWidget>("frmCheckUp"));
+}
+
+// A radio that does not keep memory channel 0, the 23rd exchange of a Write All.
+void TakeWriteReport(Session& session, const std::string& file) {
+  session.Start({true, 0, {"not-stored@#23"}}, file);
+  EditRow(session, 0, [](QWidget& dialog) {
+    dialog.findChild<QLineEdit*>("txtName")->setText("NEW");
+    dialog.findChild<QAbstractButton*>("optPw_0")->click();
+  });
+  session.Find<QAction>("mnuVerify").setChecked(true);
+  session.Trigger("mnuWrAll");
+  session.Take("write-report", &session.Find<QWidget>("frmReport"));
+  session.Find<QAction>("mnuVerify").setChecked(false);
+  session.Stop();
+}
+
 // A read at the speed of a real radio, caught in the middle.
 void TakeReading(Session& session) {
   session.Start({true, 9600, {}}, {});
@@ -333,10 +369,12 @@ void TakeAll(const QString& docs, const QString& look) {
     TakeOtherWindows(session);
     TakeRedrawnRow(session);
     TakeQuestions(session);
+    TakeCheckUp(session);
   }
   session.Stop();
   if (look == "light") {
     TakeReading(session);
+    TakeWriteReport(session, examples + "/radio.Q40");
     TakeErrors(session);
   }
 }

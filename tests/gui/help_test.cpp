@@ -54,7 +54,7 @@ TEST_F(Help, ShowsTheGuideWithItsPictures) {
 TEST_F(Help, EveryLinkLeadsSomewhere) {
   QSet<QString> places;
   QSet<QString> links;
-  for (const char* document : {"guide.md", "clone-file.md", "csv.md", "protocol.md"}) {
+  for (const char* document : {"guide.md", "clone-file.md", "csv.md", "protocol.md", "faults.md"}) {
     Open(document);
     places << document;
     for (const auto& heading : browser_->headings()) places << document + ('#' + heading.anchor);
