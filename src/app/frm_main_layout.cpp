@@ -145,6 +145,9 @@ void frmMain::MakeMenus() {
       AddCommand(*menu, row);
     }
   }
+  for (const CommandHint& hint : CommandHints()) {
+    findChild<QAction*>(QLatin1String(hint.name))->setStatusTip(QString::fromUtf8(hint.text));
+  }
   edit_channel_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
   // Without an action, and in no menu.
   for (const char* name : {"mnuFilePageSetup", "mnuFilePrint"}) {

@@ -49,6 +49,21 @@ std::span<const CommandRow> CommandRow::All() {
   return rows;
 }
 
+std::span<const CommandHint> CommandHints() {
+  static const CommandHint hints[] = {
+      {"mnuFileNew", "Starts anew with the defaults of the chosen model; the auto dialer stays."},
+      {"mnuExport", "The next Save then writes a clone file under the name of the list."},
+      {"mnuImport", "Replaces the channels that the list names; what does not fit is passed over."},
+      {"mnuFileExit", "Asks about changed settings, not about channels only read or cleared."},
+      {"mnuWrSet", "Writes settings and special channels to the radio, if the model is its own."},
+      {"mnuWrMem", "Writes all 210 memory channels to the radio, if the model is its own."},
+      {"mnuBackUp", "Reads the whole radio into a file before each write."},
+      {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
+      {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},
+      {"mnuToolsService", "Raw blocks of the radio's memory."}};
+  return hints;
+}
+
 const char* MenuCaption(CommandMenu menu) {
   switch (menu) {
     case CommandMenu::kFile: return "&File";

@@ -29,6 +29,13 @@ struct CommandRow {
   static std::span<const CommandRow> All();
 };
 
+// What is surprising about a command, for the status bar while its entry is highlighted.
+struct CommandHint {
+  const char* name;
+  const char* text;
+};
+std::span<const CommandHint> CommandHints();
+
 const char* MenuCaption(CommandMenu menu);
 
 }  // namespace q40

@@ -234,14 +234,26 @@ void dlgModify::AddFrameKeys() {
   const struct {
     Field field;
     const char* key;
-  } keys[] = {{Field::kStep, "Alt+S"},     {Field::kTone, "Alt+T"}, {Field::kShift, "Alt+H"},
-              {Field::kPower, "Alt+P"},    {Field::kAtt, "Alt+A"},  {Field::kBatterySave, "Alt+B"},
-              {Field::kBandwidth, "Alt+W"}};
+    const char* hint;
+  } keys[] = {
+      {Field::kStep, "Alt+S",
+       "A memory channel keeps 5 and 12.5 kHz: 25 kHz is read back as 12.5 kHz, others as 5 "
+       "kHz."},
+      {Field::kTone, "Alt+T", ""},
+      {Field::kShift, "Alt+H",
+       "A memory channel does not keep Split. Of an offset of 10 MHz or more the tens are "
+       "lost."},
+      {Field::kPower, "Alt+P", ""},
+      {Field::kAtt, "Alt+A", ""},
+      {Field::kBatterySave, "Alt+B", ""},
+      {Field::kBandwidth, "Alt+W", ""}};
   for (const auto& row : keys) {
     const auto group = std::find_if(groups_.begin(), groups_.end(),
                                     [&](const Group& g) { return g.field == row.field; });
     const QKeySequence key(QLatin1String(row.key));
-    group->frame->setToolTip(key.toString(QKeySequence::NativeText));
+    QStringList tip = {QString::fromUtf8(row.hint), key.toString(QKeySequence::NativeText)};
+    tip.removeAll(QString());
+    group->frame->setToolTip(tip.join(QLatin1Char('\n')));
     QButtonGroup* buttons = group->buttons;
     connect(new QShortcut(key, group->frame), &QShortcut::activated, this, [buttons] {
       QAbstractButton* checked = buttons->checkedButton();
