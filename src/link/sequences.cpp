@@ -160,7 +160,7 @@ bool Sequences::ReadUnit(Address address, std::string& digits) {
 bool Sequences::WriteUnit(Address address, std::string_view digits) {
   NextUnit(UnitName(address));
   const std::string reply = link_.TxCommand(WriteCommand(address, digits));
-  if (reply != kStopped) report_.in_flight = address;
+  if (link_.WasSent()) report_.in_flight = address;
   if (reply.size() != kWriteReply || !reply.ends_with(kAcknowledged)) {
     return FailReply(reply, "the radio does not acknowledge the write");
   }
