@@ -7,6 +7,7 @@
 # programs run with this machine's libraries; the last line says which of the two it was.
 # "packaging/check.sh folder" takes the second way at once.
 source "$(dirname "$0")/../tools/setup.sh"
+source packaging/desktop.sh
 
 work=$PWD/build/package-check
 root=$work/root  # the fresh system
@@ -266,6 +267,7 @@ try_in_root() {
   install_in_root rxq40 rxq40ctl
   try_window
   try_file_type
+  if in_root sh -c '[ -c /dev/pts/ptmx ]'; then try_desktop; fi
   apt_in_root purge rxq40 rxq40ctl
   inventory "$root" "$work/after"
   compare_inventories
@@ -292,7 +294,7 @@ try_in_folder() {
   echo "Tried UNPACKED INTO A FOLDER with this machine's libraries; not installed in a fresh system."
 }
 
-install_missing "${build_packages[@]}" "${package_packages[@]}"
+install_missing "${build_packages[@]}" "${package_packages[@]}" xvfb xdotool
 trap clean_up EXIT
 mkdir -p "$work"
 clean_up
