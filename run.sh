@@ -1,10 +1,20 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and shows the program at work with a simulated radio.
+# Installs what is missing, builds, and opens the window with a simulated radio. Without a display, or
+# with --headless, shows the command line at work instead. Other arguments go to the window.
 source "$(dirname "$0")/tools/setup.sh"
 install_missing "${build_packages[@]}"
 build_testing=OFF build release
 
 bin=$PWD/build/release/bin
+if [ "${1:-}" != --headless ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  install_missing "${window_packages[@]}"
+  aborted=134  # what the toolkit does when it cannot reach the display
+  code=0
+  "$bin/rxq40" --simulate "$@" || code=$?
+  [ "$code" -eq "$aborted" ] || exit "$code"
+  echo "The display cannot be reached; here is the command line instead."
+fi
+
 folder=$(mktemp -d "${TMPDIR:-/tmp}/rxq40-demo-XXXXXX")
 port=$folder/radio
 

@@ -10,9 +10,11 @@
 #include <new>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include "files/clone_file.h"
+#include "files/whole_file.h"
 #include "image/defaults.h"
 #include "support/process.h"
 
@@ -59,6 +61,11 @@ constexpr WireTime kReadAll = {2 * (kIdentifyBytes + kEndBytes) + (17 + 210) * k
 constexpr WireTime kWriteAll = {
     2 * (kAnnounceBytes + kIdentifyBytes + kEndBytes) + (17 + 210) * kWriteBytes,
     1 + 18 + 1 + 210 + 2};
+
+// The identification, what was written, End; a pause before every unit and around End.
+constexpr WireTime kVerify = {kIdentifyBytes + kEndBytes + (17 + 210) * kReadBytes, 17 + 210 + 2};
+
+double Seconds(const WireTime& a, const WireTime& b) { return a.Seconds() + b.Seconds(); }
 
 // ---- measuring
 
@@ -122,6 +129,20 @@ void Paced(const Folder& folder, const std::string& verb, const WireTime& wire) 
       Number("%.2f %%", 100 * result.cpu_seconds / result.seconds), verb == "read" ? "2 %" : "");
 }
 
+// What a write with a net costs: the wire's time for it, and the program's over that.
+void PacedNet(const Folder& folder, const std::string& option, const WireTime& more) {
+  SimulatorProcess radio({"--pace", "9600", "--load", folder / "full.Q40"});
+  std::vector<std::string> command = {Program("rxq40ctl"), "write", "-p", radio.device(),
+                                      folder / "full.Q40", option};
+  if (option == "--backup") command.push_back(folder / "backup.Q40");
+  const ProcessResult result = Must(test::Run(command, {.limit = std::chrono::minutes(2)}));
+  const double wire = Seconds(kWriteAll, more);
+  Row("Write All " + option + ", the wire's time over that of Write All",
+      Number("%.2f", wire / kWriteAll.Seconds()), "");
+  Row("Write All " + option + ", time over the wire's " + Number("%.2f s", wire),
+      Number("%.4f", result.seconds / wire), "");
+}
+
 void Unpaced(const Folder& folder) {
   SimulatorProcess radio({"--load", folder / "full.Q40"});
   const double seconds = MedianOf(15, [&] {
@@ -148,7 +169,14 @@ void Codec(const Folder& folder) {
     if (failed || !text) std::exit(1);
     return std::chrono::duration<double>(end - start).count();
   });
+  const double read = MedianOf(kTimes, [&] {
+    const auto start = std::chrono::steady_clock::now();
+    std::string text;
+    if (ReadFile(folder / "full.Q40", kLongestCloneFile, text)) std::exit(1);
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  });
   Row("Open a clone file, decode all, encode all", Number("%.0f us", 1e6 * open), "1000 us");
+  Row("of it over reading the file's bytes", Number("%.1f", open / read), "");
   Row("of it allocations (4,200 cells)", std::to_string(allocated), "");
   const double save = MedianOf(50, [&] {
     const auto start = std::chrono::steady_clock::now();
@@ -156,6 +184,17 @@ void Codec(const Folder& folder) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   });
   Row("Save a clone file, pushed to the disk", Number("%.1f ms", 1000 * save), "");
+  const double plain = MedianOf(50, [&] {
+    const auto start = std::chrono::steady_clock::now();
+    std::FILE* file = std::fopen((folder / "plain").c_str(), "wb");
+    const auto text = CloneFileText(document, document.model);
+    if (file == nullptr || !text || std::fwrite(text->data(), 1, text->size(), file) == 0 ||
+        std::fflush(file) != 0 || fsync(fileno(file)) != 0 || std::fclose(file) != 0) {
+      std::exit(1);
+    }
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  });
+  Row("of it over encoding, writing and pushing a plain file", Number("%.2f", save / plain), "");
 }
 
 void Check(const Folder& folder) {
@@ -257,5 +296,7 @@ int main() {
   q40::Unpaced(folder);
   q40::Paced(folder, "read", q40::kReadAll);
   q40::Paced(folder, "write", q40::kWriteAll);
+  q40::PacedNet(folder, "--backup", q40::kReadAll);
+  q40::PacedNet(folder, "--verify", q40::kVerify);
   return 0;
 }

@@ -6,6 +6,7 @@ namespace q40 {
 enum ExitCode : int {
   kExitDone = 0,
   kExitDifferent = 1,           // diff found differences
+  kExitFindings = 1,            // lint found something
   kExitUsage = 2,               // the command line is wrong
   kExitPortError = 3,           // "COM Port Error"
   kExitCommunicationError = 4,  // "Communication Error"
@@ -19,10 +20,10 @@ enum ExitCode : int {
 
 inline constexpr const char* kExitCodeHelp =
     "Exit codes:\n"
-    "  0  done                      5    Model is not correct\n"
-    "  1  diff found differences    6    Data Error: a file is wrong or unreadable\n"
-    "  2  wrong usage               7    a file could not be written\n"
-    "  3  COM Port Error            8    the radio did not keep what was written\n"
-    "  4  Communication Error       70   internal error; 130 interrupted\n";
+    "  0  done                            5    Model is not correct\n"
+    "  1  diff or lint found something    6    Data Error: a file is wrong or unreadable\n"
+    "  2  wrong usage                     7    a file could not be written\n"
+    "  3  COM Port Error                  8    the radio did not keep what was written\n"
+    "  4  Communication Error             70   internal error; 130 interrupted\n";
 
 }  // namespace q40

@@ -4,97 +4,13 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "cli/commands.h"
-#include "files/clone_file.h"
 #include "image/defaults.h"
-#include "sim/simulated_port.h"
-#include "support/fake_link.h"
-#include "support/random_document.h"
-#include "support/temp_folder.h"
+#include "support/ctl_fixture.h"
 
 namespace q40 {
 namespace {
 
-struct SimulatedLine final : RadioLine {
-  SimulatedLine(SimulatedRadio& radio, test::FakeTime& time)
-      : time_(time),
-        port_(
-            radio, [&time] { return time.clock.now; },
-            [this](test::TimePoint at) { wake_ = std::min(wake_.value_or(at), at); }) {
-    time.pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
-  }
-  Port& port() override { return port_; }
-  LinkTimers timers() override { return time_.Timers(); }
-  EventPump& pump() override { return time_.pump; }
-
-  test::FakeTime& time_;
-  std::optional<test::TimePoint> wake_;
-  SimulatedPort port_;
-};
-
-// rxq40ctl with a radio at every port.
-class Ctl : public testing::Test {
- protected:
-  struct Result {
-    int code = -1;
-    std::string out;
-    std::string err;
-    long ms = 0;
-  };
-
-  Ctl() { Radio({}); }
-
-  void Radio(const std::vector<std::string>& faults, int model = 0) {
-    SimulatedRadio::Options options;
-    options.model = model;
-    for (const std::string& text : faults) {
-      std::string why;
-      options.faults.push_back(ParseFault(text, why).value());
-    }
-    radio_.emplace(std::move(options));
-    CloneDocument document = test::RandomDocument(21);
-    StoreDocument(document, radio_->memory());
-  }
-
-  Result Run(std::vector<std::string> words) {
-    char* out = nullptr;
-    char* err = nullptr;
-    std::size_t out_size = 0;
-    std::size_t err_size = 0;
-    std::FILE* out_file = open_memstream(&out, &out_size);
-    std::FILE* err_file = open_memstream(&err, &err_size);
-    Result result;
-    const long start = time_.clock.Ms();
-    {
-      CommandContext context{.console = Console(out_file, err_file),
-                             .line_to = [&](const std::string& device) {
-                               device_ = device;
-                               return std::make_unique<SimulatedLine>(*radio_, time_);
-                             }};
-      std::vector<const char*> argv = {"rxq40ctl"};
-      for (const std::string& word : words) argv.push_back(word.c_str());
-      result.code = RunCommandLine(static_cast<int>(argv.size()), argv.data(), context);
-    }
-    std::fclose(out_file);
-    std::fclose(err_file);
-    result.out.assign(out, out_size);
-    result.err.assign(err, err_size);
-    result.ms = time_.clock.Ms() - start;
-    std::free(out);
-    std::free(err);
-    return result;
-  }
-
-  std::string Save(const std::string& name, CloneDocument document) {
-    EXPECT_FALSE(SaveCloneFile(folder_ / name, document, document.model));
-    return folder_ / name;
-  }
-
-  test::TempFolder folder_;
-  test::FakeTime time_;
-  std::optional<SimulatedRadio> radio_;
-  std::string device_;
-};
+using test::Ctl;
 
 TEST_F(Ctl, IdentifyReadDiffWrite) {
   EXPECT_EQ(Run({"identify", "-p", "3"}).out, "RX-Q40T version 0\n");
@@ -363,6 +279,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
       {"read", "-p", "1", "--only", "half", "x.Q40"},
       {"new", "--model", "RX-1", "x.Q40"},
       {"diff", "one.Q40"},
+      {"lint"},
       {"show", "a", "b"},
       {"dump", "-p", "1", "--count", "0"}};
   for (const auto& line : lines) {
@@ -372,7 +289,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
   }
   EXPECT_EQ(Run({"--help"}).code, 0);
   for (const char* command : {"ports", "identify", "read", "write", "new", "check", "show", "diff",
-                              "export", "import", "dump"}) {
+                              "lint", "export", "import", "dump"}) {
     EXPECT_NE(Run({command, "--help"}).out.find("xample"), std::string::npos) << command;
   }
 }
@@ -429,6 +346,42 @@ TEST_F(Ctl, DiffNamesWhatNoControlShows) {
   EXPECT_EQ(diff.code, kExitDifferent);
   EXPECT_NE(diff.out.find("byte 0x0023"), std::string::npos) << diff.out;
   EXPECT_NE(diff.out.find("Memory 9: stored data"), std::string::npos);
+}
+
+TEST_F(Ctl, Lint) {
+  const std::string fresh = Save("fresh.Q40", FreshDocument());
+  const Result clean = Run({"lint", fresh});
+  EXPECT_EQ(clean.code, 0) << clean.out;
+  EXPECT_EQ(clean.out, "");
+  EXPECT_EQ(clean.err, "no findings\n");
+  EXPECT_EQ(Run({"lint", "--json", fresh}).out, "[]\n");
+
+  // What a file still tells: two channels of one frequency, the second with a ")" in its code.
+  const std::string rest = ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,";
+  test::Store(folder_ / "two.csv",
+              "RX-Q40,MEMORY,7" + rest + "ONE,Off\nRX-Q40,MEMORY,D1" + rest + "A1,Off\n");
+  ASSERT_EQ(Run({"import", fresh, folder_ / "two.csv"}).code, 0);
+  std::string text = test::Content(fresh);
+  text.replace(34 * (36 + 2 * 201) + 2, 2, "5D");
+  test::Store(fresh, text);
+  const Result lint = Run({"lint", fresh});
+  EXPECT_EQ(lint.code, kExitFindings);
+  EXPECT_EQ(lint.out,
+            "channel D1, Frequency: 145.0000 MHz is also the frequency of channel 7; the radio "
+            "keeps both.\n"
+            "channel D1, Name: \"A)\" is read back as \"A(\": \")\" becomes \"(\".\n");
+  EXPECT_EQ(lint.err, "");
+  const auto json = nlohmann::json::parse(Run({"lint", "--json", fresh}).out);
+  ASSERT_EQ(json.size(), 2U);
+  EXPECT_EQ(json[1]["place"], "channel D1");
+  EXPECT_EQ(json[1]["field"], "Name");
+  EXPECT_EQ(json[1]["kind"], "name-lost");
+  EXPECT_EQ(json[1]["severity"], "loss");
+  EXPECT_EQ(test::Content(fresh), text);
+
+  test::Store(folder_ / "bad.Q40", text.substr(0, 1000));
+  EXPECT_EQ(Run({"lint", folder_ / "bad.Q40"}).code, kExitDataError);
+  EXPECT_EQ(Run({"lint", folder_ / "missing.Q40"}).code, kExitDataError);
 }
 
 TEST_F(Ctl, ExportAndImport) {

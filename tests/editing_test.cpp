@@ -81,6 +81,7 @@ TEST(EditRules, KeysInTheOrderOfTheRule) {
   EXPECT_EQ(frequency, "\b0123456789");
   EXPECT_EQ(name, "\b #$()*+-/0123456789=ABCD\\_ABCDEFGHIJKLMNOPQRSTUVWXYZ");
   EXPECT_EQ(dial, "\b#*0123456789ABCDABCD");
+  EXPECT_EQ(DialCharacters("12-3\b a*E#\n"), "123A*#");
   EXPECT_EQ(DialogCaption(198), "CH198");
   EXPECT_EQ(DialogCaption(199), "CHD-1");
   EXPECT_EQ(DialogCaption(209), "CHD9");

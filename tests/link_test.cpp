@@ -80,8 +80,10 @@ TEST(TxCommand, NothingIsSentOnALineThatIsAlreadyLost) {
   t.port.reply = [](const std::string&) { return test::ScriptedPort::Reply{{kEcho + kAnswer}}; };
   t.link.OpenPort();
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
+  EXPECT_TRUE(t.link.WasSent());
   t.port.dies_at_read = true;
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00");
+  EXPECT_FALSE(t.link.WasSent());
   EXPECT_EQ(t.port.sent.size(), 1U);
 }
 
@@ -306,6 +308,18 @@ TEST(ComPorts, NumbersPathsAndOverrides) {
   EXPECT_EQ(DeviceOf("1"), "/dev/ttyUSB0");
   unsetenv("RXQ40_COM1");
   EXPECT_EQ(DeviceOf("/dev/pts/3"), "/dev/pts/3");
+  setenv("RXQ40_COM2", "/dev/null", 1);  // there, and no serial adapter
+  setenv("RXQ40_COM3", "/dev", 1);
+  const auto states = ComPortStates({{"/dev/ttyUSB0", "an adapter"}, {"/dev/ttyS3", ""}});
+  unsetenv("RXQ40_COM2");
+  unsetenv("RXQ40_COM3");
+  ASSERT_EQ(states.size(), 14U);
+  EXPECT_TRUE(states[0].present && states[1].present && states[13].present);
+  EXPECT_FALSE(states[2].present);   // a folder
+  EXPECT_FALSE(states[12].present);  // a board has this node without a chip behind it
+  EXPECT_EQ(states[0].number, 1);
+  EXPECT_EQ(states[0].description, "an adapter");
+  EXPECT_EQ(states[1].device, "/dev/null");
   for (const char* bad : {"", "0", "15", "01", "99999999999999999999"})
     EXPECT_FALSE(DeviceOf(bad)) << bad;
 }

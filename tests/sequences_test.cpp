@@ -266,6 +266,17 @@ TEST(ReadAll, AsksOnceAndStopsAfterAFailedFirstHalf) {
   EXPECT_EQ(other.host.ends.size(), 1U);
 }
 
+TEST(ReadAll, AFailedFirstHalfLeavesTheChannelsUnsavedUnlessTheModelChanged) {
+  for (const bool other_model : {false, true}) {
+    Radio radio;
+    radio.document.MemoryChanged = true;  // the answer was to save nothing
+    radio.identity = other_model ? "RXQ40x1Ax" : "RXQ40x0Ax";
+    radio.answers["0020"] = "";
+    EXPECT_EQ(radio.sequences.ReadAll().outcome, Outcome::kCommunicationError);
+    EXPECT_EQ(radio.document.MemoryChanged, !other_model);
+  }
+}
+
 // A failure in the middle: what stays, and that nothing is sent behind it.
 TEST(ReadMemory, AShortReplyStopsAtItsChannel) {
   Radio radio;
@@ -459,6 +470,7 @@ TEST(Sequences, ALineThatDropsInAPauseIsNotTakenUpAgain) {
   };
   const SequenceReport report = radio.sequences.WriteAll();
   EXPECT_EQ(report.outcome, Outcome::kPortError);
+  EXPECT_FALSE(report.in_flight);  // never sent
   EXPECT_EQ(report.acknowledged.size(), 4U);
   EXPECT_FALSE(radio.port.IsOpen());
   EXPECT_EQ(radio.sequences.WriteSettings().outcome,

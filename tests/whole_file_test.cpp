@@ -194,6 +194,26 @@ TEST(PortNumberFile, TextsAndPlaces) {
   EXPECT_FALSE(std::filesystem::exists(folder / "user/RX-Q40.ini"));
 }
 
+// Not even where the program's folder could be written, as root can.
+TEST(PortNumberFile, AnInstalledProgramKeepsTheUsersNumberApart) {
+  test::TempFolder prefix;
+  std::filesystem::create_directories(prefix / "bin");
+  std::filesystem::create_directories(prefix / "share/applications");
+  test::Store(prefix / "share/applications/rxq40.desktop", "");
+  const PortNumberFile mine(prefix / "bin", prefix / "me");
+  const PortNumberFile yours(prefix / "bin", prefix / "you");
+  mine.Write(9);
+  EXPECT_FALSE(std::filesystem::exists(prefix / "bin/RX-Q40.ini"));
+  EXPECT_EQ(mine.Read(), 9);
+  EXPECT_EQ(yours.Read(), 1);
+  // One that was put there for everybody is read until a user has an own one.
+  test::Store(prefix / "bin/RX-Q40.ini", "5\r\n");
+  EXPECT_EQ(yours.Read(), 5);
+  yours.Write(6);
+  EXPECT_EQ(yours.Read(), 6);
+  EXPECT_EQ(mine.Read(), 9);
+}
+
 TEST(StandardStreams, ClosedOnesAreOpenedOnTheNullDevice) {
   struct stat null {};
   ASSERT_EQ(stat("/dev/null", &null), 0);

@@ -33,7 +33,7 @@ profile core "${core_tests[@]}"
 profile port programs_test
 
 # The objects of the core too: they hold what no program linked.
-mapfile -t objects < <(find $folder/src/{app/tables,image,files,link,sim} -name '*.o'
+mapfile -t objects < <(find $folder/src/{app/tables,image,files,checkup,link,sim} -name '*.o'
                        find $folder/tests $folder/bin -type f \( -name '*_test' -o -name 'rxq40*' \))
 for name in core port; do
   # It warns of functions that one object declares and another one defines.

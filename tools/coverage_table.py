@@ -3,9 +3,11 @@ import json
 import os
 import sys
 
-FOLDERS = ["src/app/tables", "src/image", "src/files", "src/link", "src/sim"]
+FOLDERS = ["src/app/tables", "src/image", "src/files", "src/checkup", "src/link",
+           "src/sim"]
 PORT = "src/link/serial_port.cpp"
-PROGRAMS = ["src/sim/rxq40sim.cpp", "src/sim/pty_server.cpp", "src/sim/pty_server.h"]
+PROGRAMS = ["src/sim/rxq40sim.cpp", "src/sim/pty_server.cpp", "src/sim/pty_server.h",
+            "src/sim/sim_command_line.cpp", "src/sim/sim_command_line.h"]
 AIMS = {"src/image": (100, 95), "src/files": (100, 95), "src/link": (100, 95)}
 # Lines that cannot run, by file.
 EXPLAINED = {

@@ -3,7 +3,10 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev libcli11-dev nlohmann-json3-dev)
+window_packages=(qt6-wayland fonts-dejavu-core)  # what the window needs on a bare desktop
 test_packages=(libgtest-dev xvfb xdotool)
+package_packages=(appstream bsdextrautils debootstrap desktop-file-utils dpkg-dev fakeroot file libxml2-utils
+                  lintian man-db shared-mime-info udev util-linux zsh)
 
 # install_missing PACKAGE...: with apt, through sudo unless we are root.
 install_missing() {

@@ -67,6 +67,15 @@ void ComPort::SetNumber(int number) {
   if (serial_) serial_->SetDevice(ComDevice(number));
 }
 
+std::vector<ComPortState> ComPort::States() const {
+  if (serial_) return ComPortStates(PresentPorts());
+  std::vector<ComPortState> states;
+  for (int number = 1; number <= kComPortCount; ++number) {
+    states.push_back({number, device().toStdString(), true, {}});
+  }
+  return states;
+}
+
 QString ComPort::device() const {
   return serial_ ? QString::fromStdString(serial_->device()) : tr("simulated radio");
 }

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "link/com_ports.h"
 #include "link/port.h"
 
 namespace q40 {
@@ -29,6 +30,8 @@ class ComPort : public QObject {
   void SetNumber(int number);
 
   [[nodiscard]] Port& port() { return *port_; }
+  // What is behind each of the numbers.
+  [[nodiscard]] std::vector<ComPortState> States() const;
   // "/dev/ttyUSB0", or what stands in for it.
   [[nodiscard]] QString device() const;
 

@@ -87,6 +87,7 @@ void frmAbout::ShowSystemInfo() {
   dialog.setWindowTitle(tr("System Info"));
   auto* text = new QPlainTextEdit(SystemInfo(port_), &dialog);
   text->setObjectName(QStringLiteral("txtSystemInfo"));
+  text->setAccessibleName(tr("System Info"));
   text->setReadOnly(true);
   text->setMinimumSize(text->fontMetrics().averageCharWidth() * 60,
                        text->fontMetrics().lineSpacing() * 10);

@@ -107,6 +107,9 @@ void frmMain::FinishStartUp() {
 void frmMain::SetBusy(Busy busy) {
   busy_ = busy;
   guard_->SetActive(busy != Busy::kNo);
+  // The pages' own shortcuts and mnemonics pass no filter.
+  memory_->SetLocked(busy != Busy::kNo);
+  special_->SetLocked(busy != Busy::kNo);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -126,12 +129,18 @@ void frmMain::closeEvent(QCloseEvent* event) {
 // ---- commands
 
 void frmMain::Run(Command command) {
-  if (busy_ == Busy::kTalking) return Note(tr("Please wait until the radio is done."));
-  if (busy_ == Busy::kStarting) return;
-  (this->*command)();
+  if (MayRun()) (this->*command)();
 }
 
+// Says so when the radio is in the way.
+bool frmMain::MayRun() {
+  if (busy_ == Busy::kTalking) Note(tr("Please wait until the radio is done."));
+  return busy_ == Busy::kNo;
+}
+
+// Shows the page of a tab, also when it is the current one and the service page lies over it.
 void frmMain::SwitchTab(int tab) {
+  tabs_->setCurrentIndex(tab);
   frames_[3]->hide();
   for (int i = 0; i < tabs_->count(); ++i)
     frames_[static_cast<std::size_t>(i)]->setEnabled(i == tab);
@@ -139,12 +148,24 @@ void frmMain::SwitchTab(int tab) {
 }
 
 void frmMain::ShowService() {
-  QFrame* frame = frames_[3];
+  for (const std::size_t page : {0U, 1U, 2U}) frames_[page]->setEnabled(false);
+  edit_channel_->setEnabled(false);
+  PlaceService();
+  frames_[3]->show();
+  frames_[3]->raise();
+  service_->setFocus();
+}
+
+// Over the current page, which keeps its size.
+void frmMain::PlaceService() {
   const QWidget* page = tabs_->currentWidget();
-  frame->setGeometry(QRect(page->mapTo(tabs_, QPoint(0, 0)), page->size()));
-  frame->show();
-  frame->raise();
-  frame->setFocus();
+  frames_[3]->setGeometry(QRect(page->mapTo(tabs_, QPoint(0, 0)), page->size()));
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  // After the layout has given the pages their new size.
+  QTimer::singleShot(0, this, &frmMain::PlaceService);
 }
 
 void frmMain::ToggleToolBar(bool visible) {
@@ -159,7 +180,8 @@ void frmMain::EditCurrent() {
 }
 
 void frmMain::ChoosePort() {
-  dlgCOM dialog(port_->number(), this);
+  dlgCOM dialog(
+      port_->number(), [this] { return port_->States(); }, this);
   if (dialog.exec() == QDialog::Accepted) port_->SetNumber(dialog.Number());
   ShowStatus();
 }
@@ -189,7 +211,11 @@ void frmMain::ShowStatus() {
   file_label_->setText(HasChanges() ? tr("Changed") : tr("Not changed"));
 }
 
-void frmMain::Note(const QString& text) { statusBar()->showMessage(text, kNoteMs); }
+void frmMain::Note(const QString& text) {
+  constexpr std::chrono::milliseconds kReadingTime{2000};
+  statusBar()->showMessage(text, kNoteMs);
+  note_stays_.setRemainingTime(kReadingTime);
+}
 
 void frmMain::NoteFailure(const QString& text) { statusBar()->showMessage(text, kFailureNoteMs); }
 
@@ -219,6 +245,7 @@ void frmMain::ShowDocument() {
   ShowDialTexts();
   memory_->RedrawAll();
   ShowStatus();
+  CheckNewData();
 }
 
 void frmMain::ShowDialTexts() {

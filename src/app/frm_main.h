@@ -7,6 +7,7 @@
 #include <chrono>
 #include <string>
 
+#include <QDeadlineTimer>
 #include <QMainWindow>
 
 #include "app/com_port.h"
@@ -23,6 +24,8 @@ class QTabWidget;
 
 namespace q40 {
 
+class ChannelGrid;
+class CheckUpWindow;
 class dlgCOM;
 class dlgModify;
 class HelpWindow;
@@ -34,6 +37,7 @@ class SettingsPage1;
 class SettingsPage2;
 class SpecialChannels;
 struct CommandRow;
+struct Place;
 
 struct MainOptions {
   ComPort::Simulation simulation;
@@ -64,6 +68,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
@@ -80,11 +85,13 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void MakeToolBar();
   QAction* AddCommand(QMenu& menu, const CommandRow& row);
   void Run(Command command);
+  [[nodiscard]] bool MayRun();
   void RunToolBarKey(const QString& key);
   void FinishStartUp();
   void SetBusy(Busy busy);
   void SwitchTab(int tab);
   void ShowService();
+  void PlaceService();
   void ToggleToolBar(bool visible);
   void ToggleStatusBar(bool visible);
   void ShowStatus();
@@ -112,6 +119,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void Open();
   void OpenCloneFile(const std::string& path);
   void OpenAfterQuestion(const std::string& path);
+  void FillRecentFiles(QMenu& menu);
   void SaveCommand();
   void SaveAs();
   void Import();
@@ -141,14 +149,16 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void WriteFromMenu(Half half);
   WriteNet Net(std::string& backup);
   void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
-  void TalkFromMenu(SequenceReport (Sequences::*sequence)());
-  void ShowSettingsTab();
+  void TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence first);
+  void ShowPageOf(Sequence sequence);
   void ComEnd1();
   void ComEnd2();
   void ComEnd3();
   void SetCloneButtonsEnabled(bool enabled);
   void ServiceRead(const QString& digits);
   void ServiceDump();
+  void BeginService();
+  void EndService();
   bool SelectModel(int model) override;
   void Begin(Sequence sequence) override;
   void ShowProgress(const SequenceProgress& progress) override;
@@ -157,6 +167,15 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void ShowDialText(int index) override;
   void ShowMemoryChannel(int n) override;
   void End(const SequenceReport& report) override;
+
+  // ---- check-up (frm_main_checkup.cpp)
+  void ShowCheckUp();
+  void CheckAgain();
+  void CheckNewData();
+  void GoTo(const Place& place);
+  void GoToRow(int tab, ChannelGrid& grid, int row);
+  void GoToControl(const QString& name);
+  void ScrollTo(QWidget& control);
 
   // ---- other windows
   void ChoosePort();
@@ -177,7 +196,8 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   Sequences sequences_;
   Busy busy_ = Busy::kNo;
   InputGuard* guard_ = nullptr;
-  bool follow_pages_ = false;  // a menu entry brings the pages to the front
+  QDeadlineTimer note_stays_{0};  // progress does not take the place of a fresh note
+  bool follow_pages_ = false;     // a menu entry brings the pages to the front
 
   QTabWidget* tabs_ = nullptr;
   std::array<QFrame*, 4> frames_{};
@@ -189,6 +209,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   dlgModify* modify_ = nullptr;
   HelpWindow* help_ = nullptr;
   ReportWindow* report_ = nullptr;
+  CheckUpWindow* checkup_ = nullptr;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;

@@ -1,12 +1,16 @@
 // The window's file commands.
 #include <filesystem>
 
+#include <QAction>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QStatusBar>
 
 #include "app/frm_main.h"
+#include "app/user_options.h"
 #include "editor/memory_page.h"
 #include "editor/message_box.h"
 #include "files/channel_csv.h"
@@ -33,7 +37,9 @@ void frmMain::SetPath(const std::string& path) {
   path_ = path;
   std::string title(kWindowTitle);
   if (!path.empty()) title += " - " + FileName(path);
-  setWindowTitle(QString::fromStdString(title));
+  // "[*]" in a title is a mark of the toolkit's own.
+  setWindowTitle(
+      QString::fromStdString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
   ShowStatus();
 }
 
@@ -118,6 +124,7 @@ void frmMain::OpenCloneFile(const std::string& path) {
   const OpenResult result = q40::OpenCloneFile(path, document_);
   if (!result.problem) {
     SetPath(path);
+    UserOptions::AddRecentFile(QString::fromStdString(path));
     if (result.odd_digit) Note(QString::fromStdString(result.odd_digit->Message()));
     return ShowDocument();
   }
@@ -128,6 +135,22 @@ void frmMain::OpenCloneFile(const std::string& path) {
   }
   ShowStatus();
   DataError(*result.problem);
+}
+
+// By name; the tool tip has the path.
+void frmMain::FillRecentFiles(QMenu& menu) {
+  menu.clear();
+  int number = 0;
+  for (const QString& path : UserOptions::RecentFiles()) {
+    QString name = QFileInfo(path).fileName();
+    name.replace(QLatin1Char('&'), QLatin1String("&&"));
+    QAction* action = menu.addAction(QStringLiteral("&%1 %2").arg(++number).arg(name));
+    action->setToolTip(QDir::toNativeSeparators(path));
+    connect(action, &QAction::triggered, this, [this, path] {
+      if (MayRun()) OpenAfterQuestion(path.toStdString());
+    });
+  }
+  if (number == 0) menu.addAction(tr("No files yet"))->setEnabled(false);
 }
 
 // ---- Save
@@ -154,6 +177,7 @@ bool frmMain::SaveTo(const std::string& path, int model) {
     return false;
   }
   SetPath(path);
+  UserOptions::AddRecentFile(QString::fromStdString(path));
   return true;
 }
 
@@ -194,6 +218,7 @@ void frmMain::Import() {
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
   SetPath({});
+  CheckNewData();
   Note(tr("%1 memory and %2 special channel records imported, %3 passed over.")
            .arg(report.memory_records)
            .arg(report.special_records)

@@ -30,6 +30,8 @@ QFrame* MakeFrame(int index, QWidget* page) {
   frame->setObjectName(QStringLiteral("Frame1_%1").arg(index));
   auto* area = new QScrollArea(frame);
   area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setAccessibleName(QObject::tr("Page"));
   area->setWidgetResizable(true);
   area->setWidget(page);
   auto* layout = new QVBoxLayout(frame);
@@ -52,6 +54,7 @@ constexpr ToolBarButton kToolBarButtons[] = {{"New", QStyle::SP_FileIcon},
 void frmMain::MakePages() {
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName(QStringLiteral("TabStrip1"));
+  tabs_->setAccessibleName(tr("Pages"));
   special_ = new SpecialChannels(document_, nullptr);
   settings1_ = new SettingsPage1(special_, nullptr);
   settings2_ = new SettingsPage2(nullptr);
@@ -82,7 +85,7 @@ void frmMain::ConnectPages() {
   };
   connect(tabs_, &QTabWidget::currentChanged, this, &frmMain::SwitchTab);
   connect(tabs_, &QTabWidget::tabBarClicked, this, [this](int tab) {
-    if (tab >= 0) frames_[3]->hide();
+    if (tab >= 0) SwitchTab(tab);
   });
   for (SettingsPage* page :
        {static_cast<SettingsPage*>(settings1_), static_cast<SettingsPage*>(settings2_)}) {
@@ -133,9 +136,17 @@ void frmMain::MakeMenus() {
     if (menu == nullptr) menu = menuBar()->addMenu(QString::fromUtf8(MenuCaption(row.menu)));
     if (row.name == nullptr) {
       menu->addSeparator();
+    } else if (row.name == std::string_view(kRecentFilesEntry)) {
+      QMenu* recent = menu->addMenu(QString::fromUtf8(row.caption));
+      recent->setObjectName(QLatin1String(row.name));
+      recent->setToolTipsVisible(true);
+      connect(recent, &QMenu::aboutToShow, this, [this, recent] { FillRecentFiles(*recent); });
     } else {
       AddCommand(*menu, row);
     }
+  }
+  for (const CommandHint& hint : CommandHints()) {
+    findChild<QAction*>(QLatin1String(hint.name))->setStatusTip(QString::fromUtf8(hint.text));
   }
   edit_channel_ = findChild<QAction*>(QStringLiteral("mnuEditUndo"));
   // Without an action, and in no menu.

@@ -54,9 +54,11 @@ void frmMain::ReadSettings() { Talk(&Sequences::ReadSettings); }
 void frmMain::ReadMemory() { Talk(&Sequences::ReadMemory); }
 void frmMain::WriteSettings() { Write(Half::kSettings); }
 void frmMain::WriteMemory() { Write(Half::kMemory); }
-void frmMain::MenuReadSettings() { TalkFromMenu(&Sequences::ReadSettings); }
-void frmMain::MenuReadMemory() { TalkFromMenu(&Sequences::ReadMemory); }
-void frmMain::MenuReadAll() { TalkFromMenu(&Sequences::ReadAll); }
+void frmMain::MenuReadSettings() {
+  TalkFromMenu(&Sequences::ReadSettings, Sequence::kReadSettings);
+}
+void frmMain::MenuReadMemory() { TalkFromMenu(&Sequences::ReadMemory, Sequence::kReadMemory); }
+void frmMain::MenuReadAll() { TalkFromMenu(&Sequences::ReadAll, Sequence::kReadSettings); }
 void frmMain::MenuWriteSettings() { WriteFromMenu(Half::kSettings); }
 void frmMain::MenuWriteMemory() { WriteFromMenu(Half::kMemory); }
 void frmMain::MenuWriteAll() { WriteFromMenu(Half::kBoth); }
@@ -67,10 +69,12 @@ void frmMain::Talk(SequenceReport (Sequences::*sequence)()) {
   (sequences_.*sequence)();
   SetBusy(Busy::kNo);
   ShowStatus();
+  CheckNewData();
 }
 
-// A menu entry also brings the page that shows the data to the front.
-void frmMain::TalkFromMenu(SequenceReport (Sequences::*sequence)()) {
+// A menu entry first brings the page that shows the data to the front.
+void frmMain::TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence first) {
+  ShowPageOf(first);
   follow_pages_ = true;
   Talk(sequence);
   follow_pages_ = false;
@@ -90,6 +94,7 @@ void frmMain::Write(Half half) {
 }
 
 void frmMain::WriteFromMenu(Half half) {
+  ShowPageOf(half == Half::kMemory ? Sequence::kWriteMemory : Sequence::kWriteSettings);
   follow_pages_ = true;
   Write(half);
   follow_pages_ = false;
@@ -158,24 +163,21 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
   ShowWindow(*report_);
 }
 
-void frmMain::ShowSettingsTab() {
-  if (tabs_->currentIndex() == kMemoryTab) tabs_->setCurrentIndex(kSettings1Tab);
+void frmMain::ShowPageOf(Sequence sequence) {
+  const int current = tabs_->currentIndex();
+  if (MovesMemory(sequence)) {
+    SwitchTab(kMemoryTab);
+  } else {
+    SwitchTab(current == kMemoryTab ? kSettings1Tab : current);
+  }
 }
 
 // ---- what the sequences report
 
 void frmMain::Begin(Sequence sequence) {
   const bool shows_pages = sequence != Sequence::kBackUp && sequence != Sequence::kVerify;
-  if (follow_pages_ && shows_pages) {
-    if (MovesMemory(sequence)) {
-      tabs_->setCurrentIndex(kMemoryTab);
-    } else {
-      ShowSettingsTab();
-    }
-  }
+  if (follow_pages_ && shows_pages) ShowPageOf(sequence);
   SetCloneButtonsEnabled(false);
-  memory_->SetLocked(true);
-  special_->SetLocked(true);
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
   statusBar()->showMessage(Doing(sequence));
   if (sequence == Sequence::kWriteMemory) {
@@ -190,6 +192,7 @@ void frmMain::ShowProgress(const SequenceProgress& progress) {
     memory_->progress().show();
   }
   ShowStatus();
+  if (!note_stays_.hasExpired()) return;
   statusBar()->showMessage(tr("%1 (%2): %3, %4 of %5")
                                .arg(Doing(progress.sequence), model_label_->text(),
                                     QString::fromStdString(progress.where))
@@ -244,8 +247,6 @@ void frmMain::ComEnd2() {
 
 void frmMain::ComEnd3() {
   SetCloneButtonsEnabled(true);
-  memory_->SetLocked(false);
-  special_->SetLocked(false);
   memory_->progress().hide();
   memory_->progress().setValue(0);
 }
@@ -259,10 +260,21 @@ void frmMain::SetCloneButtonsEnabled(bool enabled) {
 
 // ---- service
 
+void frmMain::BeginService() {
+  SetCloneButtonsEnabled(false);
+  statusBar()->showMessage(tr("Reading raw blocks"));
+}
+
+void frmMain::EndService() {
+  SetCloneButtonsEnabled(true);
+  statusBar()->clearMessage();
+}
+
 void frmMain::ServiceRead(const QString& digits) {
   if (IsBusy()) return;
   SetBusy(Busy::kTalking);
   service_->SetReading(true);
+  BeginService();
   service_->ShowReply({});
   // The digits go out as they were typed, and whatever comes back is shown.
   link_.OpenPort();
@@ -270,6 +282,7 @@ void frmMain::ServiceRead(const QString& digits) {
     service_->ShowReply(QString::fromLatin1(reply.data(), static_cast<qsizetype>(reply.size())));
   });
   service_->SetReading(false);
+  EndService();
   SetBusy(Busy::kNo);
 }
 
@@ -278,6 +291,7 @@ void frmMain::ServiceDump() {
   constexpr std::size_t kShown = 34;  // 32 digits and the line end
   SetBusy(Busy::kTalking);
   service_->SetDumping(true);
+  BeginService();
   link_.OpenPort();
   for (int block = 0; block < kBlocks; ++block) {
     const std::string number = HexByteText(block);
@@ -287,6 +301,7 @@ void frmMain::ServiceDump() {
     service_->AppendReply(QString::fromStdString(std::string(number).append("\t").append(tail)));
   }
   service_->SetDumping(false);
+  EndService();
   SetBusy(Busy::kNo);
 }
 

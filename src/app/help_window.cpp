@@ -1,25 +1,144 @@
 #include "app/help_window.h"
 
-#include <QFile>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QScrollBar>
 #include <QShortcut>
-#include <QTextBrowser>
-#include <QVBoxLayout>
+#include <QSignalBlocker>
+#include <QTextBlock>
+
+// Outside of every namespace. The resources of a library are linked only when somebody asks for them.
+static void LoadDocuments() { Q_INIT_RESOURCE(app); }
 
 namespace q40 {
+namespace {
 
-HelpWindow::HelpWindow(QWidget* owner) : QWidget(owner, Qt::Window) {
+constexpr const char* kGuide = "qrc:/docs/guide.md";
+constexpr int kTextCharacters = 112;
+constexpr int kContentsCharacters = 34;
+constexpr int kLines = 44;
+constexpr int kDeepestListed = 3;  // level of a heading
+
+// The anchor that a heading gets on the pages of a code host, so that links work there and here.
+QString AnchorOf(const QString& heading) {
+  static const QRegularExpression dropped(QStringLiteral("[^\\w\\- ]"),
+                                          QRegularExpression::UseUnicodePropertiesOption);
+  QString anchor = heading.toLower();
+  anchor.remove(dropped);
+  return anchor.replace(QLatin1Char(' '), QLatin1Char('-'));
+}
+
+}  // namespace
+
+GuideBrowser::GuideBrowser(QWidget* parent) : QTextBrowser(parent) {
+  setOpenExternalLinks(true);
+  // Comes for links and for going back and forth.
+  connect(this, &QTextBrowser::sourceChanged, this, &GuideBrowser::Changed);
+}
+
+// A long table is laid out once, when it is complete, and not after each of its cells.
+void GuideBrowser::Load(const std::function<void()>& load) {
+  document()->setLayoutEnabled(false);
+  load();
+  document()->setLayoutEnabled(true);
+  if (source().hasFragment()) scrollToAnchor(source().fragment());
+}
+
+void GuideBrowser::doSetSource(const QUrl& target, QTextDocument::ResourceType /*type*/) {
+  const QUrl url = source().resolved(target);
+  const auto load = [&] { QTextBrowser::doSetSource(url, QTextDocument::MarkdownResource); };
+  if (url.path() == shown_) {
+    load();  // only scrolls
+  } else {
+    Load(load);
+  }
+}
+
+void GuideBrowser::Changed(const QUrl& url) {
+  if (shown_ == url.path()) return;  // a link inside the document does not load it again
+  shown_ = url.path();
+  CollectHeadings();
+  emit documentChanged();
+}
+
+// Qt gives the headings of a Markdown document no names to jump to.
+void GuideBrowser::CollectHeadings() {
+  headings_.clear();
+  // A text that was changed is loaded again at every link. The names are no such change.
+  const QSignalBlocker unnoticed(document());
+  QTextCursor cursor(document());
+  cursor.beginEditBlock();  // one layout, not one for each heading
+  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+    const int level = block.blockFormat().headingLevel();
+    if (level == 0) continue;
+    const Heading heading{level, block.text(), AnchorOf(block.text())};
+    QTextCharFormat name;
+    name.setAnchor(true);
+    name.setAnchorNames({heading.anchor});
+    cursor.setPosition(block.position());
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.mergeCharFormat(name);
+    headings_ << heading;
+  }
+  cursor.endEditBlock();
+}
+
+QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
+  if (type != QTextDocument::ImageResource) return QTextBrowser::loadResource(type, name);
+  QImage image(QLatin1Char(':') + source().resolved(name).path());
+  const double margins = 4 * document()->documentMargin();
+  const double widest = width() - verticalScrollBar()->sizeHint().width() - margins;
+  if (image.isNull() || image.width() <= widest) return image;
+  // On a fine screen the picture keeps its pixels.
+  const double scale = std::min(devicePixelRatioF(), image.width() / widest);
+  image = image.scaledToWidth(static_cast<int>(widest * scale), Qt::SmoothTransformation);
+  image.setDevicePixelRatio(scale);
+  return image;
+}
+
+HelpWindow::HelpWindow(QWidget* owner)
+    : QWidget(owner, Qt::Window),
+      browser_(new GuideBrowser(this)),
+      contents_(new QListWidget(this)) {
+  LoadDocuments();
   setObjectName(QStringLiteral("frmHelp"));
   setWindowTitle(tr("Help"));
-  auto* browser = new QTextBrowser(this);
-  browser->setObjectName(QStringLiteral("txtHelp"));
-  browser->setOpenExternalLinks(true);
-  QFile text(QStringLiteral(":/help.md"));
-  if (text.open(QIODevice::ReadOnly)) browser->setMarkdown(QString::fromUtf8(text.readAll()));
-  auto* layout = new QVBoxLayout(this);
+  browser_->setObjectName(QStringLiteral("txtHelp"));
+  browser_->setAccessibleName(tr("Help text"));
+  contents_->setObjectName(QStringLiteral("lstContents"));
+  contents_->setAccessibleName(tr("Contents"));
+  const int character = fontMetrics().averageCharWidth();
+  contents_->setFixedWidth(character * kContentsCharacters);
+  contents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(browser);
+  layout->setSpacing(0);
+  layout->addWidget(contents_);
+  layout->addWidget(browser_, 1);
+  resize(character * (kTextCharacters + kContentsCharacters), fontMetrics().lineSpacing() * kLines);
+  browser_->resize(character * kTextCharacters, height());  // to which the pictures are made to fit
+
+  connect(browser_, &GuideBrowser::documentChanged, this, &HelpWindow::FillContents);
+  connect(contents_, &QListWidget::currentRowChanged, [this](int row) {
+    if (row >= 0) {
+      browser_->scrollToAnchor(contents_->item(row)->data(Qt::UserRole).toString());
+    }
+  });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-  resize(fontMetrics().averageCharWidth() * 90, fontMetrics().lineSpacing() * 34);
+  browser_->setSource(QUrl(QLatin1String(kGuide)));
+  browser_->setFocus();
+}
+
+void HelpWindow::FillContents() {
+  contents_->clear();
+  for (const GuideBrowser::Heading& heading : browser_->headings()) {
+    if (heading.level > kDeepestListed) continue;
+    const QString indent(2 * (heading.level - 1), QLatin1Char(' '));
+    auto* item = new QListWidgetItem(indent + heading.text, contents_);
+    item->setData(Qt::UserRole, heading.anchor);
+  }
 }
 
 }  // namespace q40

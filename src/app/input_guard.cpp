@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QSlider>
 #include <QWidget>
 
 namespace q40 {
@@ -17,6 +18,7 @@ bool IsInput(QEvent::Type type) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
     case QEvent::KeyPress:
     case QEvent::InputMethod:
     case QEvent::ContextMenu:
@@ -42,9 +44,17 @@ void InputGuard::SetActive(bool active) {
   if (active == active_) return;
   active_ = active;
   if (active) {
+    ReleaseSliders();
     qApp->installEventFilter(this);
   } else {
     qApp->removeEventFilter(this);
+  }
+}
+
+// One that is being held would go on following the mouse.
+void InputGuard::ReleaseSliders() {
+  for (const QWidget* page : pages_) {
+    for (QSlider* slider : page->findChildren<QSlider*>()) slider->setSliderDown(false);
   }
 }
 

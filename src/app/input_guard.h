@@ -19,6 +19,8 @@ class InputGuard : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void ReleaseSliders();
+
   std::vector<QWidget*> pages_;
   bool active_ = false;
 };

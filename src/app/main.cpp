@@ -4,9 +4,11 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <QStandardPaths>
 
 #include "app/frm_main.h"
+#include "app/readable_style.h"
 #include "app/tables/startup_path.h"
 #include "files/standard_streams.h"
 #include "version.h"
@@ -62,6 +64,15 @@ q40::MainOptions Options(const QCommandLineParser& parser) {
   return options;
 }
 
+// With its sizes, so that no file is read before one is needed.
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const int size : {16, 24, 32, 48, 64, 128}) {
+    icon.addFile(QStringLiteral(":/icon/%1.png").arg(size), QSize(size, size));
+  }
+  return icon;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -74,7 +85,11 @@ int main(int argc, char** argv) {
   if (WantsNoWindow(argc, argv)) return AnswerWithoutWindow(argc, argv);
 
   QApplication application(argc, argv);
+  // The name of the desktop entry: a desktop finds the window's program and its icon by it.
+  QGuiApplication::setDesktopFileName(QStringLiteral("rxq40"));
+  QGuiApplication::setWindowIcon(ProgramIcon());
   Parser().process(application);
+  QApplication::setStyle(new q40::ReadableStyle);
   q40::frmMain window(Options(Parser()));
   window.StartUp();
   return QApplication::exec();

@@ -16,6 +16,8 @@ std::span<const CommandRow> CommandRow::All() {
       {"mnuImport", Menu::kFile, "&Import CSV...", kNoKey, "Ctrl+I", &M::Import},
       {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", &M::Export},
       {nullptr, Menu::kFile},
+      {kRecentFilesEntry, Menu::kFile, "&Recent Files"},
+      {nullptr, Menu::kFile},
       {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", &M::Exit},
 
       {"mnuEditUndo", Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", &M::EditCurrent},
@@ -32,6 +34,7 @@ std::span<const CommandRow> CommandRow::All() {
       {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", &M::MenuWriteAll},
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", &M::ChoosePort},
+      {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", &M::ShowCheckUp},
       {nullptr, Menu::kTools},
       {"mnuBackUp", Menu::kTools, "&Back Up Before Writing", kNoKey, "", nullptr, nullptr, "",
        kBackUpOption},
@@ -44,6 +47,21 @@ std::span<const CommandRow> CommandRow::All() {
       {"mnuHelpAbout", Menu::kHelp, "&About...", kNoKey, "", &M::About, nullptr, "Help"},
   };
   return rows;
+}
+
+std::span<const CommandHint> CommandHints() {
+  static const CommandHint hints[] = {
+      {"mnuFileNew", "Starts anew with the defaults of the chosen model; the auto dialer stays."},
+      {"mnuExport", "The next Save then writes a clone file under the name of the list."},
+      {"mnuImport", "Replaces the channels that the list names; what does not fit is passed over."},
+      {"mnuFileExit", "Asks about changed settings, not about channels only read or cleared."},
+      {"mnuWrSet", "Writes settings and special channels to the radio, if the model is its own."},
+      {"mnuWrMem", "Writes all 210 memory channels to the radio, if the model is its own."},
+      {"mnuBackUp", "Reads the whole radio into a file before each write."},
+      {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
+      {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},
+      {"mnuToolsService", "Raw blocks of the radio's memory."}};
+  return hints;
 }
 
 const char* MenuCaption(CommandMenu menu) {

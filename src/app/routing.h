@@ -10,6 +10,7 @@
 namespace q40 {
 
 inline constexpr const char* kBackUpOption = "BackUpBeforeWriting";
+inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of its own
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 
 enum class CommandMenu : unsigned char { kFile, kEdit, kView, kRadio, kTools, kHelp };
@@ -27,6 +28,13 @@ struct CommandRow {
 
   static std::span<const CommandRow> All();
 };
+
+// What is surprising about a command, for the status bar while its entry is highlighted.
+struct CommandHint {
+  const char* name;
+  const char* text;
+};
+std::span<const CommandHint> CommandHints();
 
 const char* MenuCaption(CommandMenu menu);
 

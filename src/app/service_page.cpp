@@ -14,21 +14,25 @@ ServicePage::ServicePage(QWidget* parent)
     : QWidget(parent), address_(new QLineEdit(this)), replies_(new QPlainTextEdit(this)) {
   address_->setObjectName(QStringLiteral("Text1"));
   address_->setAccessibleName(tr("Address, four digits"));
+  address_->setAcceptDrops(false);
   address_->setText(QStringLiteral("0020"));
   address_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
   replies_->setObjectName(QStringLiteral("Text2"));
   replies_->setAccessibleName(tr("Replies"));
   replies_->setReadOnly(true);
+  replies_->setAcceptDrops(false);
   replies_->setLineWrapMode(QPlainTextEdit::NoWrap);
   replies_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   read_ = AddButton("Command1", "Read Block");
   QPushButton* clear = AddButton("Command2", "Clear");
+  clear->setAccessibleName(tr("Clear the replies"));
   dump_ = AddButton("Command6", "Dump");
   connect(read_, &QPushButton::clicked, [this] { emit readRequested(address_->text()); });
   connect(clear, &QPushButton::clicked, replies_, &QPlainTextEdit::clear);
   connect(dump_, &QPushButton::clicked, this, &ServicePage::dumpRequested);
   // Without an action, kept out of sight.
   AddButton("Command3", "")->hide();
+  setFocusProxy(address_);
   auto* spare = new QLineEdit(this);
   spare->setObjectName(QStringLiteral("Text3"));
   spare->hide();

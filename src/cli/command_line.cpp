@@ -40,21 +40,26 @@ std::string UsageError(const CLI::App& app, const CLI::ParseError& error, int ar
 
 }  // namespace
 
-int RunCommandLine(int argc, const char* const* argv, CommandContext& context) {
-  CLI::App app("Clone utility of the Korvex RX-Q40 radios, on the command line.", "rxq40ctl");
-  bool quiet = false;
+void DefineCommandLine(CLI::App& app, CommandContext& context) {
+  app.name("rxq40ctl");
+  app.description("Clone utility of the Korvex RX-Q40 radios, on the command line.");
   app.set_version_flag("--version", std::string("rxq40ctl ") + kVersion);
-  app.add_flag("--quiet", quiet, "say errors only");
+  const auto* const quiet = app.add_flag("--quiet")->description("say errors only");
   app.fallthrough();
   app.require_subcommand(1);
-  app.parse_complete_callback([&] { context.console.SetQuiet(quiet); });
+  app.parse_complete_callback([quiet, &context] { context.console.SetQuiet(quiet->count() > 0); });
   for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddNew, AddCheck, AddShow,
-                         AddDiff, AddExport, AddImport, AddDump}) {
+                         AddDiff, AddLint, AddExport, AddImport, AddDump}) {
     add(app, context);
   }
   app.footer(std::string("PORT is 1 to 14 or the path of a device; see rxq40ctl ports.\n"
                          "Help for a command: rxq40ctl COMMAND --help\n\n") +
              kExitCodeHelp + "\nExample: rxq40ctl read -p 1 radio.Q40");
+}
+
+int RunCommandLine(int argc, const char* const* argv, CommandContext& context) {
+  CLI::App app;
+  DefineCommandLine(app, context);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -28,6 +28,9 @@ struct CommandContext {
 // exit code.
 int RunCommandLine(int argc, const char* const* argv, CommandContext& context);
 
+// Every command and option of the tool. The context must outlive the app.
+void DefineCommandLine(CLI::App& app, CommandContext& context);
+
 void AddPorts(CLI::App& app, CommandContext& context);
 void AddIdentify(CLI::App& app, CommandContext& context);
 void AddRead(CLI::App& app, CommandContext& context);
@@ -36,6 +39,7 @@ void AddNew(CLI::App& app, CommandContext& context);
 void AddCheck(CLI::App& app, CommandContext& context);
 void AddShow(CLI::App& app, CommandContext& context);
 void AddDiff(CLI::App& app, CommandContext& context);
+void AddLint(CLI::App& app, CommandContext& context);
 void AddExport(CLI::App& app, CommandContext& context);
 void AddImport(CLI::App& app, CommandContext& context);
 void AddDump(CLI::App& app, CommandContext& context);

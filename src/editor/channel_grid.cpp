@@ -65,6 +65,8 @@ ChannelGrid::ChannelGrid(ChannelKind kind, const CloneImage& image, QWidget* par
   verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
   connect(this, &QTableView::doubleClicked,
           [this](const QModelIndex& index) { emit openRequested(index.row() + 1); });
+  connect(verticalHeader(), &QHeaderView::sectionDoubleClicked,
+          [this](int index) { emit openRequested(index + 1); });
   ChangeFont();
   SelectRow(1);
 }
@@ -99,6 +101,21 @@ void ChannelGrid::keyPressEvent(QKeyEvent* event) {
   if (!event->isAutoRepeat()) emit openRequested(CurrentRow());
 }
 
+// Beside the cells too: it opens the current row.
+void ChannelGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (indexAt(event->position().toPoint()).isValid()) {
+    return QTableView::mouseDoubleClickEvent(event);
+  }
+  if (event->button() == Qt::LeftButton) emit openRequested(CurrentRow());
+}
+
+// Exactly one row is selected, whatever keys are held; a click beside the cells changes nothing.
+QItemSelectionModel::SelectionFlags ChannelGrid::selectionCommand(const QModelIndex& index,
+                                                                  const QEvent* /*event*/) const {
+  if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+  return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}
+
 void ChannelGrid::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
   if (event->type() == QEvent::FontChange && model_ != nullptr) ChangeFont();
@@ -115,18 +132,20 @@ void ChannelGrid::ChangeFont() {
   const double wanted = kCellWidth * cells.pixelSize();
   if (natural > wanted) cells.setStretch(static_cast<int>(100 * wanted / natural));
   model_->SetCellFont(cells);
-  ApplyWidths();
+  ApplyWidths(scale);
 }
 
-void ChannelGrid::ApplyWidths() {
-  const double scale = FontScale(QApplication::font());
+// The stated widths at first; later what the user has made of them.
+void ChannelGrid::ApplyWidths(double scale) {
   const auto width = [&](int column) {
     return static_cast<int>(Pixels(ColumnWidthTwips(column)) * scale);
   };
   verticalHeader()->setFixedWidth(width(0));
-  for (int column = 0; column < model_->columnCount(); ++column) {
-    setColumnWidth(column, width(column + 1));
+  for (int column = 0; scale != scale_ && column < model_->columnCount(); ++column) {
+    setColumnWidth(column, scale_ == 0 ? width(column + 1)
+                                       : static_cast<int>(columnWidth(column) * scale / scale_));
   }
+  scale_ = scale;
   FitHeadings(scale);
   const int height = QFontMetrics(model_->cell_font()).height() + kRowMargin;
   verticalHeader()->setMinimumSectionSize(height);

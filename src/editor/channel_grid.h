@@ -35,14 +35,18 @@ class ChannelGrid final : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+      const QModelIndex& index, const QEvent* event) const override;
   void changeEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
-  void ApplyWidths();
+  void ApplyWidths(double scale);
   void FitHeadings(double scale);
 
   ChannelGridModel* model_;
+  double scale_ = 0;  // of the present column widths; 0 before there are any
 };
 
 }  // namespace q40

@@ -118,6 +118,7 @@ void dlgModify::ShowVariant() {
   lblCH_->setVisible(memory || target_.index == kVfoRow);
 
   const bool repeater = RepeaterRow();
+  for (QLabel* label : frequency_labels_) label->setEnabled(!repeater);
   const auto enabled = [&](Field field) {
     return !repeater ||
            std::find(std::begin(kDisabledInRepeaterRow), std::end(kDisabledInRepeaterRow), field) ==

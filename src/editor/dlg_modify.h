@@ -79,6 +79,7 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
   void LayOutTone(QGridLayout& grid);
   void LayOutShift(QGridLayout& grid);
   void LayOutRest(QGridLayout& grid);
+  void AddFrameKeys();
 
   // ---- behaviour
   [[nodiscard]] bool RepeaterRow() const;
@@ -105,6 +106,7 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
   FilteredEdit* txtShift_ = nullptr;
   FilteredEdit* txtShift1_ = nullptr;
   FilteredEdit* txtName_ = nullptr;
+  std::array<QLabel*, 3> frequency_labels_{};  // "Frequency", the point, "MHz"
   QLabel* lblMode_ = nullptr;
   QLabel* lblCH_ = nullptr;
   QLabel* lblMHz_ = nullptr;

@@ -1,4 +1,6 @@
 // The controls of the channel edit dialog and their places.
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -7,6 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 
 #include "editor/dlg_modify.h"
 #include "editor/filtered_edit.h"
@@ -96,16 +99,23 @@ void dlgModify::LayOutFrequency(QGridLayout& grid) {
   lblUMHz_ = MakeLabel(this, "lblUMHz", "(UHF: 400.000-511.995MHz)");
 
   auto* frequency = new QHBoxLayout;
-  frequency->addWidget(lblMode_);
-  frequency->addWidget(lblCH_);
-  frequency->addSpacing(12);
+  // As wide for every channel, so that the frequency stays in its place.
+  auto* channel = new QWidget(this);
+  auto* captions = new QHBoxLayout(channel);
+  captions->setContentsMargins(0, 0, 0, 0);
+  captions->addWidget(lblMode_);
+  captions->addWidget(lblCH_);
+  captions->addStretch();
+  channel->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(QStringLiteral("Memory CH199 ")));
+  frequency->addWidget(channel);
   auto* label = new QLabel(tr("&Frequency"), this);
   label->setBuddy(txtFreq_);
+  frequency_labels_ = {label, new QLabel(QStringLiteral("."), this), new QLabel(tr("MHz"), this)};
   frequency->addWidget(label);
   frequency->addWidget(txtFreq_);
-  frequency->addWidget(new QLabel(QStringLiteral("."), this));
+  frequency->addWidget(frequency_labels_[1]);
   frequency->addWidget(txtFreq1_);
-  frequency->addWidget(new QLabel(tr("MHz"), this));
+  frequency->addWidget(frequency_labels_[2]);
   frequency->addSpacing(12);
   for (QLabel* hint : {lblMHz_, lblVMHz_, lblUMHz_}) frequency->addWidget(hint);
   frequency->addStretch();
@@ -163,8 +173,14 @@ void dlgModify::LayOutShift(QGridLayout& grid) {
 
 void dlgModify::LayOutRest(QGridLayout& grid) {
   QGroupBox* power = MakeGroup(Field::kPower, "optPw", "Power", {"Lo", "Mid", "Hi"}, 3);
-  static_cast<QGridLayout*>(power->layout())
-      ->addWidget(MakeList(Field::kMid, "cmbMid", "Mid power level"), 1, 0, 1, 3);
+  QComboBox* mid = MakeList(Field::kMid, "cmbMid", "Mid power level");
+  auto* mid_label = new QLabel(tr("Mid power &level"), power);
+  mid_label->setBuddy(mid);
+  auto* mid_row = new QHBoxLayout;
+  mid_row->addWidget(mid_label);
+  mid_row->addWidget(mid);
+  mid_row->addStretch();
+  static_cast<QGridLayout*>(power->layout())->addLayout(mid_row, 1, 0, 1, 3);
   grid.addWidget(power, 3, 0);
   grid.addWidget(MakeGroup(Field::kAtt, "optATT", "Attenuator", {"Off", "10dB", "20dB"}, 3), 3, 1);
   grid.addWidget(
@@ -213,12 +229,46 @@ void dlgModify::LayOutRest(QGridLayout& grid) {
   grid.addLayout(buttons, 5, 0, 1, 4);
 }
 
+// The captions are given texts without mnemonics; the frames have keys all the same.
+void dlgModify::AddFrameKeys() {
+  const struct {
+    Field field;
+    const char* key;
+    const char* hint;
+  } keys[] = {
+      {Field::kStep, "Alt+S",
+       "A memory channel keeps 5 and 12.5 kHz: 25 kHz is read back as 12.5 kHz, others as 5 "
+       "kHz."},
+      {Field::kTone, "Alt+T", ""},
+      {Field::kShift, "Alt+H",
+       "A memory channel does not keep Split. Of an offset of 10 MHz or more the tens are "
+       "lost."},
+      {Field::kPower, "Alt+P", ""},
+      {Field::kAtt, "Alt+A", ""},
+      {Field::kBatterySave, "Alt+B", ""},
+      {Field::kBandwidth, "Alt+W", ""}};
+  for (const auto& row : keys) {
+    const auto group = std::find_if(groups_.begin(), groups_.end(),
+                                    [&](const Group& g) { return g.field == row.field; });
+    const QKeySequence key(QLatin1String(row.key));
+    QStringList tip = {QString::fromUtf8(row.hint), key.toString(QKeySequence::NativeText)};
+    tip.removeAll(QString());
+    group->frame->setToolTip(tip.join(QLatin1Char('\n')));
+    QButtonGroup* buttons = group->buttons;
+    connect(new QShortcut(key, group->frame), &QShortcut::activated, this, [buttons] {
+      QAbstractButton* checked = buttons->checkedButton();
+      (checked != nullptr ? checked : buttons->button(0))->setFocus(Qt::ShortcutFocusReason);
+    });
+  }
+}
+
 void dlgModify::MakeControls() {
   auto* grid = new QGridLayout(this);
   LayOutFrequency(*grid);
   LayOutTone(*grid);
   LayOutShift(*grid);
   LayOutRest(*grid);
+  AddFrameKeys();
   grid->setSizeConstraint(QLayout::SetFixedSize);
 }
 

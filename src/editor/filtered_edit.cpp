@@ -26,6 +26,7 @@ bool InsideTheWindow(const QFocusEvent& event) {
 FilteredEdit::FilteredEdit(Filter filter, int longest, QWidget* parent)
     : QLineEdit(parent), filter_(std::move(filter)) {
   setMaxLength(longest);
+  setAcceptDrops(false);  // a clone file that is dropped here is for the window
 }
 
 void FilteredEdit::keyPressEvent(QKeyEvent* event) {

@@ -40,8 +40,9 @@ MemoryPage::MemoryPage(CloneDocument& document, QWidget* parent)
   auto* edit = new QHBoxLayout;
   QPushButton* insert = AddButton(*edit, "cmbInsert", "&Insert", &MemoryPage::Insert);
   QPushButton* remove = AddButton(*edit, "cmbDelete", "&Delete", &MemoryPage::Delete);
-  AddButton(*edit, "cmbClear", "&Clear", &MemoryPage::Clear);
-  AddButton(*edit, "cmbClAll", "Clear &All", &MemoryPage::ClearAll);
+  QPushButton* clear = AddButton(*edit, "cmbClear", "&Clear", &MemoryPage::Clear);
+  QPushButton* clear_all = AddButton(*edit, "cmbClAll", "Clear &All", &MemoryPage::ClearAll);
+  edit_buttons_ = {insert, remove, clear, clear_all};
   edit->addSpacing(12);
   AddButton(*edit, "Command4", "Down", &MemoryPage::StepDown);
   AddButton(*edit, "Command5", "Up", &MemoryPage::StepUp);
@@ -87,6 +88,11 @@ void MemoryPage::Grid1Data(int n) { grid_->cells().Redraw(n, n); }
 void MemoryPage::RedrawAll() { grid_->cells().Redraw(0, kMemoryChannelCount - 1); }
 void MemoryPage::ShowReadChannel(int n) {
   grid_->cells().Redraw(n, n, ChannelGridModel::Order::kByHeading);
+}
+
+void MemoryPage::SetLocked(bool locked) {
+  locked_ = locked;
+  for (QPushButton* button : edit_buttons_) button->setEnabled(!locked);
 }
 
 void MemoryPage::SetCloneButtonsEnabled(bool enabled) {

@@ -29,7 +29,7 @@ class MemoryPage : public QWidget {
   void ShowReadChannel(int n);
 
   // While locked, the page changes nothing.
-  void SetLocked(bool locked) { locked_ = locked; }
+  void SetLocked(bool locked);
   void SetCloneButtonsEnabled(bool enabled);
 
  signals:
@@ -54,6 +54,7 @@ class MemoryPage : public QWidget {
   CloneDocument& document_;
   ChannelGrid* grid_;
   QProgressBar* progress_;
+  std::vector<QPushButton*> edit_buttons_;
   QPushButton* read_;
   QPushButton* write_;
   bool locked_ = false;

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "editor/message_box.h"
@@ -17,7 +18,6 @@ SpecialChannels::SpecialChannels(CloneDocument& document, QWidget* parent)
       clear_(new QPushButton(this)) {
   grid_->setObjectName(QStringLiteral("MSFlexGrid2"));
   grid_->setAccessibleName(tr("Special channels"));
-  grid_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
   grid_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   grid_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(grid_, &ChannelGrid::openRequested, [this](int row) { emit openRequested(row - 1); });
@@ -32,6 +32,10 @@ SpecialChannels::SpecialChannels(CloneDocument& document, QWidget* parent)
     if (!locked_) ClearLimit();
   });
   ShowClearButton(grid_->CurrentRow());
+  connect(grid_->horizontalScrollBar(), &QScrollBar::rangeChanged, this,
+          &SpecialChannels::FitHeight);
+  connect(grid_->verticalHeader(), &QHeaderView::sectionResized, this, &SpecialChannels::FitHeight);
+  FitHeight();
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -42,9 +46,23 @@ SpecialChannels::SpecialChannels(CloneDocument& document, QWidget* parent)
   layout->addLayout(buttons);
 }
 
+// Five rows are five rows: what the heading and, where the columns are wider than the window, a
+// scroll bar leave for them.
+void SpecialChannels::FitHeight() {
+  const QScrollBar& bar = *grid_->horizontalScrollBar();
+  const int scroll_bar = bar.maximum() > bar.minimum() ? bar.sizeHint().height() : 0;
+  grid_->setFixedHeight(grid_->horizontalHeader()->sizeHint().height() +
+                        grid_->verticalHeader()->length() + 2 * grid_->frameWidth() + scroll_bar);
+}
+
 void SpecialChannels::ShowClearButton(int row) {
   clear_->setText(row == kPlRow + 1 ? tr("Clear PL") : tr("Clear PH"));
   clear_->setVisible(row > kPhRow);
+}
+
+void SpecialChannels::SetLocked(bool locked) {
+  locked_ = locked;
+  clear_->setEnabled(!locked);
 }
 
 void SpecialChannels::Grid2Data(int k) { grid_->cells().Redraw(k, k); }

@@ -25,7 +25,7 @@ class SpecialChannels : public QWidget {
   void UpdateVFOData();
 
   // While locked, the panel changes nothing.
-  void SetLocked(bool locked) { locked_ = locked; }
+  void SetLocked(bool locked);
 
  signals:
   void openRequested(int k);
@@ -33,6 +33,7 @@ class SpecialChannels : public QWidget {
 
  private:
   void ShowClearButton(int row);
+  void FitHeight();
   void ClearLimit();
 
   CloneDocument& document_;

@@ -192,6 +192,20 @@ std::optional<Target> TargetOf(std::string_view bank, std::string_view channel) 
   return Target{ChannelKind::kSpecial, bank == BankOf(Band::kVhf) ? Band::kVhf : Band::kUhf, row};
 }
 
+bool IsBank(std::string_view item) {
+  return item == kMemoryBank || item == BankOf(Band::kVhf) || item == BankOf(Band::kUhf);
+}
+
+// Whether the next record begins among the items of one. A channel may have the name of the radio:
+// then no bank stands behind it.
+bool HoldsNextRecord(const Items& items) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (items[i] != kModelItem) continue;
+    if (kColumns[i].field != Field::kName || IsBank(items[i + 1])) return true;
+  }
+  return false;
+}
+
 class Importer {
  public:
   Importer(std::string_view text, CloneImage image) : items_(text), image_(std::move(image)) {}
@@ -221,9 +235,7 @@ class Importer {
     line_ = items_.Line();
     const auto bank = items_.Next();
     if (!bank) return PassOver("items are missing");
-    if (bank != kMemoryBank && bank != BankOf(Band::kVhf) && bank != BankOf(Band::kUhf)) {
-      return PassOver("bank " + Quoted(*bank));
-    }
+    if (!IsBank(*bank)) return PassOver("bank " + Quoted(*bank));
     const auto channel = items_.Next();
     if (!channel) return PassOver("items are missing");
     const auto target = TargetOf(*bank, *channel);
@@ -236,7 +248,7 @@ class Importer {
     }
     // Items are taken as they come, also from the next line. Worth a word, for two channels are now
     // one.
-    if (std::find(items.begin(), items.end(), kModelItem) != items.end()) {
+    if (HoldsNextRecord(items)) {
       PassOver("too few items: the record behind it was taken for the rest of it");
     }
     if (target->kind == ChannelKind::kMemory) {

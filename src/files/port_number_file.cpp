@@ -12,9 +12,17 @@ namespace {
 
 constexpr int kHighestPortNumber = 14;
 constexpr std::size_t kLongestFile = 256;
+constexpr const char* kDesktopEntry = "share/applications/rxq40.desktop";
 
 std::string PathIn(const std::string& folder) {
   return (fs::path(folder) / kPortNumberFile).string();
+}
+
+// Beside the desktop entry that is installed with it. Such a folder belongs to the package manager:
+// root could write there, and then every user would get root's port.
+bool IsInstalled(const std::string& program_folder) {
+  std::error_code error;
+  return fs::exists(fs::path(program_folder) / ".." / kDesktopEntry, error);
 }
 
 }  // namespace
@@ -39,7 +47,8 @@ int PortNumberFile::Read() const {
 
 void PortNumberFile::Write(int number) const {
   std::error_code error;
-  if (!WriteFile(PathIn(program_folder_), PortNumberText(number))) {
+  if (!IsInstalled(program_folder_) &&
+      !WriteFile(PathIn(program_folder_), PortNumberText(number))) {
     fs::remove(PathIn(user_folder_), error);  // it would count, and grow old
     return;
   }

@@ -57,6 +57,15 @@ std::optional<char> DialKey(char key) {
   return std::nullopt;
 }
 
+std::string DialCharacters(std::string_view text) {
+  std::string kept;
+  for (const char c : text) {
+    const auto taken = DialKey(c);
+    if (taken && *taken != kBackspace) kept += *taken;
+  }
+  return kept;
+}
+
 bool KeyCounter::Typed(char key, bool dropped, int jump_after) {
   if (dropped || typing_) {
     ++count_;

@@ -22,6 +22,9 @@ std::optional<char> NameKey(char key);
 // "0" to "9", A to D in either case, "*", "#" and Backspace.
 std::optional<char> DialKey(char key);
 
+// The characters of a pasted text that DialKey takes, as it makes them.
+std::string DialCharacters(std::string_view text);
+
 // Counts the keys typed into an MHz field and says when the cursor should jump to the fraction:
 // after three keys for the frequency, after two for the offset. Dropped keys count as well
 // (intended). One counter serves both fields.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 #include "image/digits.h"
 
@@ -43,6 +45,24 @@ std::optional<std::string> DeviceOf(std::string_view port) {
     if (port == std::to_string(n)) return ComDevice(n);
   }
   return std::nullopt;
+}
+
+std::vector<ComPortState> ComPortStates(const std::vector<PresentPort>& plugged_in) {
+  std::vector<ComPortState> states;
+  for (int number = 1; number <= kComPortCount; ++number) {
+    ComPortState state{number, ComDevice(number), false, {}};
+    std::error_code error;
+    const auto resolved = std::filesystem::canonical(state.device, error);
+    const std::string device = error ? state.device : resolved.string();
+    const auto found = std::find_if(plugged_in.begin(), plugged_in.end(),
+                                    [&](const PresentPort& p) { return p.device == device; });
+    if (found != plugged_in.end()) state.description = found->description;
+    const bool listed_only = device.starts_with("/dev/ttyS");  // the nodes exist without a chip
+    state.present = found != plugged_in.end() ||
+                    (!listed_only && std::filesystem::is_character_file(device, error));
+    states.push_back(std::move(state));
+  }
+  return states;
 }
 
 }  // namespace q40

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace q40 {
 
@@ -19,6 +20,22 @@ inline constexpr int kComPortCount = 14;
 
 // Device of port 1..14.
 std::string ComDevice(int number);
+
+// A serial device that is plugged in.
+struct PresentPort {
+  std::string device;       // "/dev/ttyUSB0"
+  std::string description;  // "FT232R USB UART, FTDI, serial number A50285BI"; may be empty
+};
+
+struct ComPortState {
+  int number = 0;
+  std::string device;
+  bool present = false;
+  std::string description;
+};
+// The ports 1 to 14 with what is plugged in there. A device that is no serial adapter but is there (a
+// pseudo-terminal behind a link) is present too.
+std::vector<ComPortState> ComPortStates(const std::vector<PresentPort>& plugged_in);
 
 // Device of what a user writes for a port: a number 1..14, or any path, which stands for itself.
 // No value for another number and for an empty text.

@@ -47,7 +47,8 @@ bool Link::DeadlineIsOver() const { return has_deadline_ && !timers_.Deadline.Is
 
 bool Link::Send(std::string_view text) {
   reply_.clear();
-  return port_.ReadAvailable().has_value() && port_.Write(text);
+  was_sent_ = port_.ReadAvailable().has_value();
+  return was_sent_ && port_.Write(text);
 }
 
 // Appends what arrives to reply_ until it is complete or the timer has run out. What arrived together
@@ -79,6 +80,7 @@ std::string Link::TxCommand(std::string_view command) {
   const auto complete = [&](const std::string& reply) {
     return reply.size() >= command.size() + kShortestAnswer && reply.back() == '\n';
   };
+  was_sent_ = false;
   if (pump_.StopRequested()) return std::string(kStopped);
   if (DeadlineIsOver()) return std::string(kNoReply);
   if (!port_.IsOpen() || !Send(std::string(command) + '\n') ||

@@ -68,6 +68,9 @@ class Link {
   // Never opens the port: one that was lost in the middle of a sequence may have another radio at
   // its end by now. After a stop request nothing is sent; an exchange in flight is finished.
   std::string TxCommand(std::string_view command);
+  // Whether the last command reached the port, be it in part. False when the port was lost before, or
+  // a stop request held the command back.
+  [[nodiscard]] bool WasSent() const { return was_sent_; }
 
   // Sends the End command and pauses. The answer does not matter; on a silent radio this takes
   // 2010 ms.
@@ -98,6 +101,7 @@ class Link {
   EventPump& pump_;
   std::string reply_;
   bool has_deadline_ = false;
+  bool was_sent_ = false;
 };
 
 // ---- The checked single-block exchange. It serves the transfer of the channel bitmap, which no

@@ -160,7 +160,7 @@ bool Sequences::ReadUnit(Address address, std::string& digits) {
 bool Sequences::WriteUnit(Address address, std::string_view digits) {
   NextUnit(UnitName(address));
   const std::string reply = link_.TxCommand(WriteCommand(address, digits));
-  if (reply != kStopped) report_.in_flight = address;
+  if (link_.WasSent()) report_.in_flight = address;
   if (reply.size() != kWriteReply || !reply.ends_with(kAcknowledged)) {
     return FailReply(reply, "the radio does not acknowledge the write");
   }
@@ -338,10 +338,15 @@ SequenceReport Sequences::ReadAll() {
   // Asked once and first: a Yes between the halves would save half-read data over the user's file.
   const bool changed = document_.SettingsChanged || document_.MemoryChanged;
   if (changed && !host_.AskToSave()) return Cancelled();
+  const bool memory_changed = document_.MemoryChanged;  // false once the answer has saved it
+  const int model = document_.model;
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
   SequenceReport settings = RunReadSettings();
-  return settings.outcome == Outcome::kDone ? RunReadMemory() : settings;
+  if (settings.outcome == Outcome::kDone) return RunReadMemory();
+  // The channels are still the user's, unless another model has replaced them.
+  if (document_.model == model) document_.MemoryChanged = memory_changed;
+  return settings;
 }
 
 SequenceReport Sequences::WriteSettings() {

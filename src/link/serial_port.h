@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "link/com_ports.h"
 #include "link/port.h"
 #include "link/waiting.h"
 
@@ -74,11 +75,7 @@ class CommandLineApplication {
   std::unique_ptr<Application> application_;
 };
 
-// A serial device that is plugged in.
-struct PresentPort {
-  std::string device;       // "/dev/ttyUSB0"
-  std::string description;  // "FT232R USB UART, FTDI, serial number A50285BI"; may be empty
-};
+// What is plugged in now.
 std::vector<PresentPort> PresentPorts();
 
 }  // namespace q40

@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -51,6 +52,7 @@ QComboBox* SettingsPage::MakeList(const char* control, Counts counts) {
   list->setAccessibleName(Text(item.caption).trimmed());
   for (const std::string_view text : item.items) list->addItem(Text(text));
   if (counts == Counts::kYes) connect(list, &QComboBox::activated, this, &SettingsPage::edited);
+  LeaveWheelToPage(list);
   controls_.push_back({&SettingsFieldOf(control), list});
   return list;
 }
@@ -72,6 +74,7 @@ QSlider* SettingsPage::MakeSlider(const char* control, QLabel* label) {
   slider->setPageStep(1);
   slider->setTickPosition(QSlider::TicksBelow);
   slider->setTickInterval(field.top > 10 ? 5 : 1);
+  LeaveWheelToPage(slider);
   label->setNum(0);
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("00")));
@@ -81,6 +84,17 @@ QSlider* SettingsPage::MakeSlider(const char* control, QLabel* label) {
   });
   controls_.push_back({&field, nullptr, nullptr, slider});
   return slider;
+}
+
+void SettingsPage::LeaveWheelToPage(QWidget* control) {
+  control->setFocusPolicy(Qt::StrongFocus);
+  control->installEventFilter(this);
+}
+
+bool SettingsPage::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+  event->ignore();
+  return true;
 }
 
 QCheckBox* SettingsPage::MakeLooseBox(const QString& name, const char* caption) {

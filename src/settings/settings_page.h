@@ -51,10 +51,14 @@ class SettingsPage : public QWidget {
   QLabel* MakeUnit(const char* control);
   QPushButton* MakeCloneButton(const char* name, const char* caption,
                                void (SettingsPage::*requested)());
+  // The wheel scrolls the page; it turns only a control that has the focus.
+  bool eventFilter(QObject* watched, QEvent* event) override;
   // Runs when new values are shown.
   virtual void ValuesShown() {}
 
  private:
+  void LeaveWheelToPage(QWidget* control);
+
   struct Bound {
     const SettingsField* field;
     QComboBox* list = nullptr;

@@ -1,5 +1,7 @@
 #include "settings/settings_page1.h"
 
+#include <algorithm>
+
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -36,6 +38,8 @@ SettingsPage1::SettingsPage1(QWidget* special_channels, QWidget* parent) : Setti
   upper->addWidget(MakeModel(), 0, 3, 2, 1);
   upper->addWidget(MakeBand(), 2, 3);
   upper->setColumnStretch(1, 1);
+  upper->setRowStretch(1, 1);
+  upper->setRowStretch(2, 1);
 
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(MakeCloneButton("cmbRxData1", " Read Settings", &SettingsPage::readRequested));
@@ -48,6 +52,9 @@ SettingsPage1::SettingsPage1(QWidget* special_channels, QWidget* parent) : Setti
   layout->addWidget(special_channels);
   layout->addLayout(buttons);
   layout->addStretch();
+  // As the eye goes: the grid with its button stands above the clone buttons.
+  setTabOrder(optBand_->button(1), special_channels);
+  setTabOrder(special_channels, findChild<QWidget*>(QStringLiteral("cmbRxData1")));
 }
 
 QWidget* SettingsPage1::MakeLists() {
@@ -59,7 +66,7 @@ QWidget* SettingsPage1::MakeLists() {
     QComboBox* list = MakeList(control);
     grid->addWidget(MakeLabel(control), row, 0);
     grid->addWidget(list, row, 1);
-    grid->addWidget(MakeUnit(control), row, 2);
+    if (!SettingsItemOf(control).unit.empty()) grid->addWidget(MakeUnit(control), row, 2);
     ++row;
   }
   findChild<QWidget*>(QStringLiteral("cmbTB"))
@@ -100,6 +107,7 @@ QWidget* SettingsPage1::MakeBoxes() {
   for (const auto& box : loose) {
     QCheckBox* made = MakeLooseBox(QLatin1String(box.name), box.caption);
     made->setToolTip(tr("Not part of the data that the radio stores."));
+    made->setAccessibleName(tr("%1, not stored").arg(QLatin1String(box.caption)));
     column->addWidget(made);
   }
   column->addStretch();
@@ -144,7 +152,13 @@ QWidget* SettingsPage1::MakeLevel(const char* slider, const char* label, const c
   return frame;
 }
 
-void SettingsPage1::ShowModel(int model) { opbModel_->button(model)->setChecked(true); }
+void SettingsPage1::ShowModel(int model) {
+  const auto buttons = opbModel_->buttons();
+  const bool focused = std::any_of(buttons.begin(), buttons.end(),
+                                   [](const QAbstractButton* b) { return b->hasFocus(); });
+  opbModel_->button(model)->setChecked(true);
+  if (focused) opbModel_->button(model)->setFocus();
+}
 
 void SettingsPage1::ShowBand(Band band) {
   optBand_->button(band == Band::kUhf ? 1 : 0)->setChecked(true);

@@ -82,15 +82,19 @@ QWidget* SettingsPage2::MakeDialer() {
     label->setBuddy(edit);
     grid->addWidget(label, index, 0);
     grid->addWidget(edit, index, 1);
+    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(QLatin1Char('8')) * 18);
+    edit->setMaximumWidth(2 * edit->minimumWidth());
     connect(edit, &FilteredEdit::entered, [this, index] { EnterPressed(index); });
     connect(edit, &FilteredEdit::left, [this] { DialLeft(); });
     connect(edit, &FilteredEdit::textChanged, [this, index](const QString& text) {
       if (loading_dial_) return;
-      emit dialEdited(index, text.toStdString());
+      // What was pasted may hold anything; the radio's characters are what counts.
+      emit dialEdited(index, DialCharacters(text.toStdString()));
       emit edited();
     });
     txtDial_[at] = edit;
   }
+  grid->setColumnStretch(2, 1);
   return frame;
 }
 
@@ -125,6 +129,11 @@ void SettingsPage2::EnterPressed(int index) {
 }
 
 void SettingsPage2::DialLeft() {
+  for (int index = 0; index < kDialCount; ++index) {
+    const FilteredEdit& edit = *txtDial_[static_cast<std::size_t>(index)];
+    const std::string text = edit.text().toStdString();
+    if (const std::string kept = DialCharacters(text); kept != text) SetDialText(index, kept);
+  }
   if (txtDial_[kStart]->text().isEmpty()) txtDial_[kStart]->setText(QStringLiteral("1"));
 }
 

@@ -13,36 +13,13 @@
 #include "files/whole_file.h"
 #include "image/defaults.h"
 #include "sim/pty_server.h"
+#include "sim/sim_command_line.h"
 
 namespace q40 {
 namespace {
 
 volatile std::sig_atomic_t stop = 0;
 extern "C" void Stop(int /*signal*/) { stop = 1; }
-
-struct Arguments {
-  std::string model;
-  std::string version;
-  std::string load;
-  std::string save;
-  std::string memory;
-  std::string save_memory;
-  int baud = 0;
-  std::string link;
-  std::vector<std::string> faults;
-};
-
-constexpr const char* kDescription =
-    "A simulated RX-Q40 radio behind a pseudo-terminal.\n"
-    "Prints the path of its device, then serves until SIGINT or SIGTERM.\n";
-
-std::string Footer() {
-  return "FAULT is KIND[=VALUE][@WHERE][+]. WHERE: @0200 (an address), @WHO, @RXQ40, @END or\n"
-         "@#7 (the seventh exchange); without it the first exchange. \"+\": from then on.\n" +
-         FaultHelp() +
-         "\nExample: rxq40sim --pace 9600 --link /tmp/radio --fault ng@0200\n"
-         "Exit codes: 0 done, 2 wrong usage, 6 a file cannot be loaded, 7 a file cannot be saved\n";
-}
 
 int Complain(int code, const std::string& message) {
   std::cerr << "rxq40sim: " << message << '\n';
@@ -51,7 +28,7 @@ int Complain(int code, const std::string& message) {
 
 // The radio's memory from --load and --memory. The clone file also names model and version, unless
 // the command line does.
-int Load(const Arguments& arguments, SimulatedRadio::Options& options, RadioMemory& memory) {
+int Load(const SimArguments& arguments, SimulatedRadio::Options& options, RadioMemory& memory) {
   CloneDocument document = FreshDocument();
   if (!arguments.load.empty()) {
     if (const auto result = OpenCloneFile(arguments.load, document); result.problem) {
@@ -81,7 +58,7 @@ int Load(const Arguments& arguments, SimulatedRadio::Options& options, RadioMemo
   return kExitDone;
 }
 
-int Save(const Arguments& arguments, const SimulatedRadio& radio) {
+int Save(const SimArguments& arguments, const SimulatedRadio& radio) {
   int code = kExitDone;
   if (!arguments.save_memory.empty()) {
     if (const auto problem = WriteFile(arguments.save_memory, radio.memory().raw())) {
@@ -120,7 +97,7 @@ sigset_t CatchSignals() {
   return while_waiting;
 }
 
-int Run(const Arguments& arguments) {
+int Run(const SimArguments& arguments) {
   SimulatedRadio::Options options;
   options.baud = arguments.baud;
   for (const std::string& text : arguments.faults) {
@@ -147,26 +124,9 @@ int Run(const Arguments& arguments) {
 }
 
 int ParseAndRun(int argc, char** argv) {
-  CLI::App app(kDescription, "rxq40sim");
-  Arguments arguments;
-  app.add_option("--model", arguments.model, "the model it reports (RX-Q40T)")
-      ->check(CLI::IsMember({"RX-Q40T", "RX-Q40E", "RX-Q40T1"}, CLI::ignore_case));
-  app.add_option("--version", arguments.version, "the version letter it reports (0)")
-      ->check(CLI::IsMember({"A", "0"}));
-  app.add_option("--load", arguments.load, "clone file to start with")->type_name("FILE.Q40");
-  app.add_option("--save", arguments.save, "clone file to write at the end")->type_name("FILE.Q40");
-  app.add_option("--memory", arguments.memory, "raw memory to start with, 8192 bytes")
-      ->type_name("FILE.bin");
-  app.add_option("--save-memory", arguments.save_memory, "raw memory to write at the end")
-      ->type_name("FILE.bin");
-  app.add_option("--pace", arguments.baud, "speed of the wire; without it as fast as it can")
-      ->type_name("BAUD")
-      ->check(CLI::Range(1, 10'000'000));
-  app.add_option("--link", arguments.link, "symbolic link to the device")->type_name("PATH");
-  app.add_option("--fault", arguments.faults, "what goes wrong, see below")
-      ->type_name("FAULT")
-      ->allow_extra_args(false);
-  app.footer(Footer());
+  CLI::App app;
+  SimArguments arguments;
+  DefineSimCommandLine(app, arguments);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -1,5 +1,6 @@
 // The change flags, the grids' commands, model, files and CSV of the window.
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QSlider>
@@ -282,6 +283,30 @@ TEST_F(FileCommands, ExportTakesThePathOverAndImportForgetsIt) {
   Error("Data Error");
   Trigger("mnuImport");
   EXPECT_TRUE(document().image == before);
+}
+
+TEST_F(FileCommands, RecentFilesAreOffered) {
+  const std::string first = SavedDemo("first.Q40");
+  const std::string second = SavedDemo("A & B.Q40");
+  Start({}, first);
+  answers_.File(File("A & B.Q40"));
+  Trigger("mnuFileOpen");
+  const auto entries = [&] {
+    auto& menu = Find<QMenu>("mnuRecentFiles");
+    emit menu.aboutToShow();
+    return menu.actions();
+  };
+  ASSERT_GE(entries().size(), 2);
+  EXPECT_EQ(entries()[0]->text(), "&1 A && B.Q40");
+  EXPECT_EQ(entries()[1]->toolTip(), File("first.Q40"));
+  std::filesystem::remove(second);
+  SetFlags(true, false);
+  Save(kNo);
+  entries()[1]->trigger();
+  EXPECT_EQ(Title(), QString(kPlainTitle) + " - first.Q40");
+  Error("Data Error");
+  entries()[1]->trigger();  // the one that is gone
+  EXPECT_EQ(Title(), QString(kPlainTitle) + " - first.Q40");
 }
 
 TEST_F(FileCommands, ADroppedFileIsOpened) {

@@ -10,6 +10,7 @@
 
 #include "files/clone_file.h"
 #include "gui/commands_test.h"
+#include "support/process.h"
 
 namespace q40 {
 namespace {
@@ -123,6 +124,23 @@ TEST_F(Net, WithoutABackupNothingIsWritten) {
   SetFlags(false, false);
   Trigger("mnuReSet");
   EXPECT_EQ(document().dial[0], "0123456789");
+}
+
+TEST_F(Net, ACableThatComesBackServesTheNextCommand) {
+  const std::string link = folder_ / "radio";
+  test::SimulatorProcess radio({"--link", link, "--fault", "hang-up=300@0400"});
+  setenv("RXQ40_COM1", link.c_str(), 1);
+  MainOptions options;
+  options.start_pause = std::chrono::milliseconds(0);
+  StartWith(options);
+  Error("COM Port Error");
+  Trigger("mnuReMem");
+  EXPECT_TRUE(Status().contains("was disconnected. Plug the cable in again"))
+      << Status().toStdString();
+  QTest::qWait(600);
+  Trigger("mnuReMem");
+  EXPECT_EQ(Flags(), "-M");
+  unsetenv("RXQ40_COM1");
 }
 
 // The reason and what to do about it stand in the status bar, and take the room they need.

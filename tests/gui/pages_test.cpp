@@ -1,5 +1,6 @@
 // What the pages and dialogs show, and how their controls behave.
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -11,6 +12,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QWheelEvent>
 
 #include "gui/window_test.h"
 
@@ -188,6 +190,13 @@ TEST_F(PagesTest, ASelectionIsOneWholeRow) {
   EXPECT_EQ(grid.selectionModel()->selectedRows().front().row(), 6);
   QTest::keyClick(&grid, Qt::Key_Right);
   EXPECT_EQ(grid.currentIndex(), grid.model()->index(6, 0));
+  // Nothing takes the mark from the current row.
+  QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ControlModifier, center(6, 4));
+  QTest::keyClick(&grid, Qt::Key_Space, Qt::ControlModifier);
+  grid.setColumnWidth(17, 1);
+  QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
+                    QPoint(grid.viewport()->width() - 2, center(2, 0).y()));
+  EXPECT_EQ(grid.selectionModel()->selectedRows().size(), 1);
   EXPECT_EQ(grid.horizontalScrollBar()->value(), 0);
 }
 
@@ -277,6 +286,22 @@ TEST_F(PagesTest, SlidersListsAndBoxesSetTheirFlag) {
   EXPECT_EQ(Find<QSlider>("Slider2").maximum(), 10);
 }
 
+TEST_F(PagesTest, TheWheelTurnsOnlyWhatHasTheFocus) {
+  Start();
+  auto& list = Find<QComboBox>("cmbLamp");
+  const auto wheel = [&] {
+    QWheelEvent event(QPointF(5, 5), list.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&list, &event);
+  };
+  wheel();
+  EXPECT_EQ(list.currentIndex(), 0);
+  EXPECT_EQ(Flags(), "--");
+  list.setFocus();
+  wheel();
+  EXPECT_EQ(list.currentIndex(), 1);
+}
+
 TEST_F(PagesTest, ChannelModeGreysTheLocksAndKeepsTheirTicks) {
   Start();
   ShowTab(2);
@@ -319,6 +344,15 @@ TEST_F(PagesTest, DialBoxes) {
   }
   EXPECT_EQ(box(9).text(), "1");
   EXPECT_EQ(document().dial[9], "1");
+
+  // What is pasted is shown, and repaired when the box is left; a save never gets to see it.
+  QApplication::clipboard()->setText("1世界 z#");
+  box(1).setFocus();
+  box(1).paste();
+  EXPECT_EQ(document().dial[1], "1#");
+  box(2).setFocus();
+  EXPECT_EQ(box(1).text(), "1#");
+  EXPECT_FALSE(box(2).acceptDrops());
 }
 
 TEST_F(PagesTest, BandShowsItsSetAndItsLimits) {

@@ -172,6 +172,34 @@ TEST_F(RadioCommands, OneBusyGuard) {
   EXPECT_EQ(Flags(), "-M");
 }
 
+TEST_F(RadioCommands, AReadAllThatFailsKeepsTheEditedChannelsUnsaved) {
+  Start({"silence@0040"}, SavedDemo());
+  SetFlags(true, true);
+  Save(kNo);
+  Error("Communication Error");
+  Trigger("mnuReAll");
+  EXPECT_EQ(Flags(), "-M");
+}
+
+TEST_F(RadioCommands, AMenuEntryShowsItsPageBeforeItAsks) {
+  Start({}, SavedDemo());
+  ShowTab(3);
+  SetFlags(true, true);
+  Save(kCancel);
+  Trigger("mnuReAll");
+  EXPECT_EQ(Find<QTabWidget>("TabStrip1").currentIndex(), 0);
+  Trigger("mnuToolsService");
+  EXPECT_FALSE(Find("Frame1_0").isEnabled());  // it lies under the service page
+  EXPECT_FALSE(Find<QAction>("mnuEditUndo").isEnabled());
+  window_->resize(1000, 700);
+  QTest::qWait(20);
+  EXPECT_EQ(Find("Frame1_3").size(), Find("Frame1_0").size());
+  Save(kCancel);
+  Trigger("mnuReSet");
+  EXPECT_FALSE(Find("Frame1_3").isVisible());
+  EXPECT_TRUE(Find("Frame1_0").isEnabled());
+}
+
 TEST_F(RadioCommands, ServicePage) {
   Start();
   Trigger("mnuToolsService");
@@ -200,7 +228,6 @@ TEST_F(RadioCommands, PortDialogAndItsFile) {
     EXPECT_EQ(dialog.findChild<QRadioButton*>("opbCom_8")->text(), "COM  9");
     EXPECT_EQ(dialog.findChild<QRadioButton*>("opbCom_13")->text(), "COM 14");
     EXPECT_TRUE(dialog.findChild<QRadioButton*>("opbCom_2")->isChecked());
-    EXPECT_EQ(dialog.findChild<QRadioButton*>("opbCom_2")->toolTip(), "/dev/ttyUSB2");
     EXPECT_EQ(dialog.findChildren<QPushButton*>().size(), 1);
     dialog.findChild<QRadioButton*>("opbCom_6")->click();
     QTest::mouseClick(dialog.findChild<QPushButton*>("OKButton"), Qt::LeftButton);
@@ -218,6 +245,26 @@ TEST_F(RadioCommands, PortDialogAndItsFile) {
   EXPECT_EQ(placement.value("Settings/MainWidth").toInt(), 15 * window_->frameGeometry().width());
   EXPECT_EQ(placement.value("Settings/MainHeight").toInt(), 15 * window_->frameGeometry().height());
   EXPECT_EQ(placement.value("Settings/MainLeft").toInt(), 15 * window_->frameGeometry().left());
+}
+
+TEST_F(RadioCommands, ThePortDialogFollowsWhatIsPluggedIn) {
+  const std::string cable = folder_ / "cable";
+  setenv("RXQ40_COM3", cable.c_str(), 1);
+  MainOptions options;
+  options.start_pause = std::chrono::milliseconds(0);
+  StartWith(options);
+  answers_.Add([&](QWidget& dialog) {
+    auto* label = dialog.findChild<QLabel*>("lblCom_2");
+    EXPECT_EQ(label->text(), "not present");
+    std::filesystem::create_symlink("/dev/null", cable);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return label->text() == "present"; }, 3000));
+    EXPECT_TRUE(dialog.findChild<QRadioButton*>("opbCom_2")
+                    ->accessibleDescription()
+                    .startsWith(QString::fromStdString(cable)));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Trigger("mnuToolsOptions");
+  unsetenv("RXQ40_COM3");
 }
 
 TEST_F(RadioCommands, StartUpFileAndItsFailure) {
@@ -241,6 +288,9 @@ TEST_F(RadioCommands, NothingRunsBeforeTheStartUpPauseIsOver) {
   EXPECT_TRUE(window_->IsBusy());
   Trigger("mnuReAll");
   Click("chkBeep");
+  ShowTab(3);
+  QTest::keyClick(&Find("MSFlexGrid1"), Qt::Key_Insert);
+  QTest::keyClick(&Find("cmbInsert"), Qt::Key_C, Qt::AltModifier);
   EXPECT_TRUE(Checked("chkBeep"));
   EXPECT_EQ(Flags(), "--");
   QTest::qWait(250);

@@ -1,0 +1,306 @@
+#!/usr/bin/env bash
+# Builds the two Debian packages, checks what is in them, installs them in a fresh system, uses the
+# programs there, removes them, and looks for anything left behind.
+#
+# The fresh system is a new root made with debootstrap, which needs root and the mirror of this
+# machine's apt. Where that cannot be had, the packages are unpacked into a folder instead and the
+# programs run with this machine's libraries; the last line says which of the two it was.
+# "packaging/check.sh folder" takes the second way at once.
+source "$(dirname "$0")/../tools/setup.sh"
+source packaging/desktop.sh
+
+work=$PWD/build/package-check
+root=$work/root  # the fresh system
+tree=$work/tree  # the packages, unpacked
+debs=$PWD/build/release/packaging/debs
+as_root=()
+enter=()         # command that runs others in the fresh system
+place=           # "root" or "folder": where the programs are tried
+
+say() { printf '\n== %s\n' "$*"; }
+fail() { echo "FAILED: $*" >&2; exit 1; }
+
+clean_up() {
+  # All mounts are made in a name space of their own; should one be left, it is not followed.
+  "${as_root[@]}" rm -rf --one-file-system "$root" "$tree" "$work/home"
+}
+
+# ---- the packages
+
+make_packages() {
+  say "Building the packages"
+  build_testing=OFF build release
+  rm -rf "$debs"
+  (cd build/release && cpack >"$work/cpack.log") || { cat "$work/cpack.log"; fail cpack; }
+  version=$(dpkg-deb -f "$debs"/rxq40_*.deb Version)
+  local package
+  for package in rxq40 rxq40ctl; do dpkg-deb -x "$debs/${package}"_*.deb "$tree"; done
+  ls -l "$debs"
+}
+
+check_descriptions() {
+  say "Desktop entry, AppStream, MIME type, icons, rule of the cables"
+  local share=$tree/usr/share
+  desktop-file-validate "$share"/applications/*.desktop
+  appstreamcli validate --no-net "$share"/metainfo/*.xml
+  xmllint --noout "$share"/metainfo/*.xml "$share"/mime/packages/*.xml \
+    "$share"/icons/hicolor/scalable/*/*.svg
+  local icon size
+  for icon in "$share"/icons/hicolor/*x*/*/*.png; do
+    size=${icon#*/hicolor/}
+    file "$icon" | grep -q "PNG image data, ${size%%x*} x ${size%%x*}," || fail "size of $icon"
+  done
+  if udevadm verify --help >/dev/null 2>&1; then
+    udevadm verify "$tree"/usr/lib/udev/rules.d/*.rules
+  else
+    echo "This udevadm cannot verify rules."
+  fi
+}
+
+check_manuals() {
+  say "Manual pages"
+  local page text program command option
+  for page in "$tree"/usr/share/man/man1/*.gz; do
+    LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>"$work/man.log" >/dev/null
+    [ ! -s "$work/man.log" ] || { cat "$work/man.log"; fail "$page"; }
+  done
+  # They name every command and option that the programs have.
+  for program in rxq40ctl rxq40sim; do
+    text=$(LC_ALL=C.UTF-8 MANWIDTH=100 man -l "$tree/usr/share/man/man1/$program.1.gz" | col -bx)
+    while read -r command option; do
+      grep -qw -e "${command#-}" <<<"$text" && grep -qw -e "${option#-}" <<<"$text" ||
+        fail "$program.1 says nothing of $command $option"
+    done < <(build/release/bin/rxq40completion options "$program")
+  done
+}
+
+check_completions() {
+  say "Completions"
+  tests/completion_test.sh "$tree/usr/share/bash-completion/completions" \
+    "$tree/usr/share/zsh/vendor-completions"
+}
+
+check_with_lintian() {
+  say "Lintian: no errors, warnings are shown"
+  local user=()
+  [ "$(id -u)" -ne 0 ] || user=(--allow-root)
+  lintian "${user[@]}" --fail-on error "$debs"/*.deb
+}
+
+# ---- a fresh system
+
+# "SUITE MIRROR" of the distribution that runs here, as apt knows it.
+mirror_of_this_machine() {
+  local codename
+  codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
+  [ -n "$codename" ] || return 1
+  apt-get indextargets --format '$(CODENAME) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
+    awk -v suite="$codename" '$1 == suite && $2 == "main" {print $1, $3; found = 1; exit}
+                              END {exit !found}'
+}
+
+# Reasons go to standard output: they are part of the result.
+make_root() {
+  say "A fresh system"
+  [ "${1:-}" != folder ] || return 1
+  local suite mirror isolate=(unshare --mount --pid --fork --kill-child)
+  if [ "$(id -u)" -ne 0 ]; then
+    as_root=(sudo -n)
+    "${as_root[@]}" true 2>/dev/null || { as_root=(); echo "Not root, and no sudo."; return 1; }
+  fi
+  read -r suite mirror < <(mirror_of_this_machine) || { echo "Apt has no mirror."; return 1; }
+  eval "$(apt-config shell http_proxy Acquire::http::Proxy https_proxy Acquire::https::Proxy)"
+  export http_proxy https_proxy
+  "${as_root[@]}" "${isolate[@]}" true 2>/dev/null || isolate=()
+  mkdir -p "$work/cache"
+  "${as_root[@]}" env "http_proxy=${http_proxy:-}" "${isolate[@]}" debootstrap --variant=minbase \
+    --cache-dir="$work/cache" "$suite" "$root" "$mirror" >"$work/debootstrap.log" 2>&1 ||
+    { tail -n 3 "$work/debootstrap.log"; echo "debootstrap failed."; return 1; }
+  # It need not outlive a power cut.
+  echo force-unsafe-io | "${as_root[@]}" tee "$root/etc/dpkg/dpkg.cfg.d/unsafe-io" >/dev/null
+  # No daemon starts in there.
+  printf '#!/bin/sh\nexit 101\n' | "${as_root[@]}" tee "$root/usr/sbin/policy-rc.d" >/dev/null
+  "${as_root[@]}" chmod 755 "$root/usr/sbin/policy-rc.d"
+  enter=("${as_root[@]}" chroot "$root")
+  # The terminals of its own are what the simulated radio needs; they vanish with the command.
+  [ ${#isolate[@]} -eq 0 ] || enter=("${as_root[@]}" "${isolate[@]}" sh -c '
+      mount -t proc proc "$0/proc" 2>/dev/null || true
+      mount -t devpts -o newinstance,ptmxmode=0666,mode=0620 devpts "$0/dev/pts" 2>/dev/null || true
+      exec chroot "$0" "$@"' "$root")
+  in_root true || { echo "chroot failed."; return 1; }
+}
+
+in_root() { "${enter[@]}" "$@"; }
+
+apt_in_root() {
+  local cache=$root/var/cache/apt/archives
+  find "$work/cache" -name '*.deb' -exec "${as_root[@]}" cp -n -t "$cache" {} +
+  in_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 apt-get -q -y \
+    -o APT::Sandbox::User=root --no-install-recommends "$@" >"$work/apt.log" 2>&1 ||
+    { tail -n 20 "$work/apt.log"; fail "apt-get $*"; }
+  find "$cache" -name '*.deb' -exec cp -n -t "$work/cache" {} +
+}
+
+# as_user SCRIPT: with the installed programs, as a user without rights, in an empty home.
+as_user() {
+  local variables=(LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen "version=$version")
+  if [ "$place" = root ]; then
+    "${as_root[@]}" install -d -m 700 -o 65534 -g 65534 "$root/tmp/home"
+    in_root setpriv --reuid=65534 --regid=65534 --clear-groups env -i PATH=/usr/bin:/bin \
+      HOME=/tmp/home XDG_RUNTIME_DIR=/tmp/home "${variables[@]}" \
+      bash -euo pipefail -c "cd; $1" || fail "the programs, see above"
+    "${as_root[@]}" rm -rf "$root/tmp/home"
+  else
+    mkdir -m 700 "$work/home"
+    env -i "PATH=$tree/usr/bin:/usr/bin:/bin" "HOME=$work/home" "XDG_RUNTIME_DIR=$work/home" \
+      "${variables[@]}" bash -euo pipefail -c "cd; $1" || fail "the programs, see above"
+    rm -rf "$work/home"
+  fi
+}
+
+# What lies in a system: kind, rights, owner, path, target; and the sums of the files. Without what apt
+# and dpkg write down about themselves.
+inventory() {
+  (
+    cd "$1"
+    "${as_root[@]}" find . -xdev \( -path ./proc -o -path ./var/log -o -path ./var/cache/apt -o \
+      -path ./var/lib/apt -o -path './var/lib/dpkg/status*' -o -path './var/lib/dpkg/lock*' -o \
+      -path ./var/lib/dpkg/triggers -o -path ./var/cache/ldconfig \) -prune -o \
+      \( -printf '%y %m %U:%G %p %l\n' -type f -exec sha256sum {} + \)
+  ) | LC_ALL=C sort -k 4 >"$2"
+}
+
+compare_inventories() {
+  diff "$work/before" "$work/after" || fail "this is left of the packages, or was changed"
+  echo "Nothing is left of them."
+}
+
+# ---- what is tried with the installed programs
+
+try_tool() {
+  echo "A radio is read with the installed tool."
+  as_user '
+    [ "$(rxq40ctl --version)" = "rxq40ctl $version" ]
+    rxq40ctl new --model RX-Q40E --version-a radio.Q40
+    rxq40ctl check radio.Q40
+    rxq40sim --load radio.Q40 --link radio >/dev/null &
+    for _ in $(seq 100); do [ -e radio ] && break; sleep 0.05; done
+    [ "$(rxq40ctl --quiet identify -p radio)" = "RX-Q40E version A" ]
+    RXQ40_COM3=$HOME/radio rxq40ctl --quiet read -p 3 again.Q40
+    rxq40ctl diff radio.Q40 again.Q40
+    kill %1
+    wait %1'
+}
+
+try_window() {
+  echo "The window opens, without a display, and stays."
+  as_user '
+    [ "$(rxq40 --version)" = "rxq40 $version" ]
+    rxq40ctl new --model RX-Q40T radio.Q40
+    code=0
+    # The offscreen platform always says that it knows no size hints.
+    timeout 5 rxq40 radio.Q40 2> >(grep -v propagateSizeHints >messages) || code=$?
+    cat messages
+    [ $code -eq 124 ] && [ ! -s messages ]  # still there, and no complaints'
+}
+
+# The desktop knows a clone file by its name, and by its first line.
+try_file_type() {
+  echo "The desktop knows the clone files of every model."
+  as_user '
+    type_of() { gio info -a standard::content-type "$1" | sed -n "s/.*content-type: //p"; }
+    for model in RX-Q40T RX-Q40E RX-Q40T1 RX-Q20A; do
+      for version in "" --version-a; do
+        rxq40ctl new --force --model $model $version clone
+        [ "$(type_of clone)" = application/x-rxq40-clone ] || { echo "$model $version"; exit 1; }
+      done
+    done
+    for name in one.Q40 one.q40; do
+      echo x >$name  # no clone, but called one
+      [ "$(type_of $name)" = application/x-rxq40-clone ] || { echo $name; exit 1; }
+    done
+    echo "Korvex RX-Q40T manual" >other
+    [ "$(type_of other)" = text/plain ]
+    grep -q "x-rxq40-clone=rxq40.desktop" /usr/share/applications/mimeinfo.cache'
+}
+
+# ---- the two ways
+
+depends_of() { dpkg-deb -f "$debs/$1"_*.deb Depends; }
+
+# install_in_root PACKAGE...: of those that were built, and nothing else that they may recommend.
+install_in_root() {
+  local package files=()
+  "${as_root[@]}" mkdir -p "$root/tmp/debs"
+  for package in "$@"; do
+    "${as_root[@]}" cp "$debs/$package"_*.deb "$root/tmp/debs/"
+    files+=("/tmp/debs/$(basename "$debs/$package"_*.deb)")
+  done
+  apt_in_root install "${files[@]}"
+  "${as_root[@]}" rm -r "$root/tmp/debs"
+}
+
+# The libraries are there before the first inventory. They come by the packages' own Depends, and for
+# the tool before those of the window, which would hide one that is missing.
+try_in_root() {
+  place=root
+  say "rxq40ctl alone"
+  apt_in_root update
+  apt_in_root satisfy "$(depends_of rxq40ctl)"
+  inventory "$root" "$work/before"
+  install_in_root rxq40ctl
+  if in_root sh -c '[ -c /dev/pts/ptmx ]'; then
+    try_tool
+  else
+    echo "No terminals in the fresh system: the tool is tried unpacked, with this machine's libraries."
+    as_user '[ "$(rxq40ctl --version)" = "rxq40ctl $version" ]'
+    place=folder try_tool
+  fi
+  apt_in_root purge rxq40ctl
+  inventory "$root" "$work/after"
+  compare_inventories
+
+  say "Both packages"
+  apt_in_root satisfy "$(depends_of rxq40)"
+  apt_in_root install shared-mime-info desktop-file-utils hicolor-icon-theme libglib2.0-bin
+  inventory "$root" "$work/before"
+  install_in_root rxq40 rxq40ctl
+  try_window
+  try_file_type
+  if in_root sh -c '[ -c /dev/pts/ptmx ]'; then try_desktop; fi
+  apt_in_root purge rxq40 rxq40ctl
+  inventory "$root" "$work/after"
+  compare_inventories
+  echo "Tried in a fresh system, installed and removed with apt."
+}
+
+try_in_folder() {
+  place=folder
+  say "Both packages, unpacked into a folder"
+  local dpkg=(fakeroot dpkg "--root=$tree" --force-depends --force-script-chrootless --log=/dev/null)
+  clean_up
+  mkdir -p "$tree/var/lib/dpkg/info" "$tree/var/lib/dpkg/updates"
+  touch "$tree/var/lib/dpkg/status"
+  # The first removal makes files of dpkg's own: it comes before the inventory.
+  "${dpkg[@]}" -i "$debs"/*.deb >"$work/dpkg.log" 2>&1 || { cat "$work/dpkg.log"; fail dpkg; }
+  "${dpkg[@]}" --purge rxq40 rxq40ctl >>"$work/dpkg.log" 2>&1
+  inventory "$tree" "$work/before"
+  "${dpkg[@]}" -i "$debs"/*.deb >>"$work/dpkg.log" 2>&1
+  try_tool
+  try_window
+  "${dpkg[@]}" --purge rxq40 rxq40ctl >>"$work/dpkg.log" 2>&1
+  inventory "$tree" "$work/after"
+  compare_inventories
+  echo "Tried UNPACKED INTO A FOLDER with this machine's libraries; not installed in a fresh system."
+}
+
+install_missing "${build_packages[@]}" "${package_packages[@]}" xvfb xdotool
+trap clean_up EXIT
+mkdir -p "$work"
+clean_up
+make_packages
+check_descriptions
+check_manuals
+check_completions
+check_with_lintian
+if make_root "${1:-}"; then try_in_root; else try_in_folder; fi

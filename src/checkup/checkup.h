@@ -1,0 +1,21 @@
+// The check-up of a document before it goes to a file or a radio.
+//
+// It only tells. Nothing is repaired, nothing is kept from being saved or written.
+#pragma once
+
+#include "checkup/finding.h"
+#include "image/clone_document.h"
+
+namespace q40 {
+
+// What will not stay as it is, and what is probably a mistake, in the order of the places.
+//
+// What will not stay is not a list of known cases: the document is encoded and decoded, and compared
+// with itself. Frequencies are held against the limits of the document's model and version; the
+// RX-Q20A has none, so that nothing is out of its bands. Channels that are not in use, and what the
+// RPT rows do not carry, are passed over.
+//
+// document.settings must hold what the settings pages show.
+Findings CheckUp(const CloneDocument& document);
+
+}  // namespace q40

@@ -1,0 +1,372 @@
+// Every fault that the simulated radio knows, at every exchange of every sequence, once and from then
+// on. Time is simulated, so the sweep covers hours of waiting. It makes the first table of
+// docs/faults.md, the test of file faults the second; to write them anew:
+//   RXQ40_WRITE_DOCS=1 build/release/tests/faults_test
+#include <cstdlib>
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "exit_codes.h"
+#include "link/sequences.h"
+#include "sim/simulated_port.h"
+#include "support/fake_host.h"
+#include "support/fake_link.h"
+#include "support/random_document.h"
+#include "support/temp_folder.h"
+
+namespace q40 {
+namespace {
+
+using test::milliseconds;
+
+// ---- what must happen
+
+// What an exchange is about; faults show by it.
+enum Class : std::size_t { kWho, kAnnounce, kRead, kWrite, kEnd, kClasses };
+constexpr std::array<const char*, kClasses> kClassNames = {"identification", "announcement", "read",
+                                                           "write", "End"};
+// D: the sequence goes on and is done; C: "Communication Error"; P: "COM Port Error"; L: a late
+// "Communication Error", when the 2 s are over; W: done in the end, after waiting for 2 s; U: done,
+// and the data is wrong, which no answer tells; "." the fault has nothing to change there.
+struct Row {
+  const char* fault;
+  std::array<char, kClasses> ends;
+  const char* meaning;
+};
+constexpr Row kRows[] = {
+    {"silence", {'L', 'L', 'L', 'L', 'W'}, "nothing comes back"},
+    {"echo-only", {'L', 'L', 'L', 'L', 'W'}, "the echo comes, the answer does not"},
+    {"short", {'C', 'L', 'C', 'L', 'W'}, "an answer of one character too few"},
+    {"long", {'C', 'C', 'C', 'C', 'D'}, "one too many"},
+    {"non-hex", {'C', '.', 'U', '.', '.'}, "no hexadecimal digits in the data"},
+    {"ng", {'.', 'C', '.', 'C', 'D'}, "\"NG\" instead of \"OK\""},
+    {"pieces", {'D', 'D', 'D', 'D', 'D'}, "an answer in pieces, 50 ms apart"},
+    {"late", {'L', 'L', 'L', 'L', 'W'}, "the answer comes after 2.5 s"},
+    {"late=1900", {'D', 'D', 'D', 'D', 'D'}, "the answer comes after 1.9 s"},
+    {"stray", {'C', 'C', 'C', 'C', 'D'}, "foreign characters before the answer"},
+    {"other-address", {'.', '.', 'U', '.', '.'}, "the data of the next address"},
+    {"not-stored", {'.', '.', '.', 'U', '.'}, "a write is acknowledged but not kept"},
+    {"hang-up", {'P', 'P', 'P', 'P', 'D'}, "the line is closed"},
+    {"wrong-identity", {'C', '.', '.', '.', '.'}, "another radio answers"},
+};
+
+struct Exchange {
+  Class kind;
+  Address address = 0;
+};
+
+struct SequenceCase {
+  const char* name;
+  SequenceReport (Sequences::*run)();
+  std::vector<Exchange> exchanges;
+};
+
+std::vector<Exchange> Exchanges(std::vector<Class> first, Class kind,
+                                const std::vector<Address>& units) {
+  std::vector<Exchange> exchanges;
+  for (const Class one : first) exchanges.push_back({one});
+  for (const Address address : units) exchanges.push_back({kind, address});
+  if (!units.empty()) exchanges.push_back({kEnd});
+  return exchanges;
+}
+
+const std::vector<SequenceCase>& SequenceCases() {
+  static const std::vector<SequenceCase> cases = {
+      {"Identify", &Sequences::Identify, Exchanges({kWho}, kRead, {})},
+      {"Auto Select", &Sequences::AutoSelect, Exchanges({kWho}, kRead, {})},
+      {"Read Settings", &Sequences::ReadSettings, Exchanges({kWho}, kRead, SettingsUnits())},
+      {"Read Memory", &Sequences::ReadMemory, Exchanges({kWho}, kRead, MemoryUnits())},
+      {"Write Settings", &Sequences::WriteSettings,
+       Exchanges({kAnnounce, kWho}, kWrite, SettingsUnits())},
+      {"Write Memory", &Sequences::WriteMemory,
+       Exchanges({kAnnounce, kWho}, kWrite, MemoryUnits())},
+  };
+  return cases;
+}
+
+struct Expected {
+  std::size_t failing;  // index of the exchange that ends the sequence; their number when none does
+  char end = 'D';
+};
+
+Expected ExpectedOf(const Row& row, const std::vector<Exchange>& exchanges, std::size_t at,
+                    bool stays) {
+  for (std::size_t i = at; i < exchanges.size() && (stays || i == at); ++i) {
+    const char end = row.ends[exchanges[i].kind];
+    if (end == 'C' || end == 'L' || end == 'P') return {i, end};
+  }
+  return {exchanges.size(), 'D'};
+}
+
+Outcome OutcomeOf(char end) {
+  if (end == 'P') return Outcome::kPortError;
+  return end == 'D' ? Outcome::kDone : Outcome::kCommunicationError;
+}
+
+// ---- one run
+
+// A radio with a random memory, and the program's side of the cable.
+class Talk : public test::FakeTime {
+ public:
+  explicit Talk(const std::string& fault)
+      : radio_(Options(fault)),
+        port_(
+            radio_, [this] { return clock.now; },
+            [this](test::TimePoint at) { wake_ = std::min(wake_.value_or(at), at); }),
+        link_(port_, Timers(), pump),
+        host_(document_),
+        sequences_(link_, document_, host_) {
+    radio_.memory() = TheirMemory();
+    document_.image = Mine().image;
+    document_.settings = Mine().settings;
+    document_.dial = Mine().dial;
+    pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
+  }
+
+  static const CloneDocument& Mine() {
+    static const CloneDocument mine = Document(1);
+    return mine;
+  }
+  static const RadioMemory& TheirMemory() {
+    static const RadioMemory theirs = [] {
+      RadioMemory memory;
+      StoreDocument(Document(2), memory);
+      return memory;
+    }();
+    return theirs;
+  }
+
+  SimulatedRadio radio_;
+  std::optional<test::TimePoint> wake_;
+  SimulatedPort port_;
+  CloneDocument document_ = FreshDocument();
+  Link link_;
+  test::FakeHost host_;
+  Sequences sequences_;
+
+ private:
+  static CloneDocument Document(unsigned seed) {
+    CloneDocument document = test::RandomDocument(seed);
+    document.model = 0;
+    document.image.VersionA = false;
+    return document;
+  }
+  static SimulatedRadio::Options Options(const std::string& text) {
+    SimulatedRadio::Options options;
+    std::string why;
+    options.faults.push_back(ParseFault(text, why).value());
+    return options;
+  }
+};
+
+// What a read that ends before exchange `failing` leaves behind: settings, each band's channels and
+// each dialer unit arrive as a whole or not at all.
+CloneDocument AfterRead(CloneDocument document, const std::vector<Exchange>& exchanges,
+                        std::size_t failing) {
+  const auto done = [&](std::size_t last) { return failing > last; };
+  for (std::size_t i = 0; i < std::min(failing, exchanges.size()); ++i) {
+    if (exchanges[i].kind != kRead) continue;
+    const Address address = exchanges[i].address;
+    std::size_t last_of_group = i;
+    if (address < 0x0200) last_of_group = i <= 2 ? 2 : i <= 7 ? 7 : 12;
+    if (!done(last_of_group)) continue;
+    EXPECT_FALSE(
+        LoadUnit({address, Talk::TheirMemory().Read(address, kUnitSize).value()}, document));
+  }
+  return document;
+}
+
+std::string Units(const RadioMemory& memory, const std::vector<Exchange>& exchanges,
+                  std::size_t from, std::size_t to) {
+  std::string digits;
+  for (std::size_t i = from; i < std::min(to, exchanges.size()); ++i) {
+    if (exchanges[i].kind == kWrite) digits += memory.Read(exchanges[i].address, kUnitSize).value();
+  }
+  return digits;
+}
+
+// What a complete write stores.
+const RadioMemory& AfterWrite(const SequenceCase& sequence) {
+  static std::map<std::string, RadioMemory> memories;
+  const auto found = memories.find(sequence.name);
+  if (found != memories.end()) return found->second;
+  Talk run("silence@#9999");
+  EXPECT_EQ((run.sequences_.*sequence.run)().outcome, Outcome::kDone);
+  return memories[sequence.name] = run.radio_.memory();
+}
+
+class Sweep : public testing::Test {
+ protected:
+  void RunOne(const SequenceCase& sequence, const Row& row, std::size_t at, bool stays);
+  void CheckEnd(const Talk& run, const SequenceCase& sequence, const SequenceReport& report,
+                const Expected& expected, bool wrong_data);
+
+  int runs_ = 0;
+  std::map<std::pair<std::string, Class>, long> longest_ms_;
+};
+
+void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const SequenceReport& report,
+                     const Expected& expected, bool wrong_data) {
+  const std::vector<Exchange>& exchanges = sequence.exchanges;
+  const bool reads = exchanges.back().kind == kEnd && exchanges[0].kind == kWho;
+  const bool writes = exchanges[0].kind == kAnnounce;
+  const bool done = expected.end == 'D';
+  // Nothing was sent behind the failure.
+  EXPECT_EQ(run.radio_.Exchanges(),
+            static_cast<int>(std::min(expected.failing + 1, exchanges.size())));
+  EXPECT_EQ(run.host_.begins, static_cast<int>(run.host_.ends.size()));
+  if (!done && exchanges[expected.failing].kind != kWho &&
+      exchanges[expected.failing].kind != kAnnounce) {
+    EXPECT_EQ(report.where, UnitName(exchanges[expected.failing].address));
+  }
+  if (writes) {
+    EXPECT_EQ(run.document_.image.MemoryTable, Talk::Mine().image.MemoryTable);
+    EXPECT_EQ(run.document_.image.ChannelInUse, Talk::Mine().image.ChannelInUse);
+    EXPECT_FALSE(run.document_.SettingsChanged || run.document_.MemoryChanged);
+    // The units before the failure are in the radio, those behind it are as before.
+    if (!wrong_data) {
+      EXPECT_EQ(Units(run.radio_.memory(), exchanges, 0, expected.failing),
+                Units(AfterWrite(sequence), exchanges, 0, expected.failing));
+    }
+    EXPECT_EQ(Units(run.radio_.memory(), exchanges, expected.failing + 1, exchanges.size()),
+              Units(Talk::TheirMemory(), exchanges, expected.failing + 1, exchanges.size()));
+  } else {
+    EXPECT_EQ(run.radio_.memory().raw(), Talk::TheirMemory().raw());
+  }
+  if (!reads) return;
+  const bool memory = exchanges[1].kind == kRead && exchanges[1].address >= 0x0200;
+  EXPECT_EQ(run.document_.SettingsChanged, !memory && expected.failing > 2);
+  EXPECT_EQ(run.document_.MemoryChanged, memory && done);
+  if (wrong_data) return;
+  const CloneDocument after = AfterRead(Talk::Mine(), exchanges, expected.failing);
+  EXPECT_TRUE(run.document_.image == after.image);
+  EXPECT_EQ(run.document_.settings, after.settings);
+  EXPECT_EQ(run.document_.dial, after.dial);
+}
+
+void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at, bool stays) {
+  const std::string fault =
+      std::string(row.fault) + "@#" + std::to_string(at + 1) + (stays ? "+" : "");
+  SCOPED_TRACE(std::string(sequence.name) + ", " + fault);
+  const Expected expected = ExpectedOf(row, sequence.exchanges, at, stays);
+  Talk run(fault);
+  const SequenceReport report = (run.sequences_.*sequence.run)();
+  ++runs_;
+  EXPECT_EQ(report.outcome, OutcomeOf(expected.end));
+  const Class kind = sequence.exchanges[at].kind;
+  bool wrong_data = false;
+  for (std::size_t i = at; i < sequence.exchanges.size() && (stays || i == at); ++i) {
+    wrong_data = wrong_data || row.ends[sequence.exchanges[i].kind] == 'U';
+  }
+  CheckEnd(run, sequence, report, expected, wrong_data);
+
+  // Its time: 10 ms a pause, and what the fault takes.
+  const long pauses =
+      10 * static_cast<long>(std::min(expected.failing + 1, sequence.exchanges.size())) + 10;
+  if (!stays) {
+    const long waited = run.clock.Ms();
+    const char end = row.ends[kind];
+    const long limit =
+        end == 'L' || end == 'W' || std::string_view(row.fault) == "late=1900" ? 2000 : 400;
+    EXPECT_LE(waited, limit + pauses);
+    long& longest = longest_ms_[{row.fault, kind}];
+    longest = std::max(longest, waited - std::min(waited, pauses));
+  } else {
+    EXPECT_LE(run.clock.Ms(), 2010L * static_cast<long>(sequence.exchanges.size()) + 5000);
+  }
+
+  // A moment later the port serves the next command.
+  if (stays) return;
+  run.clock.now += std::chrono::seconds(3);
+  EXPECT_EQ(run.sequences_.Identify().outcome, Outcome::kDone);
+}
+
+// ---- the table for people
+
+std::string EndText(char end) {
+  switch (end) {
+    case 'C': return "Communication Error, at once";
+    case 'L': return "Communication Error, after 2 s";
+    case 'P': return "COM Port Error, at once";
+    case 'W': return "done, 2 s later";
+    case 'U': return "done, with wrong data";
+    case 'D': return "done";
+    default: return "no effect";
+  }
+}
+
+std::string Document(int runs) {
+  std::string text =
+      "# What a fault does\n\n"
+      "Every fault that the simulated radio knows, made at every exchange of every command\n"
+      "(Identify, Auto Select, Read and Write Settings, Read and Write Memory), once and from "
+      "then\n"
+      "on: " +
+      std::to_string(runs) +
+      " runs. This table is printed by the test that makes them, and the test fails when a run\n"
+      "ends in any other way.\n\n| fault |";
+  for (const char* name : kClassNames) text += " at the " + std::string(name) + " |";
+  text += "\n| --- |";
+  for (std::size_t i = 0; i < kClasses; ++i) text += " --- |";
+  text += '\n';
+  for (const Row& row : kRows) {
+    text += "| `" + std::string(row.fault) + "`: " + row.meaning + " |";
+    for (const char end : row.ends) text += ' ' + EndText(end) + " |";
+    text += '\n';
+  }
+  text +=
+      "\n\"Communication Error\" is exit code " + std::to_string(kExitCommunicationError) +
+      ", \"COM Port Error\" exit code " + std::to_string(kExitPortError) +
+      ". For every run the test also checks that\n\n"
+      "- nothing is sent behind the exchange that failed, and the message names it;\n"
+      "- a read that failed has taken over the units before the failure and nothing else: "
+      "settings,\n"
+      "  the channels of a band and a pair of dialer memories arrive as a whole or not at all;\n"
+      "- the change flags are those of what was taken over, so that nothing unsaved is lost "
+      "without\n"
+      "  a question;\n"
+      "- a write that failed has left the units behind the failure as they were, and the "
+      "program's\n"
+      "  own data as it was;\n"
+      "- the time is that of the table, and the next command works.\n\n"
+      "A fault that stays ends a sequence at the first exchange that the table says it ends. A\n"
+      "sequence that goes on for longer than all its exchanges may take ends as a Communication\n"
+      "Error. The processor stays idle while the program waits; another test measures that it "
+      "uses\n"
+      "less than 5 % of the time.\n\n"
+      "\"Done, with wrong data\" cannot be told from the answer: the radio's answers carry no "
+      "check\n"
+      "sum. After a write, \"Verify After Writing\" (`rxq40ctl write --verify`) tells; after a "
+      "read,\n"
+      "reading again and comparing does.\n";
+  return text;
+}
+
+TEST_F(Sweep, EveryFaultAtEveryExchange) {
+  for (const SequenceCase& sequence : SequenceCases()) {
+    for (const Row& row : kRows) {
+      for (std::size_t at = 0; at < sequence.exchanges.size(); ++at) {
+        for (const bool stays : {false, true}) {
+          RunOne(sequence, row, at, stays);
+          if (HasFailure()) return;  // one run says what is wrong, thousands hide it
+        }
+      }
+    }
+  }
+  // The times of the table are those that the runs took.
+  for (const auto& [where, ms] : longest_ms_) {
+    for (const Row& row : kRows) {
+      const char end = row.ends[where.second];
+      if (where.first == row.fault && (end == 'L' || end == 'W')) {
+        EXPECT_NEAR(static_cast<double>(ms), 2000, 50) << row.fault;
+      }
+    }
+  }
+  const std::string path = std::string(PROJECT_FOLDER) + "/docs/faults.md";
+  if (std::getenv("RXQ40_WRITE_DOCS") != nullptr) test::Store(path, Document(runs_));
+  EXPECT_TRUE(test::Content(path).starts_with(Document(runs_))) << "write it anew";
+}
+
+}  // namespace
+}  // namespace q40

@@ -1,0 +1,185 @@
+// What a disk can do to a file that is being written, for each command that writes one: the old file
+// stays, byte for byte, nothing is left beside it, and the error says why. Makes the second table of
+// docs/faults.md.
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "exit_codes.h"
+#include "image/defaults.h"
+#include "support/ctl_fixture.h"
+
+namespace q40 {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr uid_t kNobody = 65534;
+
+// A command that replaces, or makes, the file `target`.
+struct Writer {
+  const char* name;
+  std::vector<std::string> (*words)(const std::string& source, const std::string& csv,
+                                    const std::string& target);
+  bool makes_new;  // refuses a file that exists: only ever makes a new one
+};
+const Writer kWriters[] = {
+    {"read --force",
+     [](const auto& /*source*/, const auto& /*csv*/, const auto& target) {
+       return std::vector<std::string>{"read", "-p", "1", "--force", target};
+     },
+     false},
+    {"import -o",
+     [](const auto& source, const auto& csv, const auto& target) {
+       return std::vector<std::string>{"import", source, csv, "-o", target};
+     },
+     false},
+    {"export",
+     [](const auto& source, const auto& /*csv*/, const auto& target) {
+       return std::vector<std::string>{"export", source, target};
+     },
+     false},
+    {"write --backup",
+     [](const auto& source, const auto& /*csv*/, const auto& target) {
+       return std::vector<std::string>{"write", "-p", "1", "--backup", target, source};
+     },
+     true},
+};
+
+// Puts the trouble around `folder`/target, and takes it away again.
+struct Trouble {
+  const char* name;
+  const char* reason;  // in the message
+  void (*make)(const std::string& folder, const std::string& target);
+  void (*unmake)(const std::string& folder);
+  bool needs_root = false;
+};
+
+void Limit(rlim_t bytes) {
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  limit.rlim_cur = bytes;
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+const Trouble kTroubles[] = {
+    {"the disk takes no more in the middle of the file", "too large",
+     [](const std::string& /*folder*/, const std::string& /*target*/) { Limit(1000); },
+     [](const std::string& /*folder*/) { Limit(RLIM_INFINITY); }},
+    {"the folder is read-only", "ermission denied",
+     [](const std::string& folder, const std::string& /*target*/) {
+       chmod(folder.c_str(), 0555);
+       if (seteuid(kNobody) != 0) ADD_FAILURE();
+     },
+     [](const std::string& folder) {
+       if (seteuid(0) != 0) ADD_FAILURE();
+       chmod(folder.c_str(), 0755);
+     },
+     true},
+    {"the folder is gone", "No such file or directory",
+     [](const std::string& folder, const std::string& /*target*/) {
+       fs::rename(folder, folder + ".away");
+     },
+     [](const std::string& folder) { fs::rename(folder + ".away", folder); }},
+    {"the name is a folder's", "",
+     [](const std::string& /*folder*/, const std::string& target) {
+       fs::remove(target);
+       fs::create_directory(target);
+     },
+     [](const std::string& /*folder*/) {}},
+    {"the name is a device's", "",
+     [](const std::string& /*folder*/, const std::string& target) {
+       fs::remove(target);
+       fs::create_symlink("/dev/full", target);
+     },
+     [](const std::string& /*folder*/) {}},
+};
+
+class FileFaults : public test::Ctl {};
+
+std::string Table() {
+  std::string text =
+      "\n## What a disk does\n\n"
+      "For every command that writes a file, and every trouble that a disk makes:\n\n| trouble |";
+  for (const Writer& writer : kWriters) text += " `" + std::string(writer.name) + "` |";
+  text += "\n| --- |";
+  for (std::size_t i = 0; i < std::size(kWriters); ++i) text += " --- |";
+  text += '\n';
+  for (const Trouble& trouble : kTroubles) {
+    text += "| " + std::string(trouble.name) + " |";
+    for (const Writer& writer : kWriters) {
+      const bool exists_first = writer.makes_new && std::string(trouble.reason).empty();
+      text += exists_first ? " refused (" + std::to_string(kExitUsage) + ") |"
+                           : " not written (" + std::to_string(kExitCannotWrite) + ") |";
+    }
+    text += '\n';
+  }
+  text +=
+      "\nThe old file is, byte for byte, the old file; nothing is left beside it; the message "
+      "names\n"
+      "the file and the reason. A write to the radio whose backup cannot be kept does not start. "
+      "A\n"
+      "symbolic link is followed: the file that it names is replaced as a whole, and the link "
+      "stays.\n"
+      "Behind this stands one function for all of them. Another test makes each of its eight "
+      "steps\n"
+      "fail in turn (asking, creating, writing, pushing to the disk, closing, comparing the size,\n"
+      "copying the rights, renaming), and a disk that loses bytes without saying so.\n";
+  return text;
+}
+
+TEST_F(FileFaults, TheOldFileSurvivesThemAll) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const std::string source = Save("source.Q40", test::RandomDocument(5));
+  const std::string csv = folder_ / "source.csv";
+  ASSERT_EQ(Run({"export", source, csv}).code, 0);
+  chmod(folder_.path().c_str(), 0755);
+  const std::string folder = folder_ / "target";
+  const std::string target = folder + "/file";
+  for (const Writer& writer : kWriters) {
+    for (const Trouble& trouble : kTroubles) {
+      if (trouble.needs_root && geteuid() != 0) continue;
+      SCOPED_TRACE(std::string(writer.name) + ": " + trouble.name);
+      fs::remove_all(folder);
+      fs::create_directory(folder);
+      if (!writer.makes_new) test::Store(target, "the only copy");
+      trouble.make(folder, target);
+      const std::string memory(radio_->memory().raw());
+      const Result result = Run(writer.words(source, csv, target));
+      trouble.unmake(folder);
+      const bool exists_first = writer.makes_new && std::string(trouble.reason).empty();
+      EXPECT_EQ(result.code, exists_first ? kExitUsage : kExitCannotWrite) << result.err;
+      EXPECT_NE(result.err.find(trouble.reason), std::string::npos) << result.err;
+      EXPECT_NE(result.err.find(target), std::string::npos) << result.err;
+      EXPECT_EQ(radio_->memory().raw(), memory);
+      const auto files = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+      if (fs::is_regular_file(target)) {
+        EXPECT_EQ(test::Content(target), "the only copy");
+        EXPECT_EQ(files, 1);
+      } else {
+        EXPECT_EQ(files, fs::exists(fs::symlink_status(target)) ? 1 : 0);
+      }
+    }
+    // Without trouble it works, through a link too.
+    fs::remove_all(folder);
+    fs::create_directory(folder);
+    if (!writer.makes_new) {
+      test::Store(folder + "/real", "the only copy");
+      fs::create_symlink("real", target);
+    }
+    EXPECT_EQ(Run(writer.words(source, csv, target)).code, 0) << writer.name;
+    EXPECT_EQ(fs::is_symlink(target), !writer.makes_new);
+    EXPECT_GT(test::Content(target).size(), 10'000U);
+  }
+  const std::string path = std::string(PROJECT_FOLDER) + "/docs/faults.md";
+  if (std::getenv("RXQ40_WRITE_DOCS") != nullptr) {
+    std::ofstream(path, std::ios::app) << Table();
+  }
+  EXPECT_TRUE(test::Content(path).ends_with(Table())) << "write it anew";
+}
+
+}  // namespace
+}  // namespace q40

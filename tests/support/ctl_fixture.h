@@ -1,0 +1,54 @@
+// A test of rxq40ctl: the commands in this process, with a simulated radio at every port.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "files/clone_file.h"
+#include "support/random_document.h"
+#include "support/run_ctl.h"
+#include "support/temp_folder.h"
+
+namespace q40::test {
+
+class Ctl : public testing::Test {
+ protected:
+  struct Result : CtlResult {
+    long ms = 0;
+  };
+
+  Ctl() { Radio({}); }
+
+  void Radio(const std::vector<std::string>& faults, int model = 0) {
+    SimulatedRadio::Options options;
+    options.model = model;
+    for (const std::string& text : faults) {
+      std::string why;
+      options.faults.push_back(ParseFault(text, why).value());
+    }
+    radio_.emplace(std::move(options));
+    CloneDocument document = RandomDocument(21);
+    StoreDocument(document, radio_->memory());
+  }
+
+  Result Run(const std::vector<std::string>& words) {
+    const long start = time_.clock.Ms();
+    Result result{RunCtl(words, [&](const std::string& device) {
+      device_ = device;
+      return std::make_unique<SimulatedLine>(*radio_, time_);
+    })};
+    result.ms = time_.clock.Ms() - start;
+    return result;
+  }
+
+  std::string Save(const std::string& name, CloneDocument document) {
+    EXPECT_FALSE(SaveCloneFile(folder_ / name, document, document.model));
+    return folder_ / name;
+  }
+
+  TempFolder folder_;
+  FakeTime time_;
+  std::optional<SimulatedRadio> radio_;
+  std::string device_;
+};
+
+}  // namespace q40::test
