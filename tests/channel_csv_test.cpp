@@ -268,6 +268,23 @@ TEST(CsvImport, AShortRecordTakesTheNextOneInAndSaysSo) {
   EXPECT_EQ(report.passed_over[0].line, 1);
 }
 
+TEST(CsvImport, AChannelMayHaveTheNameOfTheRadio) {
+  const std::string head =
+      "RX-Q40,MEMORY,1,145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,";
+  const struct {
+    const char* rest;
+    int passed_over;
+  } cases[] = {
+      {"Off,Normal,RX-Q40,Off\n", 0},
+      {"Off,Normal,RX-Q40,MEMORY,2\n", 1},  // the skip item is missing, or the next record came
+      {"Off,RX-Q40,MEMORY,2\n", 1}};
+  for (const auto& c : cases) {
+    CloneImage image;
+    EXPECT_EQ(ImportChannels(head + c.rest, image).passed_over_count, c.passed_over) << c.rest;
+    EXPECT_TRUE(image.ChannelInUse[1]);
+  }
+}
+
 TEST(CsvImport, AQuoteThatNeverClosesChangesNothing) {
   const std::string rest = ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,,";
   CloneImage image = test::RandomDocument(9).image;
