@@ -243,12 +243,57 @@ TEST_F(Ctl, WriteWithANet) {
   }
 }
 
+// Some digits are written in lower case; the radio answers in capitals.
+TEST_F(Ctl, AVerificationSeesValuesAndNoLetters) {
+  CloneDocument document = FreshDocument();
+  document.image.MemoryTable[3] = document.image.TemplateChannel();
+  document.image.MemoryTable[3].Set(ChannelKind::kMemory, Field::kName, 1, "A(B)");
+  document.image.ChannelInUse[3] = true;
+  const Result result = Run({"write", "-p", "1", "--verify", Save("a.Q40", document)});
+  EXPECT_EQ(result.code, 0) << result.out;
+}
+
+// What a file stores and opening drops is found in the file.
+TEST_F(Ctl, LintReadsWhatTheFileStores) {
+  CloneDocument document = FreshDocument();
+  document.image.MemoryTable[3] = document.image.TemplateChannel();
+  document.image.ChannelInUse[3] = true;
+  const std::string path = Save("a.Q40", document);
+  std::string text = test::Content(path);
+  constexpr std::size_t kLine = 34;
+  const std::size_t channel = (35 + 2 * 3) * kLine;
+  text.replace(channel + 2, 6, "030C05");
+  text.replace(channel + 16, 8, "00125000");
+  test::Store(path, text);
+  const Result lint = Run({"lint", path});
+  EXPECT_EQ(lint.code, 1);
+  for (const char* words : {"channel 3, Shift: The file stores \"Split\", but it is opened as "
+                            "\"None\"",
+                            "channel 3, Step: The file stores \"25KHz\", but it is opened as "
+                            "\"12.5KHz\"",
+                            "12.5000 MHz, but it is opened as 2.5000 MHz"}) {
+    EXPECT_NE(lint.out.find(words), std::string::npos) << lint.out;
+  }
+}
+
 TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
   const std::string path = Save("a.Q40", FreshDocument());
   const std::string memory(radio_->memory().raw());
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", path, path}).code, kExitUsage);
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", folder_ / "nowhere/b.Q40", path}).code,
             kExitCannotWrite);
+  EXPECT_EQ(Run({"write", "-p", "1", "--backup", "", path}).code, kExitCannotWrite);
+  EXPECT_EQ(radio_->memory().raw(), memory);
+  // A file that has only just appeared is not replaced either.
+  test::Store(folder_ / "taken.Q40", "precious");
+  CloneDocument document = FreshDocument();
+  EXPECT_TRUE(SaveCloneFile(folder_ / "taken.Q40", document, 0, NewFilesOnly()));
+  EXPECT_EQ(test::Content(folder_ / "taken.Q40"), "precious");
+  EXPECT_FALSE(SaveCloneFile(folder_ / "new.Q40", document, 0, NewFilesOnly()));
+  Radio({"ng@#234"});
+  EXPECT_NE(Run({"write", "-p", "1", "--backup=-x.Q40", path}).err.find("-p 1 ./-x.Q40"),
+            std::string::npos);
+  std::filesystem::remove("-x.Q40");
   Radio({}, 2);
   const Result other = Run({"write", "-p", "1", "--backup", folder_ / "b.Q40", path});
   EXPECT_EQ(other.code, kExitWrongModel) << other.err;

@@ -175,6 +175,15 @@ TEST(TxCommand, AStopRequestLetsTheExchangeFinishAndSendsNothingMore) {
   EXPECT_EQ(t.port.sent.size(), 1U);
 }
 
+TEST(TxEnd, IsSentToARadioThatHasEverythingEvenWhenTheUserStops) {
+  test::ScriptedLink link;
+  ASSERT_TRUE(link.link.OpenPort());
+  link.pump.stop = true;
+  link.link.TxEnd();
+  ASSERT_EQ(link.port.sent.size(), 1U);
+  EXPECT_EQ(link.port.sent[0].bytes, "KX~E\r\n\n");
+}
+
 TEST(TxEnd, SendsTheDoubledLineFeedAndIgnoresSilence) {
   ScriptedLink t;
   t.link.OpenPort();

@@ -73,7 +73,6 @@ void dlgCOM::ShowStates() {
     const QString device = QString::fromStdString(state.device);
     devices_[at]->setText(device);
     plugged_in_[at]->setText(PresenceText(state));
-    for (QLabel* label : {devices_[at], plugged_in_[at]}) label->setEnabled(state.present);
     QAbstractButton* option = options_->button(state.number - 1);
     option->setToolTip(device);
     option->setAccessibleDescription(device + QStringLiteral(", ") + PresenceText(state));

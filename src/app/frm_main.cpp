@@ -225,12 +225,12 @@ void frmMain::MakeRoomFor(const QString& message) {
   QStatusBar* bar = statusBar();
   bar->setToolTip(message);
   const int needed = bar->fontMetrics().horizontalAdvance(message);
-  int taken = 0;
+  constexpr int kAroundALabel = 12;  // and around the message, and the size grip
+  int taken = 5 * kAroundALabel;
   for (const QLabel* label : {model_label_, port_label_, file_label_}) {
-    taken += label->sizeHint().width();
+    taken += label->sizeHint().width() + kAroundALabel;
   }
-  constexpr int kMargins = 40;
-  const bool fits = needed + taken + kMargins <= bar->width();
+  const bool fits = needed + taken <= bar->width();
   for (QLabel* label : {model_label_, port_label_, file_label_}) label->setVisible(fits);
 }
 

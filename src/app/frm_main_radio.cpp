@@ -1,8 +1,11 @@
 // The window's radio commands. The sequences run here, on the window's thread, and hand it to the
 // event loop while they wait.
+#include <cctype>
+
 #include <QAction>
 #include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <QFrame>
 #include <QGuiApplication>
 #include <QLabel>
@@ -15,6 +18,7 @@
 #include "app/routing.h"
 #include "app/service_page.h"
 #include "app/tables/settings_items.h"
+#include "app/user_options.h"
 #include "editor/memory_page.h"
 #include "editor/message_box.h"
 #include "editor/special_channels.h"
@@ -43,6 +47,15 @@ QString Doing(Sequence sequence) {
     case Sequence::kVerify: return frmMain::tr("Verifying");
     default: return frmMain::tr("Identifying the radio");
   }
+}
+
+// Why and where a sequence ended, a sentence, with what to try next.
+QString Reason(const SequenceReport& report) {
+  std::string text = report.why + '.';
+  if (report.outcome == Outcome::kCommunicationError) text = report.where + ": " + text;
+  if (!report.remedy.empty()) text += ' ' + report.remedy;
+  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  return QString::fromStdString(text);
 }
 
 }  // namespace
@@ -83,6 +96,7 @@ void frmMain::TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence fir
 // ---- writing
 
 void frmMain::Write(Half half) {
+  if (report_ != nullptr) report_->hide();  // it tells of another write
   CollectSettings();
   SetBusy(Busy::kTalking);
   std::string backup;
@@ -117,9 +131,16 @@ WriteNet frmMain::Net(std::string& backup) {
     const QString time =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
     const std::string_view model = ModelName(document.model);
-    backup = backup_folder_ + '/' + std::string(model) + ' ' + time.toStdString() + ".Q40";
-    const auto problem = SaveCloneFile(backup, document, document.model);
-    if (!problem) return true;
+    const std::string name = backup_folder_ + '/' + std::string(model) + ' ' + time.toStdString();
+    backup = name + ".Q40";
+    for (int copy = 2; QFileInfo::exists(QString::fromStdString(backup)); ++copy) {
+      backup = name + " (" + std::to_string(copy) + ").Q40";
+    }
+    const auto problem = SaveCloneFile(backup, document, document.model, NewFilesOnly());
+    if (!problem) {
+      UserOptions::AddRecentFile(QString::fromStdString(backup));
+      return true;
+    }
     const std::string text =
         "The backup could not be kept, so nothing was written.\r\n" + problem->Message();
     ShowMessage(this, QMessageBox::Critical, kErrorTitle, text.c_str());
@@ -139,14 +160,16 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
   if (done && lines.isEmpty()) {
     QString text =
         result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
-    if (result.backup_kept) text += tr(" What the radio held before is in %1").arg(kept);
+    if (result.backup_kept) {
+      text += tr(" Before, the radio held %1 (Recent Files).").arg(QFileInfo(kept).fileName());
+    }
     return Note(text);
   }
   const char* const command = half == Half::kSettings ? "Write Settings"
                               : half == Half::kMemory ? "Write Memory"
                                                       : "Write All";
-  const QString restore =
-      tr("open %1 and choose %2 in the Radio menu.").arg(kept, QLatin1String(command));
+  const QString restore = tr("open it (Recent Files) and choose %1 in the Radio menu. It is\n%2")
+                              .arg(QLatin1String(command), kept);
   QString text = QString::fromStdString(AftermathText(result, half, restore.toStdString()));
   if (done) {
     text =
@@ -154,7 +177,7 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
            "written and what it holds.");
     if (result.backup_kept) text += tr(" To bring the backup back: ") + restore;
   } else if (result.last.outcome != Outcome::kWrongModel) {
-    text = QString::fromStdString(result.last.why + ". ") + text;
+    text = Reason(result.last) + QLatin1Char(' ') + text;
   }
   NoteFailure(text);
   if (!result.backup_kept && result.stage != WriteResult::Stage::kVerify) return;
@@ -222,12 +245,8 @@ void frmMain::End(const SequenceReport& report) {
   QGuiApplication::restoreOverrideCursor();
   statusBar()->clearMessage();
   switch (report.outcome) {
-    case Outcome::kPortError:
-      NoteFailure(QString::fromStdString(report.why + ". " + report.remedy));
-      return ComEnd2();
-    case Outcome::kCommunicationError:
-      NoteFailure(QString::fromStdString(report.where + ": " + report.why));
-      return ComEnd1();
+    case Outcome::kPortError: NoteFailure(Reason(report)); return ComEnd2();
+    case Outcome::kCommunicationError: NoteFailure(Reason(report)); return ComEnd1();
     case Outcome::kWrongModel:
       ShowMessage(this, QMessageBox::Critical, kErrorTitle, kWrongModelText);
       return ComEnd3();

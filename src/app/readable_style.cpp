@@ -76,6 +76,11 @@ void ReadableStyle::drawComplexControl(ComplexControl control, const QStyleOptio
   if (control == CC_ComboBox && IsDark(*option) && !focused) {
     DrawOutline(*option, *painter, Shape::kBox);
   }
+  if (control == CC_Slider && IsDark(*option)) {
+    QStyleOption handle(*option);
+    handle.rect = subControlRect(control, option, SC_SliderHandle, widget);
+    DrawOutline(handle, *painter, Shape::kBox);
+  }
 }
 
 void ReadableStyle::drawControl(ControlElement element, const QStyleOption* option,

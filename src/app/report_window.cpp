@@ -15,6 +15,7 @@ ReportWindow::ReportWindow(QWidget* parent)
   setObjectName(QStringLiteral("frmReport"));
   setWindowTitle(tr("Write Report"));
   summary_->setObjectName(QStringLiteral("lblReport"));
+  summary_->setTextFormat(Qt::PlainText);
   summary_->setWordWrap(true);
   summary_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   summary_->setMinimumWidth(fontMetrics().averageCharWidth() * 70);
@@ -23,19 +24,19 @@ ReportWindow::ReportWindow(QWidget* parent)
   list_->setReadOnly(true);
   auto* copy = new QPushButton(tr("&Copy"), this);
   copy->setObjectName(QStringLiteral("cmdCopyReport"));
-  auto* close = new QPushButton(tr("Close"), this);
-  close->setObjectName(QStringLiteral("cmdCloseReport"));
-  close->setDefault(true);
+  close_ = new QPushButton(tr("Close"), this);
+  close_->setObjectName(QStringLiteral("cmdCloseReport"));
+  close_->setDefault(true);
   connect(copy, &QPushButton::clicked, this, [this] {
     QGuiApplication::clipboard()->setText(summary_->text() + QLatin1Char('\n') +
                                           list_->toPlainText());
   });
-  connect(close, &QPushButton::clicked, this, &QDialog::close);
+  connect(close_, &QPushButton::clicked, this, &QDialog::close);
 
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(copy);
   buttons->addStretch();
-  buttons->addWidget(close);
+  buttons->addWidget(close_);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(summary_);
   layout->addWidget(list_);
@@ -47,6 +48,7 @@ void ReportWindow::Tell(const QString& summary, const QStringList& lines) {
   list_->setPlainText(lines.join(QLatin1Char('\n')));
   list_->setVisible(!lines.isEmpty());
   adjustSize();
+  close_->setFocus();
 }
 
 }  // namespace q40

@@ -5,6 +5,7 @@
 
 class QLabel;
 class QPlainTextEdit;
+class QPushButton;
 
 namespace q40 {
 
@@ -20,6 +21,7 @@ class ReportWindow final : public QDialog {
  private:
   QLabel* summary_;
   QPlainTextEdit* list_;
+  QPushButton* close_ = nullptr;
 };
 
 }  // namespace q40

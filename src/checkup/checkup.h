@@ -4,7 +4,7 @@
 #pragma once
 
 #include "checkup/finding.h"
-#include "image/clone_document.h"
+#include "image/document_units.h"
 
 namespace q40 {
 
@@ -17,5 +17,9 @@ namespace q40 {
 //
 // document.settings must hold what the settings pages show.
 Findings CheckUp(const CloneDocument& document);
+
+// What units of a clone file, or of a radio, store of channels in use and a document cannot hold: a
+// step, a shift or an offset that opening drops. Units that are no channels are passed over.
+Findings CheckStored(std::span<const Unit> units);
 
 }  // namespace q40

@@ -59,13 +59,15 @@ constexpr FindingKindRow kKinds[] = {
      "there. \"Clear %1\" empties it."},
     {kDialLost, "dial-lost", kLoss, kAnywhere,
      R"(The file keeps "%1", the radio gets "%2": up to 16 characters of 0-9, A-D, * and #.)"},
+    {kStoredValueDropped, "stored-value-dropped", kLoss, kAnywhere,
+     "The file stores %1, but it is opened as %2, and the next save or write makes it that."},
 };
 
 constexpr bool InOrder() {
   for (std::size_t i = 0; i < std::size(kKinds); ++i) {
     if (static_cast<std::size_t>(kKinds[i].kind) != i) return false;
   }
-  return static_cast<std::size_t>(kDialLost) + 1 == std::size(kKinds);
+  return static_cast<std::size_t>(kStoredValueDropped) + 1 == std::size(kKinds);
 }
 static_assert(InOrder(), "a kind is found by its number");
 

@@ -32,6 +32,7 @@ enum class FindingKind : unsigned char {
   kLimitWithoutFrequency,
   kLimitComesBack,
   kDialLost,
+  kStoredValueDropped,
 };
 
 enum class Severity : unsigned char {
@@ -40,8 +41,8 @@ enum class Severity : unsigned char {
   kHint,     // maybe a slip, maybe meant so
 };
 
-// A clone file has already lost what does not survive: it is gone when the file is opened. So a
-// document that comes from a file, or from a radio that was read, cannot show every kind.
+// Opening a file, or reading a radio, already drops what does not survive. So a document that comes
+// from there cannot show every kind; what the file itself stores is CheckStored's business.
 enum class Occurs : unsigned char {
   kAnywhere,
   kBeforeSaving,  // only in a document that was edited, or took a CSV list, since it was read

@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <memory>
 
 #include <nlohmann/json.hpp>
 
 #include "checkup/checkup.h"
 #include "cli/commands.h"
+#include "files/clone_file.h"
+#include "files/whole_file.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -27,11 +30,37 @@ std::string JsonText(const Findings& findings) {
   return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
-// What a file does not keep was lost when it was saved, and is not found here; see Occurs.
+// The channels of a file as the radio's units. The file has been opened, so it has its lines.
+std::vector<Unit> StoredUnits(const std::string& path) {
+  constexpr std::size_t kFirstLine[] = {5, 15};  // of the VHF and the UHF special channels
+  constexpr std::size_t kFirstMemoryLine = 35;
+  std::vector<Unit> units;
+  std::string text;
+  CloneLines lines;
+  if (ReadFile(path, kLongestCloneFile, text) || SplitCloneText(text, path, lines)) return units;
+  const auto add = [&](Address address, std::size_t line) {
+    units.push_back({address, std::string(lines.Pair(line))});
+  };
+  for (const Band band : kBands) {
+    const std::size_t first = kFirstLine[band == Band::kVhf ? 0 : 1];
+    for (std::size_t k = 0; k < kSpecialChannelCount; ++k) {
+      add(SpecialChannelAddress(band, static_cast<int>(k)), first + 2 * k);
+    }
+  }
+  for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
+    add(MemoryChannelAddress(static_cast<int>(n)), kFirstMemoryLine + 2 * n);
+  }
+  return units;
+}
+
 int Run(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
-  const Findings findings = CheckUp(document);
+  Findings findings = CheckUp(document);
+  const Findings stored = CheckStored(StoredUnits(arguments.file));
+  findings.insert(findings.end(), stored.begin(), stored.end());
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const Finding& a, const Finding& b) { return a.place < b.place; });
   std::string text;
   if (arguments.json) {
     text = JsonText(findings);

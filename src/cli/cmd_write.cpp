@@ -12,7 +12,7 @@ namespace {
 struct Arguments {
   std::string port;
   std::string only;
-  std::string backup;
+  std::optional<std::string> backup;
   bool verify = false;
   std::string file;
 };
@@ -21,6 +21,7 @@ struct Arguments {
 std::string ShellWord(const std::string& word) {
   constexpr std::string_view kPlain =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-+=./:,@%";
+  if (word.starts_with('-')) return ShellWord("./" + word);  // no option
   if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
   std::string quoted = "'";
   for (const char c : word) quoted += c == '\'' ? "'\\''" : std::string(1, c);
@@ -28,10 +29,10 @@ std::string ShellWord(const std::string& word) {
 }
 
 std::string RestoreCommand(const Arguments& arguments) {
-  if (arguments.backup.empty()) return {};
+  if (!arguments.backup) return {};
   const std::string only = arguments.only.empty() ? "" : " --only " + arguments.only;
   return "rxq40ctl write -p " + ShellWord(arguments.port) + only + ' ' +
-         ShellWord(arguments.backup);
+         ShellWord(*arguments.backup);
 }
 
 // kExitDone when the backup's file can be made. An older backup is never replaced: it may be the one
@@ -47,10 +48,10 @@ int CheckBackup(CommandContext& context, const std::string& path) {
 
 WriteNet NetOf(CommandContext& context, const Arguments& arguments) {
   WriteNet net{.keep_backup = {}, .verify = arguments.verify};
-  if (arguments.backup.empty()) return net;
-  net.keep_backup = [&context, path = arguments.backup](const CloneDocument& radio) {
+  if (!arguments.backup) return net;
+  net.keep_backup = [&context, path = *arguments.backup](const CloneDocument& radio) {
     CloneDocument document = radio;
-    if (const auto problem = SaveCloneFile(path, document, document.model)) {
+    if (const auto problem = SaveCloneFile(path, document, document.model, NewFilesOnly())) {
       context.console.Error(*problem);
       return false;
     }
@@ -65,8 +66,8 @@ int Run(CommandContext& context, const Arguments& arguments) {
   if (!device) return context.exit_code;
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
-  if (!arguments.backup.empty()) {
-    if (const int code = CheckBackup(context, arguments.backup)) return code;
+  if (arguments.backup) {
+    if (const int code = CheckBackup(context, *arguments.backup)) return code;
   }
   RadioSession session(context, *device, document);
   const int code =
@@ -93,7 +94,8 @@ void AddWrite(CLI::App& app, CommandContext& context) {
                     "read back what was written and compare; differences go to standard output");
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
   command->footer(
-      "A write whose backup failed does not start.\n"
+      "A write whose backup failed does not start. A backup is a clone file: it brings back what\n"
+      "such a file can hold, and RPT's frequency is set by every write.\n"
       "Example: rxq40ctl write -p /dev/ttyUSB0 --backup before.Q40 --verify radio.Q40");
   command->callback([&context, arguments] { context.exit_code = Run(context, *arguments); });
 }

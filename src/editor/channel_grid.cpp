@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QProxyStyle>
 #include <QScrollBar>
+#include <QStyleOption>
 
 #include "app/tables/grid_columns.h"
 
@@ -32,6 +33,19 @@ class NarrowStyle final : public QProxyStyle {
     if (metric == PM_FocusFrameHMargin) return 0;
     if (metric == PM_HeaderMargin) return 1;
     return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+  // The usual lines cannot be seen on a dark background.
+  [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                              QStyleHintReturn* data) const override {
+    const bool dark = option != nullptr && option->palette.color(QPalette::Base).lightness() < 128;
+    if (hint != SH_Table_GridLineColor || !dark) {
+      return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+    const QColor text = option->palette.color(QPalette::Text);
+    const QColor back = option->palette.color(QPalette::Base);
+    return static_cast<int>(qRgb((3 * back.red() + text.red()) / 4,
+                                 (3 * back.green() + text.green()) / 4,
+                                 (3 * back.blue() + text.blue()) / 4));
   }
 };
 

@@ -3,6 +3,7 @@
 #include "files/file_system.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -21,6 +22,23 @@ bool StoreReason(const std::error_code& error) {
   if (error) errno = error.value();
   return !error;
 }
+
+class NewFiles final : public FileSystem {
+ public:
+  bool Rename(const std::string& from, const std::string& to) override {
+#ifdef RENAME_NOREPLACE
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+#endif
+    // A file system that cannot do it in one step.
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(to, error))) {
+      errno = EEXIST;
+      return false;
+    }
+    return FileSystem::Rename(from, to);
+  }
+};
 
 }  // namespace
 
@@ -90,6 +108,11 @@ bool FileSystem::Remove(const std::string& path) {
 
 FileSystem& SystemFiles() {
   static FileSystem system;
+  return system;
+}
+
+FileSystem& NewFilesOnly() {
+  static NewFiles system;
   return system;
 }
 

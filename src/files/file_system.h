@@ -38,5 +38,7 @@ class FileSystem {
 
 // The system that the program runs on.
 FileSystem& SystemFiles();
+// The same, but its Rename replaces nothing (EEXIST), not even a file that has just appeared.
+FileSystem& NewFilesOnly();
 
 }  // namespace q40

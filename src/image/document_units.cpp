@@ -32,8 +32,8 @@ std::optional<std::string> LoadSpecial(const Unit& unit, Band band, int k, Clone
 // Bytes that differ without showing in any field, "byte 23" in each unit's own counting.
 void AddHiddenBytes(const Unit& a, const Unit& b, std::vector<CellDifference>& differences) {
   for (std::size_t byte = 0; 2 * byte < a.digits.size(); ++byte) {
-    const std::string in_a = a.digits.substr(2 * byte, 2);
-    const std::string in_b = b.digits.substr(2 * byte, 2);
+    const std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
+    const std::string in_b = UpperCase(b.digits.substr(2 * byte, 2));
     if (in_a == in_b) continue;
     differences.push_back({UnitName(a.address), "byte " + std::to_string(byte), in_a, in_b});
   }
@@ -81,7 +81,8 @@ std::optional<std::string> LoadUnit(const Unit& unit, CloneDocument& document) {
 }
 
 std::vector<CellDifference> UnitDifferences(const Unit& a, const Unit& b) {
-  if (a.digits == b.digits) return {};
+  // The program writes some digits in lower case, the radio answers in capitals.
+  if (UpperCase(a.digits) == UpperCase(b.digits)) return {};
   if (!std::all_of(b.digits.begin(), b.digits.end(), IsHexDigit)) {
     return {{UnitName(a.address), "content", "", "cannot be read: no hexadecimal digits"}};
   }

@@ -77,11 +77,14 @@ bool Link::Collect(OneShotTimer& timer, std::chrono::milliseconds limit, const C
 }
 
 std::string Link::TxCommand(std::string_view command) {
+  was_sent_ = false;
+  return pump_.StopRequested() ? std::string(kStopped) : Exchange(command);
+}
+
+std::string Link::Exchange(std::string_view command) {
   const auto complete = [&](const std::string& reply) {
     return reply.size() >= command.size() + kShortestAnswer && reply.back() == '\n';
   };
-  was_sent_ = false;
-  if (pump_.StopRequested()) return std::string(kStopped);
   if (DeadlineIsOver()) return std::string(kNoReply);
   if (!port_.IsOpen() || !Send(std::string(command) + '\n') ||
       !Collect(timers_.Timer2, kCommandTimeout, complete, {})) {
@@ -90,8 +93,9 @@ std::string Link::TxCommand(std::string_view command) {
   return reply_.size() < kLongestReply && complete(reply_) ? reply_ : std::string(kNoReply);
 }
 
+// Everything has been moved: also somebody who wants to stop wants the radio to leave its clone mode.
 void Link::TxEnd() {
-  TxCommand(kEndCommand);
+  Exchange(kEndCommand);
   Wait(kPauseMs);
 }
 

@@ -72,7 +72,7 @@ class Link {
   // a stop request held the command back.
   [[nodiscard]] bool WasSent() const { return was_sent_; }
 
-  // Sends the End command and pauses. The answer does not matter; on a silent radio this takes
+  // Sends the End command, after a stop request too, and pauses. The answer does not matter; on a silent radio this takes
   // 2010 ms.
   void TxEnd();
 
@@ -92,6 +92,7 @@ class Link {
   using Complete = std::function<bool(const std::string& reply)>;
   using Pass = std::function<void(const std::string& reply)>;
 
+  std::string Exchange(std::string_view command);
   bool Send(std::string_view text);
   bool Collect(OneShotTimer& timer, std::chrono::milliseconds limit, const Complete& complete,
                const Pass& on_pass);

@@ -8,6 +8,7 @@
 #include <QStatusBar>
 #include <QToolTip>
 
+#include "app/user_options.h"
 #include "files/clone_file.h"
 #include "gui/commands_test.h"
 #include "support/process.h"
@@ -66,7 +67,8 @@ TEST_F(Net, AWriteIsBackedUpAndVerified) {
   EXPECT_EQ(kept.dial[0], "0123456789");
   EXPECT_TRUE(kept.image.ChannelInUse[0]);  // both halves, whatever is written
   EXPECT_TRUE(Status().startsWith("Written and verified."));
-  EXPECT_TRUE(Status().contains(QString::fromStdString(Backups()[0])));
+  EXPECT_TRUE(Status().contains(
+      QString::fromStdString(std::filesystem::path(Backups()[0]).filename().string())));
   EXPECT_EQ(window_->findChild<QWidget*>("frmReport"), nullptr);
 }
 
@@ -81,7 +83,8 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     const char* status;
   } cases[] = {
       {"silence@1C20", true, false, "Communication Error", nullptr, "nothing was written"},
-      {"ng@#234", true, true, "Communication Error", "To bring the backup back: open ", "perhaps"},
+      {"ng@#234", true, true, "Communication Error", "To bring the backup back: open it",
+       "perhaps"},
       {"ng@#252", true, true, "Communication Error", "choose Write All in the Radio menu.", ""},
       {"not-stored@0200", false, true, nullptr, "The radio did not keep everything.", ""},
       {"ng@0240", false, false, "Communication Error", nullptr,
@@ -99,6 +102,7 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     EXPECT_TRUE(Status().contains(QLatin1String(c.status))) << Status().toStdString();
     if (report == nullptr) continue;
     EXPECT_TRUE(report->isVisible());
+    EXPECT_EQ(UserOptions::RecentFiles().value(0).endsWith("demo.Q40"), !c.back_up);
     EXPECT_TRUE(Find<QLabel>("lblReport").text().contains(QLatin1String(c.report)))
         << Find<QLabel>("lblReport").text().toStdString();
     EXPECT_EQ(

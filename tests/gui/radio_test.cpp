@@ -108,7 +108,7 @@ TEST_F(RadioCommands, AFailedReadKeepsWhatCameBefore) {
   EXPECT_EQ(Cell("MSFlexGrid1", 2, 1), "145.6000");
   EXPECT_EQ(Cell("MSFlexGrid1", 3, 1), "");
   EXPECT_EQ(Flags(), "--");
-  EXPECT_TRUE(Find<QStatusBar>("sbStatusBar").currentMessage().contains("memory channel 2"));
+  EXPECT_TRUE(Find<QStatusBar>("sbStatusBar").currentMessage().contains("Memory channel 2"));
 }
 
 TEST_F(RadioCommands, AnotherModelIsNotWritten) {
