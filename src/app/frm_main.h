@@ -148,6 +148,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void Write(Half half);
   void WriteFromMenu(Half half);
   WriteNet Net(std::string& backup);
+  std::string KeepBackup(CloneDocument radio);
   void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
   void TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence first);
   void ShowPageOf(Sequence sequence);

@@ -114,8 +114,8 @@ void frmMain::WriteFromMenu(Half half) {
   follow_pages_ = false;
 }
 
-// What the user has switched on in the Tools menu. `backup` becomes the path of the backup, named
-// after model and time, and must outlive the net.
+// What the user has switched on in the Tools menu. `backup` becomes the path of the backup and must
+// outlive the net.
 WriteNet frmMain::Net(std::string& backup) {
   WriteNet net;
   // The check marks, and not what is remembered of them: that may be out of reach.
@@ -123,34 +123,39 @@ WriteNet frmMain::Net(std::string& backup) {
     return findChild<QAction*>(QLatin1String(name))->isChecked();
   };
   net.verify = is_on("mnuVerify");
-  if (!is_on("mnuBackUp")) return net;
-  net.keep_backup = [this, &backup](const CloneDocument& radio) {
-    CloneDocument document = radio;
-    const QString folder = QString::fromStdString(backup_folder_);
-    QDir().mkpath(folder);
-    const QString time =
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
-    const std::string_view model = ModelName(document.model);
-    const std::string name = backup_folder_ + '/' + std::string(model) + ' ' + time.toStdString();
-    backup = name + ".Q40";
-    for (int copy = 2; QFileInfo::exists(QString::fromStdString(backup)); ++copy) {
-      backup = name + " (" + std::to_string(copy) + ").Q40";
-    }
-    const auto problem = SaveCloneFile(backup, document, document.model, NewFilesOnly());
-    if (!problem) {
-      UserOptions::AddRecentFile(QString::fromStdString(backup));
-      return true;
-    }
+  if (is_on("mnuBackUp")) {
+    net.keep_backup = [this, &backup](const CloneDocument& radio) {
+      backup = KeepBackup(radio);
+      return !backup.empty();
+    };
+  }
+  return net;
+}
+
+// The path of the new file, named after model and time. Empty: the user has been told why.
+std::string frmMain::KeepBackup(CloneDocument radio) {
+  QDir().mkpath(QString::fromStdString(backup_folder_));
+  const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+  std::string name(ModelName(radio.model));
+  name.insert(0, backup_folder_ + '/').append(" ").append(time.toStdString());
+  std::string path = name + ".Q40";
+  for (int copy = 2; QFileInfo::exists(QString::fromStdString(path)); ++copy) {
+    path = name + " (" + std::to_string(copy) + ").Q40";
+  }
+  if (const auto problem = SaveCloneFile(path, radio, radio.model, NewFilesOnly())) {
     const std::string text =
         "The backup could not be kept, so nothing was written.\r\n" + problem->Message();
     ShowMessage(this, QMessageBox::Critical, kErrorTitle, text.c_str());
-    return false;
-  };
-  return net;
+    return {};
+  }
+  UserOptions::AddRecentFile(QString::fromStdString(path));
+  return path;
 }
 
 // In the status bar; with a net, which has more to tell, in a window too.
 void frmMain::ReportWrite(const WriteResult& result, Half half, const std::string& backup) {
+  // That a backup could not be kept has been said, at length.
+  if (result.last.outcome == Outcome::kCancelled) return;
   const bool done = result.last.outcome == Outcome::kDone;
   const QString kept = QString::fromStdString(backup);
   QStringList lines;
@@ -179,7 +184,7 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
   } else if (result.last.outcome != Outcome::kWrongModel) {
     text = Reason(result.last) + QLatin1Char(' ') + text;
   }
-  NoteFailure(text);
+  NoteFailure(QString(text).replace(QLatin1Char('\n'), QLatin1Char(' ')));
   if (!result.backup_kept && result.stage != WriteResult::Stage::kVerify) return;
   if (report_ == nullptr) report_ = new ReportWindow(this);
   report_->Tell(text, lines);
