@@ -87,8 +87,7 @@ void CheckReport(const SequenceReport& report, const Call& call, const FuzzedPor
   // A port that is lost behind the last unit takes the End command with it; that does not matter, as
   // the answer to it does not.
   const bool lost = !port.losses().empty() && port.losses().back() == exchanges.size();
-  Check(!done || !call.has_end || stopped || lost ||
-            (!exchanges.empty() && exchanges.back().Is("KX~E")),
+  Check(!done || !call.has_end || lost || (!exchanges.empty() && exchanges.back().Is("KX~E")),
         "a sequence that is done has ended");
   Check(!lost || done || stopped || report.outcome == Outcome::kPortError,
         "a lost port is a port error");
