@@ -239,5 +239,26 @@ TEST(StandardStreams, ClosedOnesAreOpenedOnTheNullDevice) {
   EXPECT_EQ(streams[1].st_ino, out.st_ino);  // the open one stays what it was
 }
 
+TEST(NewFiles, ReplaceNothingOnAnyFileSystem) {
+  test::TempFolder folder;
+  test::Store(folder / "new", "new");
+  test::Store(folder / "old", "the only copy");
+  for (const bool in_one_step : {true, false}) {
+    const auto rename = [&](const std::string& to) {
+      return in_one_step ? NewFilesOnly().Rename(folder / "new", to)
+                         : RenameWhereNothingIs(folder / "new", to);
+    };
+    EXPECT_FALSE(rename(folder / "old"));
+    EXPECT_EQ(errno, EEXIST);
+    EXPECT_EQ(test::Content(folder / "old"), "the only copy");
+    EXPECT_TRUE(rename(folder / "free"));
+    EXPECT_EQ(test::Content(folder / "free"), "new");
+    std::filesystem::rename(folder / "free", folder / "new");
+  }
+  // What the system refuses for another reason, here a folder into itself, is tried the other way.
+  std::filesystem::create_directory(folder / "sub");
+  EXPECT_FALSE(NewFilesOnly().Rename(folder / "sub", folder / "sub/sub"));
+}
+
 }  // namespace
 }  // namespace q40

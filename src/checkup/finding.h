@@ -70,7 +70,8 @@ struct Place {
   Band band = Band::kVhf;  // of a special channel; VHF elsewhere
   int index = 0;  // of SettingsItems(), row of the special set, dialer memory, memory channel
 
-  auto operator<=>(const Place&) const = default;
+  // clang-tidy takes the 0 of the comparisons for a pointer.
+  auto operator<=>(const Place&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 // "channel D3", "VHF PH", "auto dialer"; of a setting its group: "settings", "DTMF", "access".

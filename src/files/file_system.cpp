@@ -30,13 +30,7 @@ class NewFiles final : public FileSystem {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
     if (errno != EINVAL && errno != ENOSYS) return false;
 #endif
-    // A file system that cannot do it in one step.
-    std::error_code error;
-    if (fs::exists(fs::symlink_status(to, error))) {
-      errno = EEXIST;
-      return false;
-    }
-    return FileSystem::Rename(from, to);
+    return RenameWhereNothingIs(from, to);
   }
 };
 
@@ -104,6 +98,13 @@ bool FileSystem::SyncFolder(const std::string& folder) {
 bool FileSystem::Remove(const std::string& path) {
   std::error_code error;
   return fs::remove(path, error) && StoreReason(error);
+}
+
+bool RenameWhereNothingIs(const std::string& from, const std::string& to) {
+  std::error_code error;
+  if (!fs::exists(fs::symlink_status(to, error))) return SystemFiles().Rename(from, to);
+  errno = EEXIST;
+  return false;
 }
 
 FileSystem& SystemFiles() {

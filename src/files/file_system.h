@@ -40,5 +40,7 @@ class FileSystem {
 FileSystem& SystemFiles();
 // The same, but its Rename replaces nothing (EEXIST), not even a file that has just appeared.
 FileSystem& NewFilesOnly();
+// That Rename on a file system that cannot do it in one step: looks first, then renames.
+bool RenameWhereNothingIs(const std::string& from, const std::string& to);
 
 }  // namespace q40

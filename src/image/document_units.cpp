@@ -54,6 +54,7 @@ std::vector<Address> SettingsUnits() {
 
 std::vector<Address> MemoryUnits() {
   std::vector<Address> addresses;
+  addresses.reserve(kMemoryChannelCount);
   for (int n = 0; n < kMemoryChannelCount; ++n) addresses.push_back(MemoryChannelAddress(n));
   return addresses;
 }
