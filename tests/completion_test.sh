@@ -57,18 +57,19 @@ rxq40sim --fault n;ng|non-hex|not-stored
 rxq40sim --save-memory n;notes.txt
 CASES
 
-# zsh completes the line itself, in a terminal of its own.
+# zsh completes the line itself, in a terminal of its own. That terminal shows what is typed until the
+# shell is ready for it, so what is waited for must not stand in what is typed.
 completed_by_zsh() {
   zsh -f /dev/stdin "$zsh_folder" "$1" <<'ZSH'
 zmodload zsh/zpty
 zpty shell 'TERM=dumb PS1= zsh -f -i'
-zpty -w shell "unsetopt zle_bracketed_paste; stty -echo; fpath=('$1' \$fpath); autoload -Uz compinit && compinit -u -D"
-zpty -w shell "bindkey '^X' accept-line; rxq40ctl() { print -r -- \"<\$*>\" }; print READY"
+zpty -w shell "unsetopt zle_bracketed_paste; fpath=('$1' \$fpath); autoload -Uz compinit && compinit -u -D"
+zpty -w shell "rxq40ctl() { print -r -- 'GO''T:'\$*':GO''T' }; PS1='REA''DY '"
 zpty -r -m shell text '*READY*'
 zpty -w -n shell "$2"$'\t\n'
-zpty -r -m shell text '*<*>*'
-text=${text##*'<'}
-print -r -- "${text%%'>'*}"
+zpty -r -m shell text '*GOT:*:GOT*'
+text=${text##*'GOT:'}
+print -r -- "${text%%':GOT'*}"
 zpty -d shell
 ZSH
 }
