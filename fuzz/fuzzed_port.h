@@ -38,7 +38,7 @@ class FuzzedPort final : public Port {
     model_ = static_cast<char>('0' + input.Below(3));
     answers_behind_input_ = input.Flag();
     opens_ = input.Byte() != 1;
-    time.pump.next_arrival = [this] { return NextArrival(); };
+    time.pump.next_arrival = [this] { return arrivals_.Next(time_.clock.now); };
   }
 
   bool Open() override { return open_ = opens_; }
@@ -59,11 +59,7 @@ class FuzzedPort final : public Port {
       Lose();
       return std::nullopt;
     }
-    std::string text;
-    while (!arrivals_.empty() && arrivals_.front().at <= time_.clock.now) {
-      text += arrivals_.front().bytes;
-      arrivals_.pop_front();
-    }
+    std::string text = arrivals_.Take(time_.clock.now);
     if (!exchanges_.empty()) exchanges_.back().Hear(text);
     return text;
   }
@@ -77,25 +73,13 @@ class FuzzedPort final : public Port {
   [[nodiscard]] const std::vector<std::size_t>& losses() const { return losses_; }
 
  private:
-  struct Arrival {
-    std::string bytes;
-    test::TimePoint at;
-  };
-
   bool Lose() {
     losses_.push_back(exchanges_.size());
-    arrivals_.clear();
+    arrivals_.Clear();
     return open_ = false;
   }
   void Arrive(std::string_view bytes, int after_ms) {
-    const auto from = arrivals_.empty() ? time_.clock.now : arrivals_.back().at;
-    arrivals_.push_back({std::string(bytes), from + milliseconds(after_ms)});
-  }
-  [[nodiscard]] std::optional<test::TimePoint> NextArrival() const {
-    for (const Arrival& arrival : arrivals_) {
-      if (arrival.at > time_.clock.now) return arrival.at;
-    }
-    return std::nullopt;
+    arrivals_.Add(std::string(bytes), milliseconds(after_ms), time_.clock.now);
   }
   std::size_t Length() { return static_cast<std::size_t>(input_.Byte()); }
 
@@ -111,7 +95,7 @@ class FuzzedPort final : public Port {
   bool open_ = false;
   int dies_at_read_ = -1;
   std::vector<std::size_t> losses_;
-  std::deque<Arrival> arrivals_;
+  test::Arrivals arrivals_;
   std::vector<Exchange> exchanges_;
 };
 

@@ -143,16 +143,6 @@ TEST(Programs, ADeviceThatNeverStopsTalkingEndsWithAnIdleProcessor) {
   EXPECT_LT(result.cpu_seconds, 0.2);
 }
 
-TEST(Programs, ARadioThatIsSilentEndsAfterTwoSecondsWithAnIdleProcessor) {
-  SimulatorProcess radio({"--fault", "silence"});
-  const ProcessResult result = Ctl({"identify", "-p", radio.device()});
-  EXPECT_EQ(result.code, 4);
-  EXPECT_GT(result.seconds, 1.9);
-  EXPECT_LT(result.seconds, 3);
-  EXPECT_LT(result.cpu_seconds, 0.1);
-  EXPECT_EQ(Ctl({"identify", "-p", radio.device()}).code, 0);
-}
-
 // Waiting costs nothing, whatever is waited for. What the program takes to start is not counted.
 TEST(Programs, NoFaultBurnsTheProcessor) {
   test::TempFolder folder;
@@ -217,28 +207,6 @@ TEST(Programs, SignalsThatTheParentIgnoresStayIgnored) {
       Ctl({"identify", "-p", radio.device()},
           {.ignore_hangup = true, .signal = SIGHUP, .signal_after = milliseconds(200)});
   EXPECT_EQ(result.code, 0) << result.err;
-}
-
-TEST(Programs, AFullDiskLeavesTheOldFile) {
-  test::TempFolder folder;
-  const std::string path = folder / "a.Q40";
-  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", path}).code, 0);
-  ASSERT_EQ(Ctl({"export", path, folder / "a.csv"}).code, 0);
-  const std::string before = test::Content(path);
-  const test::ProcessOptions full = {.largest_file = 8000};
-  SimulatorProcess radio({});
-  const std::vector<std::vector<std::string>> commands = {
-      {"new", "--force", "--model", "RX-Q40E", path},
-      {"import", path, folder / "a.csv"},
-      {"read", "--force", "-p", radio.device(), path}};
-  for (const auto& command : commands) {
-    const ProcessResult result = Ctl(command, full);
-    EXPECT_EQ(result.code, 7) << result.err;
-    EXPECT_TRUE(Says(result, "File too large") && Says(result, "The file is as it was"))
-        << result.err;
-    EXPECT_EQ(test::Content(path), before);
-    EXPECT_EQ(folder.FileCount(), 2U);
-  }
 }
 
 TEST(Programs, AProtectedFileIsNotReplaced) {

@@ -46,6 +46,15 @@ class Xvfb : public testing::Test {
   void Focus(const std::string& title) {
     Keys({"search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync"});
   }
+  // Saves until `file` is no longer what it was: while the radio is busy, so is the window.
+  void SaveAChange(const std::string& file) {
+    const std::string before = test::Content(file);
+    for (int tries = 0; tries < 40 && test::Content(file) == before; ++tries) {
+      Keys({"key", "ctrl+s"});
+      usleep(250'000);
+    }
+    EXPECT_NE(test::Content(file), before);
+  }
   // Starts the window and waits until its start-up pause is over.
   std::unique_ptr<Background> Window(const std::string& file) {
     auto window = std::make_unique<Background>(
@@ -76,9 +85,7 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
                           folder_ / "after.Q40"});
   auto window = Window(folder_ / "mine.Q40");
   Keys({"key", "F7"});  // Read All
-  usleep(1'500'000);
-  Keys({"key", "ctrl+s"});
-  usleep(300'000);
+  SaveAChange(folder_ / "mine.Q40");
   EXPECT_EQ(Ctl({"diff", folder_ / "radio.Q40", folder_ / "mine.Q40"}).out, "");
 
   // Edit channel 7: the eighth row of the grid, the dialog, a new frequency, OK.
@@ -89,9 +96,7 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
   Keys({"key", "Return"});
   Focus("Korvex RX-Q40 Clone Utility");
   Keys({"key", "shift+F7"});  // Write All
-  usleep(4'500'000);
-  Keys({"key", "ctrl+s"});
-  usleep(300'000);
+  SaveAChange(folder_ / "mine.Q40");
   Keys({"key", "ctrl+q"});
   EXPECT_EQ(window->Wait(milliseconds(3000)), 0);
   EXPECT_EQ(radio.Stop(), 0);

@@ -66,6 +66,39 @@ class FakePump final : public EventPump {
   std::vector<FakeTimer*> timers_;
 };
 
+// Bytes on their way to the program.
+class Arrivals {
+ public:
+  // `after` the bytes before them, or after `now` when there are none.
+  void Add(std::string bytes, milliseconds after, TimePoint now) {
+    const TimePoint from = coming_.empty() ? now : std::max(now, coming_.back().at);
+    coming_.push_back({std::move(bytes), from + after});
+  }
+  std::string Take(TimePoint now) {
+    std::string text;
+    while (!coming_.empty() && coming_.front().at <= now) {
+      text += coming_.front().bytes;
+      coming_.pop_front();
+    }
+    return text;
+  }
+  // The next ones in the future: what has arrived is no event any more, read or not.
+  [[nodiscard]] std::optional<TimePoint> Next(TimePoint now) const {
+    for (const Arrival& arrival : coming_) {
+      if (arrival.at > now) return arrival.at;
+    }
+    return std::nullopt;
+  }
+  void Clear() { coming_.clear(); }
+
+ private:
+  struct Arrival {
+    std::string bytes;
+    TimePoint at;
+  };
+  std::deque<Arrival> coming_;
+};
+
 // Answers each write with the next reply of its script, which may come in pieces and late.
 class ScriptedPort final : public Port {
  public:
@@ -93,12 +126,9 @@ class ScriptedPort final : public Port {
   bool Write(std::string_view text) override {
     if (static_cast<int>(sent.size()) == dies_at_write) return open_ = false;
     sent.push_back({std::string(text), clock_.Ms()});
-    TimePoint at = clock_.now;
-    if (reply) {
-      for (const Piece& piece : reply(sent.back().bytes)) {
-        at += piece.after;
-        arrivals_.push_back({piece.bytes, at});
-      }
+    if (!reply) return true;
+    for (const Piece& piece : reply(sent.back().bytes)) {
+      arrivals_.Add(piece.bytes, piece.after, clock_.now);
     }
     return true;
   }
@@ -107,32 +137,17 @@ class ScriptedPort final : public Port {
       open_ = false;
       return std::nullopt;
     }
-    std::string text;
-    while (!arrivals_.empty() && arrivals_.front().at <= clock_.now) {
-      text += arrivals_.front().bytes;
-      arrivals_.pop_front();
-    }
-    return text;
+    return arrivals_.Take(clock_.now);
   }
   [[nodiscard]] PortProblem Problem() const override {
     return {PortProblem::Kind::kMissing, "the scripted port is closed", ""};
   }
-  void LeaveOver(std::string bytes) { arrivals_.push_back({std::move(bytes), clock_.now}); }
-  // The next one in the future: what has arrived is no event any more, read or not.
-  [[nodiscard]] std::optional<TimePoint> NextArrival() const {
-    for (const Arrival& arrival : arrivals_) {
-      if (arrival.at > clock_.now) return arrival.at;
-    }
-    return std::nullopt;
-  }
+  void LeaveOver(std::string bytes) { arrivals_.Add(std::move(bytes), {}, clock_.now); }
+  [[nodiscard]] std::optional<TimePoint> NextArrival() const { return arrivals_.Next(clock_.now); }
 
  private:
-  struct Arrival {
-    std::string bytes;
-    TimePoint at;
-  };
   FakeClock& clock_;
-  std::deque<Arrival> arrivals_;
+  Arrivals arrivals_;
   bool open_ = false;
 };
 

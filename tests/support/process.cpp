@@ -15,11 +15,6 @@ using Clock = std::chrono::steady_clock;
 
 [[noreturn]] void Exec(const std::vector<std::string>& command, const ProcessOptions& options) {
   for (const auto& [name, value] : options.environment) setenv(name.c_str(), value.c_str(), 1);
-  if (options.largest_file >= 0) {
-    const rlimit limit{static_cast<rlim_t>(options.largest_file),
-                       static_cast<rlim_t>(options.largest_file)};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
   if (options.ignore_hangup) std::signal(SIGHUP, SIG_IGN);
   constexpr uid_t kNobody = 65534;
   if (options.as_nobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);

@@ -20,7 +20,6 @@ struct ProcessResult {
 
 struct ProcessOptions {
   std::map<std::string, std::string> environment{};
-  long largest_file = -1;      // RLIMIT_FSIZE in bytes
   bool as_nobody = false;      // drops the rights of root
   bool ignore_hangup = false;  // as nohup does
   std::vector<int> closed{};   // standard streams that the program starts without

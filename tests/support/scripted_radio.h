@@ -1,4 +1,5 @@
-// A radio for the sequences: it answers properly, except where a test replaces an answer.
+// A radio for the sequences: it answers properly and keeps what is written to it, except where a test
+// says otherwise.
 #pragma once
 
 #include <map>
@@ -13,10 +14,9 @@ namespace q40::test {
 class Radio : public ScriptedLink {
  public:
   std::string identity = "RXQ40x0A.";
-  std::map<std::string, std::string> data;  // by address; a default otherwise
-  std::map<std::string, std::string>
-      answers;  // whole answers by address, instead of the proper one
-  std::string announce_answer = "OK\r\n";
+  std::map<std::string, std::string> data;     // by address; zeros otherwise
+  std::map<std::string, std::string> answers;  // whole ones by address, instead of the proper one
+  std::string deaf_to;  // an address whose writes it acknowledges, and does not keep
   CloneDocument document = FreshDocument();
   FakeHost host{document};
   Sequences sequences{link, document, host};
@@ -44,11 +44,13 @@ class Radio : public ScriptedLink {
  private:
   std::string AnswerTo(const std::string& sent) {
     if (sent == "KX~WHO\r\n") return identity + "\r\n";
-    if (sent == "RXQ40\r\n") return announce_answer;
-    if (sent == "KX~E\r\n\n") return "OK\r\n";
+    if (!sent.starts_with("KX~F")) return "OK\r\n";
     const std::string address = sent.substr(4, 4);
     if (const auto own = answers.find(address); own != answers.end()) return own->second;
-    if (sent[8] == 'W') return "OK\r\n";
+    if (sent[8] == 'W') {
+      if (address != deaf_to) data[address] = sent.substr(9, kUnitDigits);
+      return "OK\r\n";
+    }
     const auto found = data.find(address);
     return (found != data.end() ? found->second : std::string(64, '0')) + "\r\n";
   }

@@ -1,0 +1,25 @@
+// A table of docs/faults.md, which the test that finds it out writes between two marks.
+#pragma once
+
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "support/temp_folder.h"
+
+namespace q40::test {
+
+inline void CheckTable(const std::string& name, const std::string& table) {
+  const std::string path = std::string(PROJECT_FOLDER) + "/docs/faults.md";
+  const std::string start = "<!-- " + name + " -->\n";
+  std::string text = Content(path);
+  const std::size_t at = text.find(start) + start.size();
+  const std::size_t end = text.find("<!-- end -->", at);
+  ASSERT_TRUE(at >= start.size() && end != std::string::npos)
+      << name << " has no place in " << path;
+  EXPECT_EQ(text.substr(at, end - at), table)
+      << "RXQ40_WRITE_DOCS=1 build/release/tests/faults_test writes it anew";
+  if (std::getenv("RXQ40_WRITE_DOCS") != nullptr) Store(path, text.replace(at, end - at, table));
+}
+
+}  // namespace q40::test
