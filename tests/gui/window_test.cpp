@@ -32,6 +32,8 @@ void Answers::Look() {
   const Answer answer = std::move(answers_.front());
   answers_.pop_front();
   answer(*dialog);
+  // It was not the one expected, and nobody else closes it.
+  if (testing::Test::HasFatalFailure()) dialog->close();
   Forget();  // the same dialog may be shown again at once
 }
 
