@@ -1,209 +1,124 @@
 // The channel edit dialog.
-#include <QCheckBox>
-#include <QLabel>
-#include <QRadioButton>
-
 #include "gui/window_test.h"
 
-namespace q40 {
+namespace q40::test {
 namespace {
 
-class Modify : public test::Window {
+class Modify : public Window {
  protected:
-  // Opens the dialog on a row, works in it, presses a button.
-  void Open(const QString& grid, int row, std::function<void()> use,
-            const char* button = "OKButton") {
-    ShowTab(grid == "MSFlexGrid1" ? 3 : 1);
-    SelectRow(grid, row);
-    answers_.Edit(
-        [this, use = std::move(use)](QWidget& dialog) {
-          dialog_ = &dialog;
-          use();
-        },
-        button);
-    QTest::keyClick(&Find(grid), Qt::Key_Return);
-    dialog_ = nullptr;
-  }
-  template <class Widget = QWidget>
-  Widget& In(const QString& name) {
-    auto* found = dialog_->findChild<Widget*>(name);
-    if (found == nullptr) ADD_FAILURE() << "no " << name.toStdString();
-    return *found;
-  }
-  QString Text(const char* name) { return In(name).property("text").toString(); }
+  // The dialog's controls are found as the window's own are.
+  QString Text(const char* name) { return Find(name).property("text").toString(); }
+  QString Mhz() { return Text("txtFreq") + '.' + Text("txtFreq1"); }
   void Type(const char* name, const char* keys) {
-    In(name).setFocus();
-    In<QLineEdit>(name).selectAll();
-    QTest::keyClicks(&In(name), keys);
+    Find(name).setFocus();
+    Find<QLineEdit>(name).selectAll();
+    QTest::keyClicks(&Find(name), keys);
   }
   void Leave(const char* name) {
-    In(name).setFocus();
-    QTest::keyClick(&In(name), Qt::Key_Tab);
+    Find(name).setFocus();
+    Press(name, Qt::Key_Tab);
   }
-  int Step() {
-    for (int i = 0; i < 7; ++i) {
-      if (In<QRadioButton>(QStringLiteral("optStep_%1").arg(i)).isChecked()) return i;
-    }
-    return -1;
-  }
-  void Press(const QString& option) {
-    QTest::mouseClick(&In(option), Qt::LeftButton, {}, QPoint(8, 8));
-  }
-
-  QWidget* dialog_ = nullptr;
+  void Tick(const char* option) { Press(option, Qt::Key_Space); }
 };
 
-TEST_F(Modify, VariantsByRow) {
+TEST_F(Modify, EachSpecialChannelHasItsVariant) {
   Start();
-  const struct {
-    int row;
-    const char* title;
-    const char* mode;
-    bool frequency, step, split, power, repeat, focus;
-  } rows[] = {{1, "Modify VFO Parameters", "VFO", true, true, true, true, true, true},
-              {2, "Modify Call Channel Parameters", "Call", true, true, true, true, true, true},
-              {3, "Modifi Repeater Access Parameters", "Repeater", false, false, false, false,
-               false, false},
-              {4, "Modify PH Parameters", "PH", true, true, false, true, true, true},
-              {5, "Modify PL Channel Parameters", "PL", true, true, false, true, true, true}};
-  for (const auto& r : rows) {
-    Open(
-        "MSFlexGrid2", r.row,
-        [&] {
-          EXPECT_EQ(dialog_->windowTitle(), r.title);
-          EXPECT_EQ(Text("lblMode"), r.mode);
-          EXPECT_EQ(In("lblCH").isVisible(), r.row == 1);
-          for (const char* name : {"txtFreq", "txtFreq1"})
-            EXPECT_EQ(In(name).isEnabled(), r.frequency) << r.row;
-          for (const char* name : {"optStep_0", "optStep_6"})
-            EXPECT_EQ(In(name).isEnabled(), r.step) << r.row;
-          for (const char* name :
-               {"optPw_0", "cmbMid", "optATT_0", "optBs_1", "optBw_0", "chkClock"}) {
-            EXPECT_EQ(In(name).isEnabled(), r.power) << name << r.row;
-          }
-          EXPECT_EQ(In("optSift_3").isEnabled(), r.split) << r.row;
-          EXPECT_EQ(In("chkRpt").isEnabled(), r.repeat) << r.row;
-          for (const char* name :
-               {"optTone_0", "cmbTxTone", "cmbRxDCS", "optSift_2", "txtShift", "chkBCLO"}) {
-            EXPECT_TRUE(In(name).isEnabled()) << name << r.row;
-          }
-          for (const char* name :
-               {"chkSkip", "txtName", "chkHold", "lblUMHz", "lblVMHz", "chkPower"}) {
-            EXPECT_FALSE(In(name).isVisible()) << name << r.row;
-          }
-          EXPECT_TRUE(In("lblMHz").isVisible());
-          EXPECT_EQ(dialog_->focusWidget() == &In("txtFreq"), r.focus) << r.row;
-          EXPECT_EQ(Step() >= 0, r.step) << r.row;
-          if (r.focus && r.row < 4) {
-            EXPECT_EQ(In<QLineEdit>("txtFreq").selectedText(), "145");
-          }
-        },
-        "CancelButton");
+  const char* const titles[] = {"Modify VFO Parameters", "Modify Call Channel Parameters",
+                                "Modifi Repeater Access Parameters",  // intended
+                                "Modify PH Parameters", "Modify PL Channel Parameters"};
+  for (int row = 1; row <= 5; ++row) {
+    Look(kSpecialGrid, row, [&] {
+      EXPECT_EQ(Find("dlgModify").windowTitle(), titles[row - 1]);
+      for (const char* name : {"txtFreq", "txtFreq1", "optStep_0", "optPw_0", "cmbMid", "optATT_0",
+                               "optBs_1", "optBw_0", "chkClock", "chkRpt"}) {
+        EXPECT_EQ(Find(name).isEnabled(), row != 3) << name << row;
+      }
+      EXPECT_EQ(Find("optSift_3").isEnabled(), row < 3) << row;
+      for (const char* name : {"optTone_0", "cmbTxTone", "cmbRxDCS", "txtShift", "chkBCLO"}) {
+        EXPECT_TRUE(Find(name).isEnabled()) << name << row;
+      }
+      EXPECT_FALSE(Find("txtName").isVisible());
+      EXPECT_EQ(Find("dlgModify").focusWidget() == &Find("txtFreq"), row != 3) << row;
+    });
   }
   EXPECT_EQ(Flags(), "--");
 }
 
 TEST_F(Modify, RepeaterRowKeepsWhatItDoesNotShow) {
   Start();
-  Open("MSFlexGrid2", 3, [&] {
-    EXPECT_EQ(Text("txtFreq"), "Repeater");
-    EXPECT_EQ(Text("txtFreq1"), "r");
-    EXPECT_FALSE(In<QCheckBox>("chkBCLO").isChecked());
-    Press("chkBCLO");
-    Press("optTone_2");
-    Type("txtShift", "7");
-    Type("txtShift1", "6");
-    Leave("txtShift1");
-    EXPECT_EQ(Text("txtShift1"), "6000");
-    EXPECT_EQ(Step(), -1);
+  Edit(kSpecialGrid, 3, [&] {
+    EXPECT_EQ(Mhz(), "Repeater.r");
+    Tick("chkBCLO");
   });
   const ChannelRecord& rpt = document().image.VhfSpecialSet[2];
-  EXPECT_EQ(rpt.cellText[2], "TSQ");
-  EXPECT_EQ(rpt.cellText[7], "7.6000");
   EXPECT_EQ(rpt.cellText[13], "On");
   EXPECT_EQ(rpt.value[0], 1'450'000);
-  EXPECT_EQ(rpt.cellText[0], "");
   EXPECT_EQ(rpt.value[11], 1);
-  EXPECT_EQ(rpt.cellText[11], "");
-  EXPECT_EQ(rpt.cellText[15], "Off");
-  EXPECT_EQ(Flags(), "S-");
   // The next row has its groups back.
-  Open(
-      "MSFlexGrid2", 2,
-      [&] {
-        EXPECT_EQ(Step(), 0);
-        EXPECT_TRUE(In<QRadioButton>("optBs_1").isChecked());
-        EXPECT_EQ(In<QLineEdit>("txtFreq").maxLength(), 3);
-      },
-      "CancelButton");
+  Look(kSpecialGrid, 2, [&] { EXPECT_TRUE(Checked("optStep_0") && Checked("optBs_1")); });
 }
 
-TEST_F(Modify, SpecialOkMarksPhPresentInItsBand) {
+TEST_F(Modify, SpecialChannelsBelongToTheirBand) {
   Start();
   Click("optBand_1");
-  Open("MSFlexGrid2", 4, [&] { Type("txtFreq", "430"); });
+  Edit(kSpecialGrid, 4, [&] {
+    EXPECT_EQ(Text("lblMHz"), "(400.000-511.995MHz)");
+    Type("txtFreq", "430");
+  });
   EXPECT_EQ(StoredPresent(document().image, Band::kUhf), (PresentPair{true, false}));
   EXPECT_EQ(StoredPresent(document().image, Band::kVhf), (PresentPair{false, false}));
-  EXPECT_EQ(Cell("MSFlexGrid2", 4, 1), "430.0000");
-  EXPECT_EQ(Flags(), "S-");
+  EXPECT_EQ(Cell(kSpecialGrid, 4, 1), "430.0000");
+  EXPECT_EQ(Flags(), "S-");  // intended: the channels count as settings
+  Click("optBand_0");
+  EXPECT_EQ(Cell(kSpecialGrid, 4, 1), "");
+  Click("optBand_1");
+  EXPECT_EQ(Cell(kSpecialGrid, 4, 1), "430.0000");
 }
 
-TEST_F(Modify, MemoryChannelEveryControlReachesTheRecord) {
+TEST_F(Modify, EveryControlReachesTheMemoryChannel) {
   Start();
-  Open("MSFlexGrid1", 8, [&] {
-    EXPECT_EQ(dialog_->windowTitle(), "Modify Memory Channel Parameter");
+  Edit(kMemoryGrid, 8, [&] {
     EXPECT_EQ(Text("lblMode") + Text("lblCH"), "MemoryCH7");
-    EXPECT_EQ(Text("lblVMHz"), "(VHF: 136.000-173.995MHz)");
-    EXPECT_EQ(Text("lblUMHz"), "(UHF: 400.000-511.995MHz)");
-    EXPECT_FALSE(In("lblMHz").isVisible());
-    EXPECT_EQ(Text("txtFreq") + Text("txtFreq1"), "1450000");  // the template's
+    EXPECT_EQ(Mhz(), "145.0000");  // the template's
     Type("txtFreq", "146");
     Type("txtFreq1", "1125");
-    Press("optTone_3");
-    for (const char* name : {"cmbTxTone", "cmbRxTone", "cmbTxDCS", "cmbRxDCS"})
-      In<QComboBox>(name).setCurrentIndex(10);
-    Press("optSift_2");
     Type("txtShift", "1");
     Type("txtShift1", "65");
-    Press("optPw_1");
-    In<QComboBox>("cmbMid").setCurrentIndex(10);
-    Press("optATT_1");
-    Press("optBs_2");
-    Press("optBw_0");
-    for (const char* name : {"chkRpt", "chkClock", "chkBCLO", "chkSkip"}) Press(name);
     Type("txtName", "abcd12");
-    Press("optStep_5");
+    Find<QComboBox>("cmbTxTone").setCurrentIndex(7);
+    Find<QComboBox>("cmbRxTone").setCurrentIndex(8);
+    Find<QComboBox>("cmbTxDCS").setCurrentIndex(9);
+    Find<QComboBox>("cmbRxDCS").setCurrentIndex(10);
+    Find<QComboBox>("cmbMid").setCurrentIndex(10);
+    for (const char* name : {"optTone_3", "optSift_2", "optPw_1", "optATT_1", "optBs_2", "optBw_0",
+                             "chkRpt", "chkBCLO", "chkSkip", "optStep_5"}) {
+      Tick(name);
+    }
   });
-  const char* const texts[19] = {"*146.1125", "25KHz",  "DCS", "94.8Hz", "94.8Hz", "054", "+Shift",
-                                 "1.6500",    "Mid",    "10",  "10dB",   "BS-2",   "On",  "On",
+  const char* const texts[19] = {"*146.1125", "25KHz",  "DCS", "85.4Hz", "88.5Hz", "053", "+Shift",
+                                 "1.6500",    "Mid",    "10",  "10dB",   "BS-2",   "Off", "On",
                                  "Narrow",    "ABCD12", "",    "On",     "054"};
-  const int numbers[19] = {1'461'125, 5, 12, 10, 10, 10, 2, 16'500, 1, 10,
-                           1,         2, 1,  1,  1,  1,  1, 1,      10};
+  const int numbers[19] = {1'461'125, 5, 12, 7, 8, 9, 2, 16'500, 1, 10, 1, 2, 0, 1, 1, 1, 1, 1, 10};
+  const ChannelRecord& record = document().image.MemoryTable[7];
   for (std::size_t i = 0; i < 19; ++i) {
-    EXPECT_EQ(document().image.MemoryTable[7].cellText[i], texts[i]) << i;
-    EXPECT_EQ(document().image.MemoryTable[7].value[i], numbers[i]) << i;
+    EXPECT_EQ(record.cellText[i], texts[i]) << i;
+    EXPECT_EQ(record.value[i], numbers[i]) << i;
   }
   EXPECT_TRUE(document().image.ChannelInUse[7]);
   EXPECT_EQ(Flags(), "SM");
-  EXPECT_EQ(Cell("MSFlexGrid1", 8, 16), "ABCD12");  // stored order: the name under BCLO
   // And it opens again as it was left.
-  Open(
-      "MSFlexGrid1", 8,
-      [&] {
-        EXPECT_EQ(Text("txtFreq") + Text("txtFreq1") + Text("txtName"), "1461125ABCD12");
-        EXPECT_TRUE(In<QRadioButton>("optBw_0").isChecked() &&
-                    In<QCheckBox>("chkSkip").isChecked());
-      },
-      "CancelButton");
+  const ChannelRecord before = record;
+  Edit(kMemoryGrid, 8, [] {});
+  EXPECT_TRUE(record == before);
+  Edit(kMemoryGrid, 8, [&] { Tick("chkClock"); });
+  EXPECT_EQ(record.cellText[12], "On");
 }
 
 TEST_F(Modify, CancelAndEscapeLeaveAnEmptyChannelEmpty) {
   Start();
-  Open(
-      "MSFlexGrid1", 1, [&] { Type("txtFreq", "146"); }, "CancelButton");
-  ShowTab(3);
+  Look(kMemoryGrid, 1, [&] { Type("txtFreq", "146"); });
   answers_.Add([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  QTest::mouseDClick(Find<QTableView>("MSFlexGrid1").viewport(), Qt::LeftButton, {}, QPoint(20, 8));
+  QTest::mouseDClick(Find<QTableView>(kMemoryGrid).viewport(), Qt::LeftButton, {}, QPoint(20, 8));
   EXPECT_TRUE(document().image.MemoryTable[0] == ChannelRecord());
   EXPECT_FALSE(document().image.ChannelInUse[0]);
   EXPECT_EQ(Flags(), "--");
@@ -211,110 +126,53 @@ TEST_F(Modify, CancelAndEscapeLeaveAnEmptyChannelEmpty) {
 
 TEST_F(Modify, HoldStartsTheNextEmptyChannelWithTheLastValues) {
   Start();
-  Open("MSFlexGrid1", 1, [&] {
+  Edit(kMemoryGrid, 1, [&] {
     Type("txtFreq", "147");
     Type("txtName", "abc");
-    Press("chkHold");
+    Tick("chkHold");
   });
-  Open(
-      "MSFlexGrid2", 2, [] {}, "CancelButton");  // a special channel does not disturb it
-  Open(
-      "MSFlexGrid1", 2, [&] { EXPECT_EQ(Text("txtFreq") + Text("txtName"), "147ABC"); },
-      "CancelButton");
-  Open("MSFlexGrid1", 1, [&] { Press("chkHold"); });  // a used channel shows its own values
-  Open(
-      "MSFlexGrid1", 2, [&] { EXPECT_EQ(Text("txtFreq") + Text("txtName"), "145"); },
-      "CancelButton");
+  Look(kSpecialGrid, 2, [] {});  // a special channel does not disturb it
+  Look(kMemoryGrid, 2, [&] { EXPECT_EQ(Mhz() + Text("txtName"), "147.0000ABC"); });
+  Edit(kMemoryGrid, 1, [&] { Tick("chkHold"); });  // a used channel shows its own values
+  Look(kMemoryGrid, 2, [&] { EXPECT_EQ(Mhz() + Text("txtName"), "145.0000"); });
 }
 
-TEST_F(Modify, KeysAndTheJumpToTheFraction) {
+TEST_F(Modify, FieldsTakeTheirKeysJumpAndAreRepairedOnLeaving) {
   Start();
-  Open(
-      "MSFlexGrid1", 1,
-      [&] {
-        const struct {
-          const char* field;
-          const char* keys;
-          const char* text;
-          const char* focus;
-        } cases[] = {
-            {"txtFreq", "145", "145", "txtFreq1"},     {"txtFreq", "abc", "145", "txtFreq1"},
-            {"txtFreq", "1x4", "145", "txtFreq1"},     {"txtFreq", "43", "43", "txtFreq"},
-            {"txtShift", "12", "12", "txtShift1"},     {"txtShift", "x7", "7", "txtShift"},
-            {"txtName", "aBeEfG", "ABEF", "txtName"},  {"txtName", "a?:[\\_", "A\\_", "txtName"},
-            {"txtName", "1 (=)9", "1 (=)9", "txtName"}};
-        for (const auto& c : cases) {
-          In("txtShift").setFocus();
-          In("txtFreq").setFocus();  // starts the counting anew
-          if (std::string(c.keys) != "abc") In<QLineEdit>(c.field).clear();
-          In(c.field).setFocus();
-          QTest::keyClicks(&In(c.field), c.keys);
-          EXPECT_EQ(Text(c.field), c.text) << c.keys;
-          EXPECT_EQ(dialog_->focusWidget()->objectName(), c.focus) << c.keys;
-          if (std::string(c.focus) == "txtFreq1") {
-            EXPECT_EQ(In<QLineEdit>("txtFreq1").selectedText(), Text("txtFreq1"));
-          }
-        }
-      },
-      "CancelButton");
-}
-
-TEST_F(Modify, FractionsAndFrequenciesAreRepairedOnLeaving) {
-  Start({}, SavedDemo());  // channel 0 is 145.5 on a version A radio: no lower limit
-  const struct {
-    const char* typed;
-    const char* fraction;
-    int step;
-  } fractions[] = {{"0075", "0050", 0}, {"0125", "0125", 2}, {"0130", "0125", 2},
-                   {"0250", "0250", 0}, {"5", "5000", 0},    {"", "0000", 0},
-                   {"9999", "9950", 0}, {"2875", "2875", 2}};
-  Open(
-      "MSFlexGrid1", 1,
-      [&] {
-        for (const char* field : {"txtFreq1", "txtShift1"}) {
-          for (const auto& f : fractions) {
-            Press("optStep_4");
-            In<QLineEdit>(field).setText(f.typed);
-            Leave(field);
-            EXPECT_EQ(Text(field), f.fraction) << f.typed;
-            EXPECT_EQ(Step(), f.step) << f.typed;
-          }
-        }
-        In<QLineEdit>("txtFreq").setText("512");
-        Leave("txtFreq");
-        EXPECT_EQ(Text("txtFreq"), "145");  // its own
-        In<QLineEdit>("txtFreq").setText("50");
-        Leave("txtFreq");
-        EXPECT_EQ(Text("txtFreq"), "50");
-      },
-      "CancelButton");
-  Click("opbModel_0");
-  Open(
-      "MSFlexGrid2", 1,
-      [&] {
-        In<QLineEdit>("txtFreq").setText("430");  // the other band
-        Leave("txtFreq");
-        EXPECT_EQ(Text("txtFreq"), "145");
-      },
-      "CancelButton");
+  Look(kMemoryGrid, 1, [&] {
+    const struct {
+      const char* field;
+      const char* keys;
+      const char* focus;
+      const char* left;
+    } cases[] = {
+        {"txtFreq", "146", "txtFreq1", "146"},      {"txtFreq", "1x", "txtFreq", "145"},
+        {"txtFreq1", "0130", "txtFreq1", "0125"},   {"txtShift", "12", "txtShift1", "12"},
+        {"txtShift1", "0130", "txtShift1", "0125"}, {"txtName", "aBeEfG?", "txtName", "ABEF"}};
+    for (const auto& c : cases) {
+      Tick("optStep_4");
+      Type(c.field, c.keys);
+      EXPECT_EQ(QApplication::focusWidget()->objectName(), c.focus) << c.keys;
+      Leave(c.field);
+      EXPECT_EQ(Text(c.field), c.left) << c.keys;
+      // The step follows, also the fraction of the offset: intended.
+      EXPECT_EQ(Checked("optStep_2"), c.left == QString("0125"));
+    }
+  });
 }
 
 TEST_F(Modify, OkByEnterRunsTheCheckThatIsStillToCome) {
   Start();
   ShowTab(3);
-  answers_.Add([&](QWidget& dialog) {
-    dialog_ = &dialog;
-    In<QLineEdit>("txtFreq1").setText("0130");
-    Press("optStep_5");
-    In("txtFreq").setFocus();
-    In<QLineEdit>("txtFreq").setText("999");
-    QTest::keyClick(&In("txtFreq"), Qt::Key_Return);
+  answers_.Add([&](QWidget&) {
+    Find<QLineEdit>("txtFreq1").setText("0130");
+    Type("txtFreq", "99");
+    Press("txtFreq", Qt::Key_Return);
   });
-  QTest::keyClick(&Find("MSFlexGrid1"), Qt::Key_Return);
-  // Only the field that has the focus: the fraction was never in it, and the step stays.
-  EXPECT_EQ(document().image.MemoryTable[0].cellText[0], "445.0130");
-  EXPECT_EQ(document().image.MemoryTable[0].cellText[1], "25KHz");
+  Press(kMemoryGrid, Qt::Key_Return);
+  // Only the field that has the focus: the fraction was never in it.
+  EXPECT_EQ(document().image.MemoryTable[0].cellText[0], "145.0130");
 }
 
 }  // namespace
-}  // namespace q40
+}  // namespace q40::test

@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -9,29 +10,17 @@
 #include "sim/demo_radio.h"
 
 namespace q40::test {
-namespace {
-
-constexpr int kLookMs = 2;
-
-}  // namespace
-
-// A new timer each time: one that is being served does not fire again in the loop of a nested dialog.
-void Answers::Watch() {
-  QTimer::singleShot(kLookMs, this, [this] {
-    Watch();
-    Look();
-  });
-}
 
 Answers::~Answers() { EXPECT_TRUE(answers_.empty()) << answers_.size() << " dialogs did not come"; }
 
 void Answers::Look() {
+  // A new timer each time: one that is being served does not fire again in the loop of a nested dialog.
+  QTimer::singleShot(std::chrono::milliseconds(2), this, &Answers::Look);
   Forget();
   QWidget* dialog = QApplication::activeModalWidget();
   if (dialog == nullptr || !dialog->isVisible()) return;
   if (std::find(met_.begin(), met_.end(), dialog) != met_.end()) return;
   met_.emplace_back(dialog);
-  ++seen;
   QApplication::setActiveWindow(dialog);  // offscreen, nobody else gives it the focus
   if (answers_.empty()) {
     const auto* box = qobject_cast<QMessageBox*>(dialog);
@@ -43,6 +32,8 @@ void Answers::Look() {
   const Answer answer = std::move(answers_.front());
   answers_.pop_front();
   answer(*dialog);
+  // It was not the one expected, and nobody else closes it.
+  if (testing::Test::HasFatalFailure()) dialog->close();
   Forget();  // the same dialog may be shown again at once
 }
 
@@ -56,9 +47,7 @@ void Answers::Box(const QString& title, const QString& text, QMessageBox::Standa
     ASSERT_NE(box, nullptr) << dialog.objectName().toStdString();
     EXPECT_EQ(box->windowTitle(), title);
     EXPECT_EQ(box->text(), text);
-    QAbstractButton* button = box->button(press);
-    ASSERT_NE(button, nullptr);
-    QTest::mouseClick(button, Qt::LeftButton);
+    QTest::mouseClick(box->button(press), Qt::LeftButton);
   });
 }
 
@@ -73,40 +62,49 @@ void Answers::File(const QString& path) {
   });
 }
 
-void Answers::Edit(std::function<void(QWidget&)> use, const char* button) {
-  Add([use = std::move(use), button](QWidget& dialog) {
-    ASSERT_EQ(dialog.objectName(), QStringLiteral("dlgModify"));
-    use(dialog);
-    QTest::mouseClick(dialog.findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
-  });
+Window::Window() {
+  options_.program_folder = folder_.path();
+  options_.user_folder = folder_ / "user";
+  options_.backup_folder = folder_ / "data/backups";
+  options_.start_pause = std::chrono::milliseconds(0);
 }
 
 Window::~Window() {
   if (window_) SetFlags(false, false);
+  unsetenv("RXQ40_COM1");
 }
 
 void Window::Start(const std::vector<std::string>& faults, const std::string& file) {
-  MainOptions options;
-  options.simulation = {true, 0, faults};
-  options.startup_path = file;
-  options.start_pause = std::chrono::milliseconds(0);
-  StartWith(options);
+  options_.simulation = {true, 0, faults};
+  options_.startup_path = file;
+  Open();
 }
 
-void Window::StartWith(MainOptions options) {
-  if (options.program_folder.empty()) options.program_folder = folder_.path();
-  if (options.user_folder.empty()) options.user_folder = folder_ / "user";
-  window_ = std::make_unique<frmMain>(options);
+void Window::StartOnPort(const std::string& path) {
+  setenv("RXQ40_COM1", path.c_str(), 1);
+  Open();
+}
+
+void Window::Open() {
+  window_ = std::make_unique<frmMain>(options_);
   QSignalSpy ready(window_.get(), &frmMain::ready);
   window_->StartUp();
   QApplication::setActiveWindow(window_.get());
   ASSERT_TRUE(!ready.isEmpty() || ready.wait());
 }
 
+void Window::Trigger(const QString& command) {
+  auto* action = window_->findChild<QAction*>(command);
+  if (action != nullptr) return action->trigger();
+  Click(command);
+}
+
 void Window::ShowTab(int tab) {
   QTabBar* bar = Find<QTabWidget>(QStringLiteral("TabStrip1")).tabBar();
   QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab - 1).center());
 }
+
+int Window::Tab() { return Find<QTabWidget>(QStringLiteral("TabStrip1")).currentIndex() + 1; }
 
 QString Window::Cell(const QString& grid, int row, int column) {
   QAbstractItemModel* cells = Find<QTableView>(grid).model();
@@ -124,16 +122,29 @@ void Window::SelectRow(const QString& grid, int row) {
   QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place.center());
 }
 
-std::string Window::Flags() const {
+void Window::Edit(const QString& grid, int row, std::function<void()> use, const char* button) {
+  ShowTab(grid == kMemoryGrid ? 3 : 1);
+  SelectRow(grid, row);
+  answers_.Add([use = std::move(use), button](QWidget& dialog) {
+    ASSERT_EQ(dialog.objectName(), QStringLiteral("dlgModify"));
+    use();
+    QTest::mouseClick(dialog.findChild<QAbstractButton*>(QLatin1String(button)), Qt::LeftButton);
+  });
+  Press(grid, Qt::Key_Return);
+}
+
+QString Window::Status() {
+  return Find<QStatusBar>(QStringLiteral("sbStatusBar")).currentMessage();
+}
+
+std::string Window::Flags() {
   return std::string(document().SettingsChanged ? "S" : "-") +
          (document().MemoryChanged ? "M" : "-");
 }
 
-// The document is the window's own; a test may nudge it into a state that is tedious to reach.
 void Window::SetFlags(bool settings, bool memory) {
-  auto& document = const_cast<CloneDocument&>(window_->document());
-  document.SettingsChanged = settings;
-  document.MemoryChanged = memory;
+  document().SettingsChanged = settings;
+  document().MemoryChanged = memory;
 }
 
 std::string Window::SavedDemo(const std::string& name) {

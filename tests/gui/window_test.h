@@ -8,9 +8,11 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QSlider>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -26,12 +28,20 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 
 namespace q40::test {
 
+inline constexpr auto kYes = QMessageBox::Yes;
+inline constexpr auto kNo = QMessageBox::No;
+inline constexpr auto kCancel = QMessageBox::Cancel;
+inline constexpr auto kOk = QMessageBox::Ok;
+inline const QString kPlainTitle = QStringLiteral("Korvex RX-Q40 Clone Utility");
+inline const QString kMemoryGrid = QStringLiteral("MSFlexGrid1");
+inline const QString kSpecialGrid = QStringLiteral("MSFlexGrid2");
+
 // Answers modal dialogs as they come up, one prepared answer each. A dialog without an answer fails the
 // test and is closed.
 class Answers : public QObject {
  public:
   using Answer = std::function<void(QWidget& dialog)>;
-  Answers() { Watch(); }
+  Answers() { Look(); }
   ~Answers() override;
 
   void Add(Answer answer) { answers_.push_back(std::move(answer)); }
@@ -39,14 +49,8 @@ class Answers : public QObject {
   void Box(const QString& title, const QString& text, QMessageBox::StandardButton press);
   // A file dialog: types a path, or cancels when it is empty.
   void File(const QString& path);
-  // The edit dialog: `use` works in it, then a button named OKButton or CancelButton is pressed.
-  void Edit(std::function<void(QWidget& dialog)> use, const char* button = "OKButton");
-
-  [[nodiscard]] bool AllGiven() const { return answers_.empty(); }
-  int seen = 0;
 
  private:
-  void Watch();
   void Look();
   void Forget();
   std::deque<Answer> answers_;
@@ -55,10 +59,12 @@ class Answers : public QObject {
 
 class Window : public testing::Test {
  protected:
+  Window();
+  ~Window() override;
   // Starts the window on an unpaced simulated radio and waits until it is ready.
   void Start(const std::vector<std::string>& faults = {}, const std::string& file = {});
-  void StartWith(MainOptions options);
-  ~Window() override;
+  // Starts it on a real port, COM 1, that leads to the path.
+  void StartOnPort(const std::string& path);
 
   template <class Widget = QWidget>
   Widget& Find(const QString& name) {
@@ -67,26 +73,50 @@ class Window : public testing::Test {
     return *found;
   }
   void Click(const QString& name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
-  void Trigger(const QString& action) { Find<QAction>(action).trigger(); }
+  // Triggers a menu entry, or clicks a button.
+  void Trigger(const QString& command);
+  void Press(const QString& name, Qt::Key key) { QTest::keyClick(&Find(name), key); }
   void ShowTab(int tab);
+  int Tab();                                               // from 1
   QString Cell(const QString& grid, int row, int column);  // from 1, as the grids count
+  int CurrentRow(const QString& grid) { return Find<QTableView>(grid).currentIndex().row() + 1; }
   QString RowTitle(const QString& grid, int row);
   void SelectRow(const QString& grid, int row);
+  // Opens the edit dialog on a row, works in it, presses OK.
+  void Edit(const QString& grid, int row, std::function<void()> use,
+            const char* button = "OKButton");
+  // The same, but presses Cancel.
+  void Look(const QString& grid, int row, std::function<void()> use) {
+    Edit(grid, row, std::move(use), "CancelButton");
+  }
+  bool Checked(const QString& name) { return Find<QAbstractButton>(name).isChecked(); }
+  int Level(const char* slider) { return Find<QSlider>(slider).value(); }
+  QString Title() { return window_->windowTitle(); }
+  QString Status();
   // "SM", "S-", "-M" or "--".
-  [[nodiscard]] std::string Flags() const;
+  std::string Flags();
   // Sets flags as if something had been edited.
   void SetFlags(bool settings, bool memory);
-  [[nodiscard]] const CloneDocument& document() const { return window_->document(); }
+  // The window's own; a test may nudge it into a state that is tedious to reach.
+  CloneDocument& document() { return const_cast<CloneDocument&>(window_->document()); }
 
+  // Answers to the question of unsaved changes, and to an error.
+  void Save(QMessageBox::StandardButton press) {
+    answers_.Box("Save Changes", "Save changes to settings?", press);
+  }
+  void Error(const char* text) { answers_.Box("ERROR", text, kOk); }
+
+  QString File(const char* name) { return QString::fromStdString(folder_ / name); }
   // A clone file with a few channels, saved in the folder.
   std::string SavedDemo(const std::string& name = "demo.Q40");
 
   TempFolder folder_;
+  MainOptions options_;
   std::unique_ptr<frmMain> window_;
   Answers answers_;
-};
 
-inline constexpr const char* kSaveTitle = "Save Changes";
-inline constexpr const char* kSaveText = "Save changes to settings?";
+ private:
+  void Open();
+};
 
 }  // namespace q40::test
