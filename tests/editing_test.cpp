@@ -1,4 +1,6 @@
 // The rules of the edit dialog, what its controls hold, and the commands on the list of channels.
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "image/dialog_values.h"
@@ -9,6 +11,8 @@
 
 namespace q40 {
 namespace {
+
+using enum Field;
 
 constexpr auto kMemory = ChannelKind::kMemory;
 constexpr auto kSpecial = ChannelKind::kSpecial;
@@ -61,10 +65,9 @@ TEST(EditRules, EveryFractionIsTunedInIntegers) {
   }
   EXPECT_EQ(TuneFrequency("145.0130").text, "145.0125");
   EXPECT_EQ(TuneFrequency("145.0130").step, 2);
-  EXPECT_EQ(TuneFraction("12a9").digits, "1200");
-  EXPECT_EQ(TuneFraction("12").digits, "1200");
-  EXPECT_EQ(TuneFraction("12509").digits, "1250");
-  EXPECT_EQ(TuneFraction("-5").digits, "0000");
+  const char* const odd[][2] = {
+      {"12a9", "1200"}, {"12", "1200"}, {"12509", "1250"}, {"-5", "0000"}};
+  for (const auto [typed, tuned] : odd) EXPECT_EQ(TuneFraction(typed).digits, tuned);
   EXPECT_EQ(WholeMhz("*145.5000") + "/" + FractionDigits("*145.5000"), "145/5000");
   EXPECT_EQ(WholeMhz("145") + "/" + FractionDigits("145"), "145/");
 }
@@ -94,19 +97,9 @@ TEST(EditRules, TheCursorJumpsAfterSoManyKeys) {
     const char* keys;
     int jump_after;
     const char* jumps;
-  } cases[] = {{"145145", 3, "--j--j"},
-               {"1xx45", 3, "--j--"},
-               {"xxx", 3, "--j"},
-               {"\b145", 3, "---j"},
-               {"14\b", 3, "--j"},
-               {"12", 2, "-j"},
-               {"14!567", 3,
-                "--"
-                "-"
-                "--j"},
-               {"14F567", 3,
-                "---"
-                "--j"}};
+  } cases[] = {{"145145", 3, "..j..j"}, {"1xx45", 3, "..j.."},  {"xxx", 3, "..j"},
+               {"\b145", 3, "...j"},    {"14\b", 3, "..j"},     {"12", 2, ".j"},
+               {"14!567", 3, ".....j"}, {"14F567", 3, ".....j"}};
   for (const auto& c : cases) {
     KeyCounter counter;
     std::string jumps;
@@ -114,7 +107,7 @@ TEST(EditRules, TheCursorJumpsAfterSoManyKeys) {
       if (key == '!') counter.ForgetTyping();
       if (key == 'F') counter.Reset();
       const bool typed = key != '!' && key != 'F';
-      jumps += typed && counter.Typed(key, !FrequencyKey(key), c.jump_after) ? 'j' : '-';
+      jumps += typed && counter.Typed(key, !FrequencyKey(key), c.jump_after) ? 'j' : '.';
     }
     EXPECT_EQ(jumps, c.jumps) << c.keys;
   }
@@ -127,11 +120,9 @@ TEST(DialogValues, OptionsStandInTheOrderOfTheDialog) {
     Field field;
     int number;
     int choice;
-  } cases[] = {{Field::kTone, 0, 0},      {Field::kTone, 1, 1},        {Field::kTone, 3, 2},
-               {Field::kTone, 12, 3},     {Field::kTone, 2, kUnset},   {Field::kBandwidth, 0, 1},
-               {Field::kBandwidth, 1, 0}, {Field::kShift, 3, 3},       {Field::kStep, 6, 6},
-               {Field::kRxDcs, 103, 103}, {Field::kBatterySave, 2, 2}, {Field::kSkip, 1, 1},
-               {Field::kPower, 1, 1},     {Field::kPower, 3, kUnset}};
+  } cases[] = {{kTone, 0, 0},      {kTone, 1, 1},      {kTone, 3, 2},      {kTone, 12, 3},
+               {kTone, 2, kUnset}, {kBandwidth, 0, 1}, {kBandwidth, 1, 0}, {kShift, 3, 3},
+               {kStep, 6, 6},      {kRxDcs, 103, 103}, {kSkip, 1, 1},      {kPower, 3, kUnset}};
   for (const auto& c : cases) {
     ChannelRecord record;
     record.Set(kMemory, c.field, c.number, "before");
@@ -162,55 +153,40 @@ TEST(DialogValues, TextsAreCheckedOnTheWayBack) {
   values.fraction = "5";
   values.offset_mhz = "";
   values.offset_fraction = "65";
-  values.name =
-      "\xC3\x84"
-      "ABCDEFG";
-  values[Field::kSkip] = 1;
+  values.name = "\303\204ABCDEFG";  // the first character has two bytes
+  values[kSkip] = 1;
   const ChannelRecord record = RecordOf(values, kMemory, false, {});
-  EXPECT_EQ(record.Text(kMemory, Field::kFrequency), "*45.5000");
+  EXPECT_EQ(record.Text(kMemory, kFrequency), "*45.5000");
   EXPECT_EQ(record.Frequency(), 455'000);
-  EXPECT_EQ(record.Text(kMemory, Field::kShiftFrequency), "0.6500");
-  EXPECT_EQ(record.Number(kMemory, Field::kShiftFrequency), 6'500);
-  EXPECT_EQ(record.Text(kMemory, Field::kName),
-            "\xC3\x84"
-            "ABCDE");
-  EXPECT_EQ(record.Number(kMemory, Field::kName), 1);
+  EXPECT_EQ(record.Text(kMemory, kShiftFrequency), "0.6500");
+  EXPECT_EQ(record.Number(kMemory, kShiftFrequency), 6'500);
+  EXPECT_EQ(record.Text(kMemory, kName), "\303\204ABCDE");
+  EXPECT_EQ(record.Number(kMemory, kName), 1);
   values.name = "";
-  EXPECT_EQ(RecordOf(values, kMemory, false, record).Number(kMemory, Field::kName), 0);
+  EXPECT_EQ(RecordOf(values, kMemory, false, record).Number(kMemory, kName), 0);
 }
 
 TEST(DialogValues, TheRepeaterRowKeepsTheNumbersOfWhatItDoesNotShow) {
   ChannelRecord rpt = test::RandomDocument(32).image.VhfSpecialSet[kRptRow];
-  rpt.Set(kSpecial, Field::kBclo, 1, "On");
-  rpt.Set(kSpecial, Field::kRpt, 1, "On");
+  for (const Field field : {kBclo, kRpt, kClock}) rpt.Set(kSpecial, field, 1, "On");
   const DialogValues values = ValuesOf(rpt, kSpecial, true);
   EXPECT_EQ(values.mhz + values.fraction, "Repeaterr");
-  EXPECT_EQ(values.offset_mhz, WholeMhz(rpt.Text(kSpecial, Field::kShiftFrequency)));
-  for (const Field field : {Field::kStep, Field::kPower, Field::kMid, Field::kAtt,
-                            Field::kBatterySave, Field::kBandwidth}) {
+  ChannelRecord expected = rpt;
+  for (const Field field : {kStep, kPower, kMid, kAtt, kBatterySave, kBandwidth}) {
     EXPECT_EQ(values[field], kUnset) << FieldName(field);
+    expected.Set(kSpecial, field, rpt.Number(kSpecial, field), "");
   }
-  for (const Field field : {Field::kRpt, Field::kClock, Field::kBclo}) EXPECT_EQ(values[field], 0);
+  for (const Field field : {kRpt, kClock, kBclo}) {
+    EXPECT_EQ(values[field], 0) << FieldName(field);
+    expected.Set(kSpecial, field, 0, "Off");
+  }
+  expected.Set(kSpecial, kFrequency, rpt.Frequency(), "");
   const ChannelRecord after = RecordOf(values, kSpecial, true, rpt);
-  for (int column = 0; column < kSpecialColumns; ++column) {
-    const Field field = FieldIn(kSpecial, column);
-    const bool unset = field == Field::kFrequency || values[field] == kUnset;
-    const bool unticked = field == Field::kRpt || field == Field::kClock || field == Field::kBclo;
-    if (field == Field::kShiftFrequency) continue;
-    EXPECT_EQ(after.Number(kSpecial, field), unticked ? 0 : rpt.Number(kSpecial, field)) << column;
-    EXPECT_EQ(after.Text(kSpecial, field), unset      ? ""
-                                           : unticked ? "Off"
-                                                      : rpt.Text(kSpecial, field))
-        << column;
-  }
-  EXPECT_EQ(after.Text(kSpecial, Field::kShiftFrequency),
-            rpt.Text(kSpecial, Field::kShiftFrequency));
+  EXPECT_EQ(after.value, expected.value);
+  EXPECT_EQ(after.cellText, expected.cellText);
 }
 
-TEST(Columns, OfASpecialChannelSkipNameAndSkipFlag) {
-  EXPECT_EQ(ColumnOf(kSpecial, Field::kBandwidth), 14);
-  EXPECT_EQ(ColumnOf(kSpecial, Field::kRpt), 15);
-  EXPECT_EQ(ColumnOf(kSpecial, Field::kRxDcs), 16);
+TEST(Columns, EveryFieldHasOneAndASpecialChannelSkipsNameAndSkipFlag) {
   for (const ChannelKind kind : {kMemory, kSpecial}) {
     for (int column = 0; column < kMemoryColumns; ++column) {
       EXPECT_EQ(ColumnOf(kind, FieldIn(kind, column)), column);
@@ -221,72 +197,51 @@ TEST(Columns, OfASpecialChannelSkipNameAndSkipFlag) {
 
 // ---- the list of channels
 
-// Where each channel of a list of 210 came from: its old number, -1 for an empty one.
-std::vector<int> Origins(const CloneImage& before, const CloneImage& after) {
-  std::vector<int> origins;
-  for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
-    const auto old =
-        std::find(before.MemoryTable.begin(), before.MemoryTable.end() - 1, after.MemoryTable[n]);
-    const auto from = old - before.MemoryTable.begin();
-    const bool empty = from == kMemoryChannelCount;
-    EXPECT_EQ(after.MemoryTable[n] == ChannelRecord(), empty) << n;
-    EXPECT_EQ(after.ChannelInUse[n], !empty && before.ChannelInUse[static_cast<std::size_t>(from)])
-        << n;
-    origins.push_back(empty ? -1 : static_cast<int>(from));
-  }
-  return origins;
-}
+constexpr std::size_t kLast = kMemoryChannelCount - 1;
 
-CloneImage NumberedImage() {
-  CloneImage image = test::RandomDocument(33).image;
-  for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
-    image.MemoryTable[n].value[0] = static_cast<int>(1'000'000 + n);
-  }
-  return image;
+// Moves the channels from `from` to `to` round, so that the one at `middle` comes first.
+void Rotate(CloneImage& image, std::size_t from, std::size_t middle, std::size_t to) {
+  const auto rotate = [&](auto& list) {
+    std::rotate(list.begin() + from, list.begin() + middle, list.begin() + to);
+  };
+  rotate(image.MemoryTable);
+  rotate(image.ChannelInUse);
 }
 
 TEST(MemoryEdit, InsertMovesBackAndDropsTheLast) {
-  const CloneImage before = NumberedImage();
-  for (const int n : {0, 5, 208, 209}) {
+  const CloneImage before = test::RandomDocument(33).image;
+  for (const std::size_t n : {0U, 5U, 208U, 209U}) {
     CloneImage image = before;
-    InsertMemoryChannel(image, n);
-    std::vector<int> origins;
-    for (int i = 0; i < kMemoryChannelCount; ++i) origins.push_back(i < n ? i : i - 1);
-    origins[static_cast<std::size_t>(n)] = -1;
-    EXPECT_EQ(Origins(before, image), origins) << n;
-    EXPECT_EQ(image.TemplateChannel(), before.TemplateChannel());
+    InsertMemoryChannel(image, static_cast<int>(n));
+    CloneImage expected = before;
+    Rotate(expected, n, kLast, kLast + 1);
+    expected.MemoryTable[n] = {};
+    expected.ChannelInUse[n] = false;
+    EXPECT_EQ(image, expected) << n;
   }
 }
 
 TEST(MemoryEdit, DeleteMovesForwardAndKeepsTheTailOfTheLast) {
-  const CloneImage before = NumberedImage();
-  for (const int n : {0, 5, 208, 209}) {
+  CloneImage before = test::RandomDocument(33).image;
+  before.ChannelInUse[kLast] = true;
+  for (const std::size_t n : {0U, 5U, 208U, 209U}) {
     CloneImage image = before;
-    DeleteMemoryChannel(image, n);
-    for (int i = 0; i < kMemoryChannelCount - 1; ++i) {
-      const auto from = static_cast<std::size_t>(i < n ? i : i + 1);
-      const auto row = static_cast<std::size_t>(i);
-      EXPECT_EQ(image.MemoryTable[row], before.MemoryTable[from]) << n << " " << i;
-      EXPECT_EQ(image.ChannelInUse[row], before.ChannelInUse[from]) << n << " " << i;
+    DeleteMemoryChannel(image, static_cast<int>(n));
+    CloneImage expected = before;
+    Rotate(expected, n, n + 1, kLast + 1);
+    ChannelRecord& last = expected.MemoryTable[kLast] = before.MemoryTable[kLast];
+    for (std::size_t column = 0; column < 9; ++column) {  // up to MID, which stays
+      last.value[column] = 0;
+      last.cellText[column] = "";
     }
-    const ChannelRecord& last = image.MemoryTable[209];
-    for (std::size_t column = 0; column < kMemoryColumns; ++column) {
-      const bool kept = column >= 9;  // from MID on
-      EXPECT_EQ(last.value[column], kept ? before.MemoryTable[209].value[column] : 0) << column;
-      EXPECT_EQ(last.cellText[column], kept ? before.MemoryTable[209].cellText[column] : "");
-    }
-    EXPECT_FALSE(image.ChannelInUse[209]);
-    EXPECT_EQ(image.TemplateChannel(), before.TemplateChannel());
+    expected.ChannelInUse[kLast] = false;
+    EXPECT_EQ(image, expected) << n;
   }
 }
 
 TEST(MemoryEdit, ClearEmptiesChannelsAndNothingElse) {
-  CloneImage image = NumberedImage();
+  CloneImage image = test::RandomDocument(33).image;
   CloneImage expected = image;
-  ClearMemoryChannel(image, 7);
-  expected.MemoryTable[7] = {};
-  expected.ChannelInUse[7] = false;
-  EXPECT_EQ(image, expected);
   ClearAllMemoryChannels(image);
   for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
     expected.MemoryTable[n] = {};
@@ -296,7 +251,7 @@ TEST(MemoryEdit, ClearEmptiesChannelsAndNothingElse) {
 }
 
 TEST(MemoryEdit, ClearingALimitReachesTheStoreOfTheShownBand) {
-  CloneImage image = NumberedImage();
+  CloneImage image = test::RandomDocument(33).image;
   SetStoredPresent(image, Band::kUhf, {true, true});
   ShowBand(image, Band::kUhf);
   EXPECT_EQ(&LimitsInForce(image), &BandTableOf(Band::kUhf));
