@@ -4,9 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <functional>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -20,20 +18,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void MakeSocket(const std::string& path) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  ASSERT_LT(path.size(), sizeof address.sun_path);
-  path.copy(static_cast<char*>(address.sun_path), path.size());
-  const int handle = socket(AF_UNIX, SOCK_STREAM, 0);
-  ASSERT_EQ(bind(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  close(handle);
-}
-
 TEST(FileReading, SaysWhyAPathCannotBeRead) {
   test::TempFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-  MakeSocket(folder / "socket");
+  ASSERT_EQ(mknod((folder / "socket").c_str(), S_IFSOCK | 0600, 0), 0);
   fs::create_symlink("loop", folder / "loop");
   const struct {
     std::string path;
@@ -69,44 +57,71 @@ TEST(FileReading, ReadsUpToItsLimit) {
   }
 }
 
-TEST(FileWriting, FindsItsTargetThroughLinksAndWithoutAFolder) {
+TEST(FileWriting, FollowsLinksAndKeepsThemAndTheRights) {
   test::TempFolder folder;
   fs::create_directory(folder / "real");
-  fs::create_symlink(folder / "real/radio.Q40", folder / "absolute");
+  const std::string real = folder / "real/radio.Q40";
+  test::Store(real, "old");
+  fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write);
+  fs::create_symlink(real, folder / "absolute");
   fs::create_symlink("absolute", folder / "chain");
-  fs::create_symlink("loop", folder / "loop");
+  fs::create_symlink("real/new.Q40", folder / "dangling");
   EXPECT_FALSE(WriteFile(folder / "chain", "through two links"));
-  EXPECT_EQ(test::Content(folder / "real/radio.Q40"), "through two links");
-  EXPECT_TRUE(fs::is_symlink(folder / "chain") && fs::is_symlink(folder / "absolute"));
-  const auto problem = WriteFile(folder / "loop", "x");
-  ASSERT_TRUE(problem);
-  EXPECT_EQ(problem->what, "is not a regular file");
-  EXPECT_TRUE(fs::is_symlink(folder / "loop"));
-
-  const fs::path before = fs::current_path();
-  fs::current_path(folder.path());
-  EXPECT_FALSE(WriteFile("here.Q40", "no folder named"));
-  fs::current_path(before);
-  EXPECT_EQ(test::Content(folder / "here.Q40"), "no folder named");
+  EXPECT_FALSE(WriteFile(folder / "dangling", "fresh"));
+  EXPECT_EQ(test::Content(real), "through two links");
+  EXPECT_EQ(test::Content(folder / "real/new.Q40"), "fresh");
+  EXPECT_EQ(fs::status(real).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  for (const char* link : {"absolute", "chain", "dangling"}) {
+    EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
+  }
 }
 
-// A folder in which the first names that are tried are taken.
+TEST(FileWriting, RefusesWhatIsNoFile) {
+  test::TempFolder folder;
+  fs::create_symlink("loop", folder / "loop");
+  const struct {
+    std::string path;
+    const char* what;
+  } cases[] = {{folder.path(), "is a folder, not a file"},
+               {folder.path() + "/", "is not the name of a file"},
+               {"", "is not the name of a file"},
+               {"/dev/null", "is a device, not a file"},
+               {folder / "loop", "is not a regular file"},
+               {folder / "nowhere/radio.Q40",
+                "cannot create a file in its folder: No such file or directory"}};
+  for (const auto& c : cases) {
+    const auto problem = WriteFile(c.path, "x");
+    ASSERT_TRUE(problem) << c.path;
+    EXPECT_EQ(problem->kind, FileProblem::Kind::kCannotWrite);
+    EXPECT_EQ(problem->what, c.what);
+  }
+  EXPECT_TRUE(fs::is_symlink(folder / "loop"));
+}
+
+TEST(FileWriting, TakesLongNamesAndNamesWithoutAFolderAndCheckingLeavesNothing) {
+  test::TempFolder folder;
+  const std::string name(250, 'n');
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.path());
+  EXPECT_FALSE(WriteFile(name, "text"));
+  EXPECT_FALSE(CheckReplaceable(name));
+  fs::current_path(before);
+  EXPECT_EQ(test::Content(folder / name), "text");
+  EXPECT_EQ(folder.FileCount(), 1U);
+}
+
+// A folder in which the first names that are tried are taken, and which cannot be pushed to the disk.
 class CrowdedFolder final : public FileSystem {
  public:
   explicit CrowdedFolder(int taken) : taken_(taken) {}
   int tries = 0;
-  std::string synced;
 
   std::FILE* Create(const std::string& path) override {
     if (++tries > taken_) return FileSystem::Create(path);
     errno = EEXIST;
     return nullptr;
   }
-  bool SyncFolder(const std::string& path) override {
-    synced = path;
-    errno = EIO;
-    return false;
-  }
+  bool SyncFolder(const std::string& /*path*/) override { return false; }
 
  private:
   int taken_;
@@ -114,13 +129,8 @@ class CrowdedFolder final : public FileSystem {
 
 TEST(FileWriting, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
   test::TempFolder folder;
-  test::Store(folder / "radio.Q40", "old");
   CrowdedFolder some(15);
-  // That the folder could not be pushed to the disk does not make the save fail.
   EXPECT_FALSE(WriteFile(folder / "radio.Q40", "new", some));
-  EXPECT_EQ(test::Content(folder / "radio.Q40"), "new");
-  EXPECT_EQ(some.tries, 16);
-  EXPECT_EQ(some.synced, folder.path());
   CrowdedFolder full(1000);
   const auto problem = WriteFile(folder / "radio.Q40", "newer", full);
   ASSERT_TRUE(problem);
@@ -133,77 +143,61 @@ TEST(FileSystem, AFailingCallLeavesItsReason) {
   test::TempFolder folder;
   const std::string missing = folder / "nowhere/file";
   FileSystem& system = SystemFiles();
-  const struct {
-    const char* name;
-    std::function<bool()> call;
-  } calls[] = {{"MayWrite", [&] { return system.MayWrite(missing); }},
-               {"Create", [&] { return system.Create(missing) != nullptr; }},
-               {"Size", [&] { return system.Size(missing) >= 0; }},
-               {"CopyRights", [&] { return system.CopyRights(missing, folder.path()); }},
-               {"Rename", [&] { return system.Rename(missing, folder / "b"); }},
-               {"SyncFolder", [&] { return system.SyncFolder(missing); }}};
-  for (const auto& c : calls) {
+  const std::function<bool()> calls[] = {[&] { return system.MayWrite(missing); },
+                                         [&] { return system.Create(missing) != nullptr; },
+                                         [&] { return system.Size(missing) >= 0; },
+                                         [&] { return system.CopyRights(missing, folder.path()); },
+                                         [&] { return system.Rename(missing, folder / "b"); },
+                                         [&] { return system.SyncFolder(missing); }};
+  for (std::size_t i = 0; i < std::size(calls); ++i) {
     errno = 0;
-    EXPECT_FALSE(c.call()) << c.name;
-    EXPECT_EQ(errno, ENOENT) << c.name;
+    EXPECT_FALSE(calls[i]()) << i;
+    EXPECT_EQ(errno, ENOENT) << i;
   }
-  EXPECT_FALSE(system.Remove(missing));
   test::Store(folder / "taken", "");
   EXPECT_EQ(system.Create(folder / "taken"), nullptr);
   EXPECT_EQ(errno, EEXIST);
   // A file system without fsync has nothing to push.
   std::FILE* null = std::fopen("/dev/null", "w");
-  ASSERT_NE(null, nullptr);
   EXPECT_TRUE(system.Sync(null));
   EXPECT_TRUE(system.Close(null));
 }
 
-TEST(PortNumberFile, TextsAndPlaces) {
-  const struct {
-    const char* text;
-    int number;
-  } cases[] = {{"3\r\n", 3},
-               {" 14 ", 14},
-               {"03", 3},
-               {"3,4", 3},
-               {"15", 1},
-               {"0", 1},
-               {"-1", 1},
-               {"3.7", 1},
-               {"abc", 1},
-               {"", 1},
-               {"99999999999999999999", 1},
-               {"\xEF\xBB\xBF"
-                "5",
-                1},
-               {"5\n7", 5}};
-  for (const auto& c : cases) EXPECT_EQ(PortNumberIn(c.text), c.number) << c.text;
+TEST(PortNumberFile, HoldsANumberFrom1To14) {
+  const std::pair<const char*, int> numbers[] = {
+      {"3\r\n", 3}, {" 14 ", 14}, {"03", 3}, {"3,4", 3}, {"5\n7", 5}};
+  for (const auto& [text, number] : numbers) EXPECT_EQ(PortNumberIn(text), number) << text;
+  for (const char* other :
+       {"15", "0", "-1", "3.7", "abc", "", "\357\273\2775", "99999999999999999999"}) {
+    EXPECT_EQ(PortNumberIn(other), 1) << other;
+  }
+}
 
+// Where the program's folder cannot be written, the user's serves and counts.
+TEST(PortNumberFile, LiesInTheProgramsFolderOrElseInTheUsers) {
   test::TempFolder folder;
   const PortNumberFile writable(folder.path(), folder / "user");
   EXPECT_EQ(writable.Read(), 1);
-  // Where the program's folder cannot be written, the user's serves and counts.
-  const PortNumberFile installed(folder / "nowhere", folder / "user");
-  installed.Write(9);
-  EXPECT_EQ(installed.Read(), 9);
-  EXPECT_EQ(writable.Read(), 9);
+  const PortNumberFile closed(folder / "nowhere", folder / "user");
+  closed.Write(9);
+  EXPECT_EQ(closed.Read(), 9);
   test::Store(folder / "RX-Q40.ini", "3\r\n");
   EXPECT_EQ(writable.Read(), 9);
   writable.Write(4);
   EXPECT_EQ(writable.Read(), 4);
-  EXPECT_FALSE(std::filesystem::exists(folder / "user/RX-Q40.ini"));
+  EXPECT_FALSE(fs::exists(folder / "user/RX-Q40.ini"));
 }
 
 // Not even where the program's folder could be written, as root can.
 TEST(PortNumberFile, AnInstalledProgramKeepsTheUsersNumberApart) {
   test::TempFolder prefix;
-  std::filesystem::create_directories(prefix / "bin");
-  std::filesystem::create_directories(prefix / "share/applications");
+  fs::create_directories(prefix / "bin");
+  fs::create_directories(prefix / "share/applications");
   test::Store(prefix / "share/applications/rxq40.desktop", "");
   const PortNumberFile mine(prefix / "bin", prefix / "me");
   const PortNumberFile yours(prefix / "bin", prefix / "you");
   mine.Write(9);
-  EXPECT_FALSE(std::filesystem::exists(prefix / "bin/RX-Q40.ini"));
+  EXPECT_FALSE(fs::exists(prefix / "bin/RX-Q40.ini"));
   EXPECT_EQ(mine.Read(), 9);
   EXPECT_EQ(yours.Read(), 1);
   // One that was put there for everybody is read until a user has an own one.
@@ -217,26 +211,16 @@ TEST(PortNumberFile, AnInstalledProgramKeepsTheUsersNumberApart) {
 TEST(StandardStreams, ClosedOnesAreOpenedOnTheNullDevice) {
   struct stat null {};
   ASSERT_EQ(stat("/dev/null", &null), 0);
-  int kept[3];
-  for (int handle = 0; handle < 3; ++handle) kept[handle] = fcntl(handle, F_DUPFD, 10);
-  close(0);
-  close(2);
-  OpenStandardStreams();
-  struct stat streams[3] = {};
-  int found[3];
-  for (int handle = 0; handle < 3; ++handle) found[handle] = fstat(handle, &streams[handle]);
-  struct stat out {};
-  const int out_found = fstat(kept[1], &out);
-  for (int handle = 0; handle < 3; ++handle) {
-    if (kept[handle] >= 0) dup2(kept[handle], handle);
-    close(kept[handle]);
-  }
   for (const int handle : {0, 2}) {
-    EXPECT_EQ(found[handle], 0) << handle;
-    EXPECT_EQ(streams[handle].st_rdev, null.st_rdev) << handle;
+    const int kept = fcntl(handle, F_DUPFD, 10);
+    close(handle);
+    OpenStandardStreams();
+    struct stat stream {};
+    EXPECT_EQ(fstat(handle, &stream), 0) << handle;
+    EXPECT_EQ(stream.st_rdev, null.st_rdev) << handle;
+    dup2(kept, handle);
+    close(kept);
   }
-  EXPECT_EQ(out_found, 0);
-  EXPECT_EQ(streams[1].st_ino, out.st_ino);  // the open one stays what it was
 }
 
 TEST(NewFiles, ReplaceNothingOnAnyFileSystem) {
@@ -253,10 +237,10 @@ TEST(NewFiles, ReplaceNothingOnAnyFileSystem) {
     EXPECT_EQ(test::Content(folder / "old"), "the only copy");
     EXPECT_TRUE(rename(folder / "free"));
     EXPECT_EQ(test::Content(folder / "free"), "new");
-    std::filesystem::rename(folder / "free", folder / "new");
+    fs::rename(folder / "free", folder / "new");
   }
   // What the system refuses for another reason, here a folder into itself, is tried the other way.
-  std::filesystem::create_directory(folder / "sub");
+  fs::create_directory(folder / "sub");
   EXPECT_FALSE(NewFilesOnly().Rename(folder / "sub", folder / "sub/sub"));
 }
 
