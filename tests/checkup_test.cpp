@@ -91,11 +91,8 @@ std::string Listed(const CloneDocument& document) {
 using S = Sample;
 
 TEST(CheckUp, OneFaultEach) {
-  const struct {
-    void (*spoil)(S&);
-    const char* line;
-    const char* words;  // of its sentence
-  } cases[] = {
+  // What is done to the sample, the findings, and words of the last one's sentence.
+  const std::tuple<void (*)(S&), std::string, const char*> cases[] = {
       {[](S& s) { s.Channel(5, 1'456'000, "TWO"); }, "channel 5, Frequency: duplicate-frequency",
        "145.6000 MHz is also the frequency of channel 3"},
       {[](S& s) { s.Channel(5, 1'460'000, "OFF"); }, "channel 5, Frequency: out-of-band",
@@ -124,8 +121,6 @@ TEST(CheckUp, OneFaultEach) {
       {[](S& s) { s.Name(3, "   "); }, "channel 3, Name: no-name", "without a name"},
       {[](S& s) { s.Name(203, "HILL"); }, "channel D3, Name: duplicate-name",
        "\"HILL\" here and in channel 3"},
-      {[](S& s) { s.Name(3, "A(B)(C"); }, "channel 3, Name: name-lost",
-       "\"A(B)(C\" is read back as \"A(B((C\": \")\" becomes \"(\"."},
       {[](S& s) { s.Name(3, "a<\303\204\t1%234"); }, "channel 3, Name: name-lost",
        "is read back as \"51\": \"a\" is left out, \"<\" becomes \"5\", \"\303\204\" is left out, "
        "\"\\x09\" is left out, \"%\" is left out, six characters fit."},
@@ -145,7 +140,6 @@ TEST(CheckUp, OneFaultEach) {
        "\"31\", but it is read back as \"0\""},
       {[](S& s) { s.Byte(0, 13, "10"); }, "settings, Penalty Time (sec): setting-rewritten",
        "The byte 0x002D holds 10, which is shown as \"0\"; the next save or write makes it 00."},
-      {[](S& s) { s.Byte(3, 12, "01"); }, "access, Alert: setting-rewritten", "makes it AA."},
       {[](S& s) {
          s.document.settings.chkChannel = 1;
          ClearAllMemoryChannels(s.image);
@@ -155,12 +149,12 @@ TEST(CheckUp, OneFaultEach) {
        "keeps \"12z\", the radio gets \"12\""},
   };
   std::set<FindingKind> seen;
-  for (const auto& c : cases) {
+  for (const auto& [spoil, lines, words] : cases) {
     Sample sample;
-    c.spoil(sample);
-    ASSERT_EQ(Listed(sample.document), std::string(c.line) + '\n');
+    spoil(sample);
+    ASSERT_EQ(Listed(sample.document), lines + '\n');
     const Findings findings = CheckUp(sample.document);
-    EXPECT_NE(findings.back().text.find(c.words), std::string::npos) << findings.back().text;
+    EXPECT_NE(findings.back().text.find(words), std::string::npos) << findings.back().text;
     for (const Finding& finding : findings) seen.insert(finding.kind);
   }
   // The codecs of today lose nothing that kValueLost would have to say; kStoredValueDropped is not
@@ -179,12 +173,10 @@ TEST(CheckUp, WhatIsNoFinding) {
       [](S& s) {
         s.Special(Band::kVhf, kRptRow, kStep, 6).Special(Band::kVhf, kRptRow, kFrequency, 0);
       },
-      [](S& s) { s.Limits(4'340'000, 4'330'000); }, [](S& s) { s.Limits(4'330'000, 0); },
-      [](S& s) { s.Name(3, "*#+_/("); },
+      [](S& s) { s.Limits(4'340'000, 4'330'000); }, [](S& s) { s.Name(3, "*#+_/("); },
       // Bytes that no control owns are carried.
       [](S& s) { s.Byte(0, 3, "77").Byte(1, 8, "F3").Byte(2, 8, "5c"); },
       [](S& s) { s.document.settings.chkChannel = 1; },
-      [](S& s) { s.document.dial[4] = "12ABCD*#"; },
       [](S& s) {  // the model that has no ranges
         s.document.model = 3;
         s.Code(3, kShift, 2);
@@ -203,7 +195,6 @@ CloneDocument EditedDocument(unsigned seed) {
   const auto below = [&](int top) {
     return std::uniform_int_distribution<int>(0, top - 1)(random);
   };
-  CloneDocument document = test::RandomDocument(seed);
   const auto edit = [&](ChannelKind kind, ChannelRecord& record) {
     SetNumber(kind, record, kStep, below(7));
     SetNumber(kind, record, kShift, below(4));
@@ -211,28 +202,21 @@ CloneDocument EditedDocument(unsigned seed) {
     record.Set(kind, kShiftFrequency, offset, OffsetText(offset));
     const int frequency = 1'000'000 + below(20'000'000);
     record.Set(kind, kFrequency, frequency, FrequencyText(frequency));
-    if (kind == ChannelKind::kSpecial) return;
+    if (!HasField(kind, kName)) return;
     std::string name;
     for (int i = below(9); i > 0; --i) name += static_cast<char>(' ' + below(95));
     record.Set(kind, kName, name.empty() ? 0 : 1, name);
     record.Set(kind, kSkip, 0, "");
   };
-  for (ChannelRecord& record : document.image.MemoryTable) edit(ChannelKind::kMemory, record);
+  CloneDocument document = test::RandomDocument(seed);
+  CloneImage& image = document.image;
+  for (ChannelRecord& record : image.MemoryTable) edit(ChannelKind::kMemory, record);
   for (const Band band : kBands) {
-    for (ChannelRecord& record : SpecialStore(document.image, band)) {
-      edit(ChannelKind::kSpecial, record);
-    }
-    SetStoredPresent(document.image, band, {below(2) != 0, below(2) != 0});
+    for (ChannelRecord& record : SpecialStore(image, band)) edit(ChannelKind::kSpecial, record);
+    SetStoredPresent(image, band, {below(2) != 0, below(2) != 0});
   }
   document.settings.cmbTB = below(5);
   return document;
-}
-
-CloneDocument SavedAndOpened(CloneDocument document) {
-  const auto text = CloneFileText(document, document.model);
-  CloneDocument opened = FreshDocument();
-  EXPECT_FALSE(OpenCloneText(text.value(), "test", opened).problem);
-  return opened;
 }
 
 using Lines = std::multiset<std::string>;
@@ -243,14 +227,13 @@ Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
   for (const Field field : kNotInRepeaterRow) not_in_rpt.insert(FieldName(field));
   Lines lines;
   for (const CellDifference& d : DifferencesOf(saved, opened)) {
-    const bool in_use = d.name == "In use";
     // Cells of channels that are not in use are empty, or stored data.
     if (d.a.empty() || d.name == "stored data") continue;
     if (d.place.ends_with("RPT") && not_in_rpt.contains(d.name)) continue;
     std::string place = d.place;
     if (place.starts_with("Memory")) place.replace(0, 6, "channel");
     if (place == "Settings") place = "settings";
-    lines.insert(place + ", " + (in_use ? "Frequency" : d.name));
+    lines.insert(place + ", " + (d.name == "In use" ? "Frequency" : d.name));
   }
   return lines;
 }
@@ -259,19 +242,17 @@ Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
 TEST(CheckUp, AgreesWithWhatAFileKeeps) {
   std::size_t lost = 0;
   for (unsigned seed = 1; seed <= 20; ++seed) {
-    const CloneDocument document = EditedDocument(seed);
-    const CloneDocument opened = SavedAndOpened(document);
+    CloneDocument document = EditedDocument(seed);
+    CloneDocument opened = FreshDocument();
+    ASSERT_FALSE(
+        OpenCloneText(CloneFileText(document, document.model).value(), "test", opened).problem);
     Lines losses;
-    const Findings findings = CheckUp(document);
-    for (const Finding& finding : findings) {
+    for (const Finding& finding : CheckUp(document)) {
       if (RowOf(finding.kind).severity != Severity::kLoss) continue;
       losses.insert(PlaceText(finding.place) + ", " + finding.field);
     }
     EXPECT_EQ(losses, Differences(document, opened)) << seed;
     lost += losses.size();
-    EXPECT_TRUE(std::is_sorted(findings.begin(), findings.end(), [](auto& a, auto& b) {
-      return a.place < b.place;
-    })) << seed;
     for (const Finding& finding : CheckUp(opened)) {
       EXPECT_EQ(RowOf(finding.kind).occurs, Occurs::kAnywhere) << Line(finding);
     }

@@ -106,11 +106,7 @@ TEST(CloneFile, RefusesWhatIsNotACloneFile) {
     lines[line] = std::move(text);
     return Joined(lines);
   };
-  const struct {
-    std::string text;
-    int line;
-    const char* what;
-  } cases[] = {
+  const std::tuple<std::string, int, const char*> cases[] = {
       {"", 1, "the file ends here; a clone file has 456 lines"},
       {good.substr(0, 455 * 34), 456, "the file ends here"},
       {with(100, std::string(31, '0')), 101, "31 characters instead of 32"},
@@ -125,21 +121,21 @@ TEST(CloneFile, RefusesWhatIsNotACloneFile) {
        "memory channel 3: byte 31"},
       {with(453, "80000000014500000000600008080068"), 454,
        "memory channel D9: byte 15 (RxDCS) holds 0x68"}};
-  for (const auto& c : cases) {
+  for (const auto& [text, line, what] : cases) {
     CloneDocument document = test::RandomDocument(3);
     document.model = 0;
     document.image.VersionA = false;
     document.MemoryChanged = true;
     const CloneDocument before = document;
-    const auto problem = OpenCloneText(c.text, "a.Q40", document).problem;
-    ASSERT_TRUE(problem) << c.what;
-    EXPECT_EQ(problem->line, c.line) << c.what;
-    EXPECT_EQ(problem->what.find(c.what), 0U) << problem->what;
-    EXPECT_EQ(problem->kind, FileProblem::Kind::kBadData) << c.what;
-    EXPECT_EQ(document.image, before.image) << c.what;
-    EXPECT_EQ(document.settings, before.settings) << c.what;
-    EXPECT_EQ(document.dial, before.dial) << c.what;
-    EXPECT_TRUE(document.MemoryChanged) << c.what;
+    const auto problem = OpenCloneText(text, "a.Q40", document).problem;
+    ASSERT_TRUE(problem) << what;
+    EXPECT_EQ(problem->line, line) << what;
+    EXPECT_EQ(problem->what.find(what), 0U) << problem->what;
+    EXPECT_EQ(problem->kind, FileProblem::Kind::kBadData) << what;
+    EXPECT_EQ(document.image, before.image) << what;
+    EXPECT_EQ(document.settings, before.settings) << what;
+    EXPECT_EQ(document.dial, before.dial) << what;
+    EXPECT_TRUE(document.MemoryChanged) << what;
   }
 }
 
@@ -187,21 +183,19 @@ TEST(CloneFile, OddDigitsAreWorthAWord) {
   constexpr const char* kCarried =
       " is no hexadecimal digit; where no control owns the byte it is carried as it is";
   constexpr const char* kZero = " is no hexadecimal digit and reads as 0";
-  const struct {
-    std::size_t line, character;
-    const char* what;  // null: nothing odd
-  } cases[] = {{1, 1, kCarried}, {4, 32, kCarried}, {5, 3, kZero},  {24, 3, kZero},
-               {25, 3, nullptr}, {34, 3, nullptr},  {35, 3, kZero}, {454, 32, kZero}};
-  for (const auto& c : cases) {
+  const std::tuple<std::size_t, std::size_t, const char*> cases[] = {
+      {1, 1, kCarried}, {4, 32, kCarried}, {5, 3, kZero},  {24, 3, kZero},
+      {25, 3, nullptr}, {34, 3, nullptr},  {35, 3, kZero}, {454, 32, kZero}};
+  for (const auto& [line, character, what] : cases) {
     Lines lines = DefaultLines();
-    lines[c.line][c.character - 1] = 'x';
+    lines[line][character - 1] = 'x';
     CloneDocument document = FreshDocument();
     const OpenResult result = OpenCloneText(Joined(lines), "a.Q40", document);
     EXPECT_FALSE(result.problem);
-    ASSERT_EQ(result.odd_digit.has_value(), c.what != nullptr) << c.line;
+    ASSERT_EQ(result.odd_digit.has_value(), what != nullptr) << line;
     if (!result.odd_digit) continue;
-    EXPECT_EQ(result.odd_digit->line, static_cast<int>(c.line) + 1);
-    EXPECT_EQ(result.odd_digit->what, "character " + std::to_string(c.character) + c.what);
+    EXPECT_EQ(result.odd_digit->line, static_cast<int>(line) + 1);
+    EXPECT_EQ(result.odd_digit->what, "character " + std::to_string(character) + what);
   }
 }
 

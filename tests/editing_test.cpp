@@ -20,37 +20,28 @@ constexpr auto kSpecial = ChannelKind::kSpecial;
 // ---- rules
 
 TEST(EditRules, MhzOfAMemoryChannel) {
-  const struct {
-    const char* typed;
-    int model, range;
-    bool in_use;
-    const char* current;
-    const char* mhz;
-  } cases[] = {{"173", 0, 0, true, "145.0000", "173"}, {"174", 0, 0, true, "*145.0000", "145"},
-               {"174", 0, 0, false, "", "145"},        {"399", 0, 0, false, "", "145"},
-               {"512", 0, 0, false, "", "445"},        {"440", 1, 0, false, "", "435"},
-               {"136", 1, 0, false, "", "145"},        {"100", 1, 1, true, "145.0000", "100"},
-               {"600", 1, 1, false, "", "435"},        {"600", 0, 1, false, "", "445"},
-               {"145", 3, 0, false, "", "445"},        {"", 0, 0, true, "45.5000", "45"},
-               {"512", 0, 0, true, "1234.5000", "123"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(CheckedMemoryMhz(c.typed, c.model, c.range, c.in_use, c.current), c.mhz) << c.typed;
+  const std::tuple<const char*, int, int, bool, const char*, const char*> cases[] = {
+      {"173", 0, 0, true, "145.0000", "173"}, {"174", 0, 0, true, "*145.0000", "145"},
+      {"174", 0, 0, false, "", "145"},        {"399", 0, 0, false, "", "145"},
+      {"512", 0, 0, false, "", "445"},        {"440", 1, 0, false, "", "435"},
+      {"136", 1, 0, false, "", "145"},        {"100", 1, 1, true, "145.0000", "100"},
+      {"600", 1, 1, false, "", "435"},        {"600", 0, 1, false, "", "445"},
+      {"145", 3, 0, false, "", "445"},        {"", 0, 0, true, "45.5000", "45"},
+      {"512", 0, 0, true, "1234.5000", "123"}};
+  for (const auto& [typed, model, range, in_use, current, mhz] : cases) {
+    EXPECT_EQ(CheckedMemoryMhz(typed, model, range, in_use, current), mhz) << typed;
   }
 }
 
 TEST(EditRules, MhzOfASpecialChannelIsThatOfItsBand) {
-  const struct {
-    const char* typed;
-    Band band;
-    int model, range;
-    const char* mhz;
-  } cases[] = {{"136", Band::kVhf, 0, 0, "136"}, {"135", Band::kVhf, 0, 0, "146"},
-               {"174", Band::kVhf, 0, 0, "146"}, {"430", Band::kVhf, 0, 0, "146"},
-               {"430", Band::kUhf, 0, 0, "430"}, {"440", Band::kUhf, 1, 0, "146"},
-               {"50", Band::kVhf, 1, 1, "50"},   {"", Band::kUhf, 0, 0, "146"},
-               {"145", Band::kVhf, 3, 0, "146"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(CheckedSpecialMhz(c.typed, c.band, c.model, c.range, "146.5000"), c.mhz) << c.typed;
+  const std::tuple<const char*, Band, int, int, const char*> cases[] = {
+      {"136", Band::kVhf, 0, 0, "136"}, {"135", Band::kVhf, 0, 0, "146"},
+      {"174", Band::kVhf, 0, 0, "146"}, {"430", Band::kVhf, 0, 0, "146"},
+      {"430", Band::kUhf, 0, 0, "430"}, {"440", Band::kUhf, 1, 0, "146"},
+      {"50", Band::kVhf, 1, 1, "50"},   {"", Band::kUhf, 0, 0, "146"},
+      {"145", Band::kVhf, 3, 0, "146"}};
+  for (const auto& [typed, band, model, range, mhz] : cases) {
+    EXPECT_EQ(CheckedSpecialMhz(typed, band, model, range, "146.5000"), mhz) << typed;
   }
 }
 
@@ -85,54 +76,45 @@ TEST(EditRules, KeysInTheOrderOfTheRule) {
   EXPECT_EQ(name, "\b #$()*+-/0123456789=ABCD\\_ABCDEFGHIJKLMNOPQRSTUVWXYZ");
   EXPECT_EQ(dial, "\b#*0123456789ABCDABCD");
   EXPECT_EQ(DialCharacters("12-3\b a*E#\n"), "123A*#");
-  EXPECT_EQ(DialogCaption(198), "CH198");
-  EXPECT_EQ(DialogCaption(199), "CHD-1");
-  EXPECT_EQ(DialogCaption(209), "CHD9");
+  EXPECT_EQ(DialogCaption(198) + DialogCaption(199) + DialogCaption(209), "CH198CHD-1CHD9");
 }
 
 // Keys as they are typed, "!" for leaving the offset and "F" for showing the frequency; behind it
 // the keys with which the cursor jumps.
 TEST(EditRules, TheCursorJumpsAfterSoManyKeys) {
-  const struct {
-    const char* keys;
-    int jump_after;
-    const char* jumps;
-  } cases[] = {{"145145", 3, "..j..j"}, {"1xx45", 3, "..j.."},  {"xxx", 3, "..j"},
-               {"\b145", 3, "...j"},    {"14\b", 3, "..j"},     {"12", 2, ".j"},
-               {"14!567", 3, ".....j"}, {"14F567", 3, ".....j"}};
-  for (const auto& c : cases) {
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"145145", 3, "..j..j"}, {"1xx45", 3, "..j.."},  {"xxx", 3, "..j"},
+      {"\b145", 3, "...j"},    {"14\b", 3, "..j"},     {"12", 2, ".j"},
+      {"14!567", 3, ".....j"}, {"14F567", 3, ".....j"}};
+  for (const auto& [keys, jump_after, jumps] : cases) {
     KeyCounter counter;
-    std::string jumps;
-    for (const char key : std::string(c.keys)) {
+    std::string found;
+    for (const char key : std::string(keys)) {
       if (key == '!') counter.ForgetTyping();
       if (key == 'F') counter.Reset();
       const bool typed = key != '!' && key != 'F';
-      jumps += typed && counter.Typed(key, !FrequencyKey(key), c.jump_after) ? 'j' : '.';
+      found += typed && counter.Typed(key, !FrequencyKey(key), jump_after) ? 'j' : '.';
     }
-    EXPECT_EQ(jumps, c.jumps) << c.keys;
+    EXPECT_EQ(found, jumps) << keys;
   }
 }
 
 // ---- what the dialog holds
 
 TEST(DialogValues, OptionsStandInTheOrderOfTheDialog) {
-  const struct {
-    Field field;
-    int number;
-    int choice;
-  } cases[] = {{kTone, 0, 0},      {kTone, 1, 1},      {kTone, 3, 2},      {kTone, 12, 3},
-               {kTone, 2, kUnset}, {kBandwidth, 0, 1}, {kBandwidth, 1, 0}, {kShift, 3, 3},
-               {kStep, 6, 6},      {kRxDcs, 103, 103}, {kSkip, 1, 1},      {kPower, 3, kUnset}};
-  for (const auto& c : cases) {
+  const std::tuple<Field, int, int> cases[] = {
+      {kTone, 0, 0},      {kTone, 1, 1},      {kTone, 3, 2},      {kTone, 12, 3},
+      {kTone, 2, kUnset}, {kBandwidth, 0, 1}, {kBandwidth, 1, 0}, {kShift, 3, 3},
+      {kStep, 6, 6},      {kRxDcs, 103, 103}, {kSkip, 1, 1},      {kPower, 3, kUnset}};
+  for (const auto& [field, number, choice] : cases) {
     ChannelRecord record;
-    record.Set(kMemory, c.field, c.number, "before");
+    record.Set(kMemory, field, number, "before");
     const DialogValues values = ValuesOf(record, kMemory, false);
-    EXPECT_EQ(values[c.field], c.choice) << FieldName(c.field) << c.number;
+    EXPECT_EQ(values[field], choice) << FieldName(field) << number;
     // And back: an option that is not set keeps number and text.
     const ChannelRecord after = RecordOf(values, kMemory, false, record);
-    EXPECT_EQ(after.Number(kMemory, c.field), c.number) << FieldName(c.field);
-    EXPECT_EQ(after.Text(kMemory, c.field),
-              c.choice == kUnset ? "before" : CodeText(c.field, c.number));
+    EXPECT_EQ(after.Number(kMemory, field), number) << FieldName(field);
+    EXPECT_EQ(after.Text(kMemory, field), choice == kUnset ? "before" : CodeText(field, number));
   }
 }
 

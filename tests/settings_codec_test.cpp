@@ -51,11 +51,8 @@ TEST(Settings, OddBytesAreReadRepairedAndWrittenAsStated) {
 
 // Every control alone, against its byte by hand: nothing else may move.
 TEST(Settings, EveryControlHasItsOwnByte) {
-  const struct {
-    int V::*control;
-    int line, byte;
-    const char* digits;  // for the value 1
-  } cases[] = {
+  // Line, byte, and its digits for the value 1.
+  const std::tuple<int V::*, std::size_t, std::size_t, const char*> cases[] = {
       {&V::chkChannel, 0, 2, "01"},   {&V::Slider1, 0, 5, "01"},    {&V::Slider2, 0, 6, "01"},
       {&V::cmbDWait, 0, 8, "01"},     {&V::cmbDFirst, 0, 9, "01"},  {&V::cmbDOther, 0, 10, "01"},
       {&V::cmbTB, 0, 11, "01"},       {&V::cmbTOT, 0, 12, "01"},    {&V::cmbTOTP, 0, 13, "01"},
@@ -68,19 +65,18 @@ TEST(Settings, EveryControlHasItsOwnByte) {
       {&V::chkReverseEn, 3, 13, "AA"}};
   EXPECT_EQ(std::size(cases), SettingsFields().size());
   const std::string zeros(32, '0');
-  for (const auto& c : cases) {
+  for (const auto& [control, line, byte, digits] : cases) {
     V values;
-    values.*c.control = 1;
+    values.*control = 1;
     std::array<std::string, 4> lines = {"A5000000D40000000000000000000000",
                                         "00000000000000000000000000000001", zeros, zeros};
-    lines[static_cast<std::size_t>(c.line)].replace(2 * static_cast<std::size_t>(c.byte), 2,
-                                                    c.digits);
-    if (c.control == &V::chkChannel) lines[0].replace(8, 2, "D2");
+    lines[line].replace(2 * byte, 2, digits);
+    if (control == &V::chkChannel) lines[0].replace(8, 2, "D2");
     CloneImage image;
     image.SettingsLine.fill(zeros);
     EncodeSettings(values, image);
-    EXPECT_EQ(image.SettingsLine, lines) << c.line << "." << c.byte;
-    EXPECT_EQ(DecodeSettings(image), values) << c.line << "." << c.byte;
+    EXPECT_EQ(image.SettingsLine, lines) << line << "." << byte;
+    EXPECT_EQ(DecodeSettings(image), values) << line << "." << byte;
   }
 }
 
@@ -95,15 +91,12 @@ TEST(Settings, EveryItemOfThePagesHasAByteThatCanHoldIt) {
 }
 
 TEST(Settings, WordsForValues) {
-  const struct {
-    V values;
-    const char* control;
-    const char* text;
-  } cases[] = {{{.cmbStb = 2}, "cmbStb", "DTMF"},  {{.cmbTOT = 1}, "cmbTOT", "30"},
-               {{.cmbTB = 4}, "cmbTB", "1450"},    {{.cmbTB = 5}, "cmbTB", ""},
-               {{.Slider1 = 30}, "Slider1", "30"}, {{.chkBeep = 1}, "chkBeep", "on"},
-               {{.chkBeep = 0}, "chkBeep", "off"}, {{.chkVoxEn = 1}, "chkVoxEn", "on"}};
-  for (const auto& c : cases) EXPECT_EQ(SettingText(c.values, c.control), c.text) << c.control;
+  const V values = {.Slider1 = 30, .cmbTB = 4, .cmbTOT = 1, .chkBeep = 1, .cmbStb = 2};
+  const std::pair<const char*, const char*> words[] = {{"Slider1", "30"},  {"cmbTB", "1450"},
+                                                       {"cmbTOT", "30"},   {"chkBeep", "on"},
+                                                       {"cmbStb", "DTMF"}, {"chkLock", "off"}};
+  for (const auto& [control, text] : words) EXPECT_EQ(SettingText(values, control), text);
+  EXPECT_EQ(SettingText({.cmbTB = 5}, "cmbTB"), "");
   EXPECT_EQ(CaptionOf(SettingsItemOf("cmbDFirst")), "First Burst (msec)");
 }
 
@@ -148,36 +141,29 @@ TEST(Settings, StartChannelFollowsChannelModeUseAndParity) {
 TEST(Settings, ShortLinesDoNotMatter) {
   CloneImage image;
   image.SettingsLine = {"", "0", "0102", ""};
-  const V values = DecodeSettings(image);
-  EncodeSettings(values, image);
+  EncodeSettings(DecodeSettings(image), image);
   for (const std::string& line : image.SettingsLine) EXPECT_EQ(line.size(), 32U);
   EXPECT_EQ(image.SettingsLine[2], "AAAA0000000000000000000000000000");
-}
-
-TEST(Settings, ReplaceByteTakesIndexes0To15) {
-  const std::string line = "00112233445566778899AABBCCDDEEFF";
-  EXPECT_EQ(ReplaceByte(line, "xy", 15), "00112233445566778899AABBCCDDEExy");
-  EXPECT_EQ(ReplaceByte(line, "xy", 16), line);
-  EXPECT_EQ(ReplaceByte(line, "xy", -1), line);
   EXPECT_EQ(ReplaceByte("00", "xy", 3), "00xy00");
+  // There is no seventeenth byte.
+  const std::string line(32, '7');
+  EXPECT_EQ(ReplaceByte(line, "xy", 15), std::string(30, '7') + "xy");
+  EXPECT_EQ(ReplaceByte(line, "xy", 16), line);
 }
 
 TEST(Dial, TextsAndBlocks) {
-  const struct {
-    const char* text;
-    const char* block;
-    const char* back;
-  } cases[] = {{"12ab*#", "31323A3B3E3F00000000000000000000", "12AB*#"},
-               {"", "00000000000000000000000000000000", ""},
-               {"0123456789ABCD*#", "303132333435363738393A3B3C3D3E3F", "0123456789ABCD*#"},
-               {"1-2 E3", "31323300000000000000000000000000", "123"},
-               {"11111111111111112", "31313131313131313131313131313131", "1111111111111111"}};
-  for (const auto& c : cases) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"12ab*#", "31323A3B3E3F00000000000000000000", "12AB*#"},
+      {"", "00000000000000000000000000000000", ""},
+      {"0123456789ABCD*#", "303132333435363738393A3B3C3D3E3F", "0123456789ABCD*#"},
+      {"1-2 E3", "31323300000000000000000000000000", "123"},
+      {"11111111111111112", "31313131313131313131313131313131", "1111111111111111"}};
+  for (const auto& [text, block, back] : cases) {
     DialTexts texts;
-    texts[9] = c.text;
-    EXPECT_EQ(MakeDialData(texts, 9), c.block);
-    UpDateDialData(texts, c.block, 9);
-    EXPECT_EQ(texts[9], c.back);
+    texts[9] = text;
+    EXPECT_EQ(MakeDialData(texts, 9), block);
+    UpDateDialData(texts, block, 9);
+    EXPECT_EQ(texts[9], back);
   }
   DialTexts texts;
   texts[3] = "old";
@@ -186,42 +172,24 @@ TEST(Dial, TextsAndBlocks) {
 }
 
 TEST(Defaults, DependOnTheModel) {
-  const struct {
-    int model;
-    int step;
-    const char* uhf;
-    const char* offset;
-    const char* line1;
-  } cases[] = {{0, 0, "445.0000", "5.0000", "01000000000000000000000002000001"},
-               {1, 2, "435.0000", "7.6000", "01000000010000000000000002000001"},
-               {2, 0, "415.0000", "5.0000", "01000000000000000000000002000001"},
-               {3, 0, "415.0000", "5.0000", "01000000000000000000000002000001"}};
-  for (const auto& c : cases) {
+  const std::tuple<int, int, const char*, const char*, const char*> cases[] = {
+      {0, 0, "445.0000", "5.0000", "01000000000000000000000002000001"},
+      {1, 2, "435.0000", "7.6000", "01000000010000000000000002000001"},
+      {2, 0, "415.0000", "5.0000", "01000000000000000000000002000001"},
+      {3, 0, "415.0000", "5.0000", "01000000000000000000000002000001"}};
+  for (const auto& [model, step, uhf, offset, line1] : cases) {
     CloneDocument document = FreshDocument();
-    ChangeModel(document, c.model);
+    ChangeModel(document, model);
     const CloneImage& image = document.image;
     EXPECT_EQ(image.SettingsLine[0], "A5000000000F03000002020000000000");
-    EXPECT_EQ(image.SettingsLine[1], c.line1);
+    EXPECT_EQ(image.SettingsLine[1], line1);
     EXPECT_EQ(document.settings.Slider1, 15);
-    EXPECT_EQ(image.TemplateChannel().value[1], c.step);
+    EXPECT_EQ(image.TemplateChannel().value[1], step);
     EXPECT_EQ(image.TemplateChannel().cellText[0], "145.0000");
     EXPECT_EQ(image.TemplateChannel().cellText[9], "05");
-    EXPECT_EQ(image.UhfSpecialSet[0].cellText[0], c.uhf);
-    EXPECT_EQ(image.UhfSpecialSet[4].cellText[7], c.offset);
-    EXPECT_EQ(image.VhfSpecialSet[0].cellText[7], "0.6000");
+    EXPECT_EQ(image.UhfSpecialSet[0].cellText[0], uhf);
+    EXPECT_EQ(image.UhfSpecialSet[4].cellText[7], offset);
   }
-}
-
-TEST(Defaults, RepeaterRowShowsToneAndShiftAndKeepsItsNumbers) {
-  const CloneDocument document = FreshDocument();
-  const ChannelRecord& rpt = document.image.UhfSpecialSet[kRptRow];
-  const decltype(rpt.cellText) texts = {"",       "",       "Tone", "88.5Hz", "88.5Hz", "023",
-                                        "-Shift", "5.0000", "",     "",       "",       "",
-                                        "",       "",       "",     "Off",    "023"};
-  EXPECT_EQ(rpt.cellText, texts);
-  EXPECT_EQ(rpt.value[0], 4'450'000);
-  EXPECT_EQ(rpt.value[9], 5);
-  EXPECT_EQ(rpt.value[11], 1);
 }
 
 TEST(Defaults, ResetKeepsWhatNewKeeps) {

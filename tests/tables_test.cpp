@@ -66,12 +66,10 @@ TEST(GridColumns, WidthsBelongToGridColumnsFromTheRowTitleOn) {
 }
 
 TEST(StartupPath, DropsTheQuotesOfARawCommandLine) {
-  const struct {
-    const char* argument;
-    const char* path;
-  } cases[] = {{"a.Q40", "a.Q40"},     {"\"a b.Q40\"", "a b.Q40"}, {"x.Q4", "x.Q4"}, {"abc", ""},
-               {"\"a.Q40", "\"a.Q40"}, {"a.Q40\"", "a.Q40\""},     {"\"", ""},       {"", ""}};
-  for (const auto& c : cases) EXPECT_EQ(StartupPath(RawCommandLine(c.argument)), c.path);
+  const std::pair<const char*, const char*> cases[] = {
+      {"a.Q40", "a.Q40"},     {"\"a b.Q40\"", "a b.Q40"}, {"x.Q4", "x.Q4"}, {"abc", ""},
+      {"\"a.Q40", "\"a.Q40"}, {"a.Q40\"", "a.Q40\""},     {"\"", ""},       {"", ""}};
+  for (const auto& [argument, path] : cases) EXPECT_EQ(StartupPath(RawCommandLine(argument)), path);
 }
 
 }  // namespace
