@@ -2,8 +2,7 @@
 //
 // A fence in a document says what it is: "```text clone-lines" and so on, one check a kind below.
 #include <algorithm>
-#include <fstream>
-#include <set>
+#include <regex>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -40,26 +39,28 @@ Lines LinesOf(const std::string& text) {
   return lines;
 }
 
+std::string Joined(const Lines& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\r\n";
+  return text;
+}
+
 struct Fence {
   std::string kind;  // behind the three quotes
   Lines lines;
-  std::string place;  // "docs/csv.md, line 12"
 };
 
 // The fences of a document whose kind is, or begins with, these words.
 std::vector<Fence> Fences(const std::string& document, const std::string& kind) {
   std::vector<Fence> fences;
   bool inside = false;
-  int number = 0;
   for (const std::string& line : LinesOf(test::Content(kFolder + document))) {
-    ++number;
     if (!line.starts_with("```")) {
       if (inside) fences.back().lines.push_back(line);
       continue;
     }
     inside = !inside;
-    if (inside)
-      fences.push_back({line.substr(3), {}, document + ", line " + std::to_string(number)});
+    if (inside) fences.push_back({line.substr(3), {}});
   }
   EXPECT_FALSE(inside) << document << ": a fence is never closed";
   std::erase_if(fences, [&](auto& fence) { return !(fence.kind + ' ').starts_with(kind + ' '); });
@@ -100,12 +101,6 @@ std::string Unquoted(const std::string& cell) {
   return quoted ? cell.substr(1, cell.size() - 2) : std::string();
 }
 
-void Replace(std::string& text, const std::string& from, const std::string& to) {
-  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-    text.replace(at, from.size(), to);
-  }
-}
-
 CloneDocument Example() {
   CloneDocument document = FreshDocument();
   EXPECT_FALSE(OpenCloneFile(kExamples + "radio.Q40", document).problem);
@@ -113,15 +108,14 @@ CloneDocument Example() {
 }
 
 TEST(Documents, ExampleFilesAreTheSimulatedRadio) {
-  CloneDocument example = Example();
-  CloneDocument demo = DemoDocument();
+  const CloneDocument demo = DemoDocument();
   RadioMemory memory;
   StoreDocument(demo, memory);
   std::string why;
   auto read = DocumentOf(memory, demo.model, demo.image.VersionA, why);
   ASSERT_TRUE(read) << why;
   EXPECT_EQ(CloneFileText(*read, read->model), test::Content(kExamples + "radio.Q40"));
-  EXPECT_EQ(ExportChannels(example.image), test::Content(kExamples + "channels.csv"));
+  EXPECT_EQ(ExportChannels(Example().image), test::Content(kExamples + "channels.csv"));
 }
 
 // "  3  0123..." lines: number and content of a clone-file line.
@@ -210,8 +204,7 @@ TEST(Documents, CsvRecords) {
     EXPECT_TRUE(is_exported(line)) << line;
   }
   CloneImage image = Example().image;
-  std::string text;
-  for (const auto& line : FenceLines("docs/csv.md", "text csv-import")) text += line + '\n';
+  const std::string text = Joined(FenceLines("docs/csv.md", "text csv-import"));
   EXPECT_EQ(ImportChannels(text, image).passed_over_count, 1);
   Lines added = LinesOf(ExportChannels(image));
   std::erase_if(added, is_exported);
@@ -238,11 +231,11 @@ TEST(Documents, ExchangesRunAsShown) {
   EXPECT_EQ(sequences.WriteAll().acknowledged.size(), 227U);
 
   std::string shown;
-  for (std::string text : FenceLines("docs/protocol.md", "text exchange")) {
-    Replace(text, "<CR>", "\r");
-    Replace(text, "<LF>", "\n");
+  for (const std::string& text : FenceLines("docs/protocol.md", "text exchange")) {
     shown += (text[0] == ' ' ? "" : text.substr(0, 1)) + text.substr(2);
   }
+  shown = std::regex_replace(shown, std::regex("<CR>"), "\r");
+  shown = std::regex_replace(shown, std::regex("<LF>"), "\n");
   for (const std::string& exchange : Words(shown, '>')) {
     const std::string sent = exchange.substr(0, exchange.find('<'));
     if (sent.ends_with('\r')) line.port.Write(sent);
@@ -260,10 +253,7 @@ class Consoles : public testing::TestWithParam<const char*> {
     for (const char* name : {"radio.Q40", "channels.csv"}) {
       std::filesystem::copy(kExamples + name, folder_ / name);
     }
-    std::ofstream changes(folder_ / "changes.csv");
-    for (const std::string& line : FenceLines("docs/csv.md", "text csv-import")) {
-      changes << line << "\r\n";
-    }
+    test::Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
   }
 
   // What a command prints, without the lines that only tell of progress.
@@ -273,12 +263,8 @@ class Consoles : public testing::TestWithParam<const char*> {
         {"/bin/sh", "-c", "cd '" + folder_.path() + "'; exec 2>&1; " + command},
         {{{"PATH", ctl.substr(0, ctl.rfind('/')) + ":/usr/bin:/bin"}, {"RXQ40_COM1", device}}});
     Lines lines = LinesOf(result.out);
-    std::erase_if(lines, [](const std::string& line) {
-      static const std::set<std::string> kProgress = {"Identifying", "Reading settings",
-                                                      "Reading memory", "Writing settings",
-                                                      "Writing memory"};
-      return kProgress.contains(line);
-    });
+    const std::regex progress("Identifying|(Reading|Writing) (settings|memory)");
+    std::erase_if(lines, [&](auto& line) { return std::regex_match(line, progress); });
     return lines;
   }
 
@@ -291,17 +277,16 @@ class Consoles : public testing::TestWithParam<const char*> {
         arguments.insert(arguments.end(), {"--load", folder_ / "radio.Q40"});
       }
       radio = std::make_unique<test::SimulatorProcess>(arguments);
-      ASSERT_FALSE(radio->device().empty()) << fence.place;
+      ASSERT_FALSE(radio->device().empty()) << fence.kind;
     }
     for (std::size_t at = 0; at < fence.lines.size();) {
-      ASSERT_TRUE(fence.lines[at].starts_with("$ ")) << fence.place;
+      ASSERT_TRUE(fence.lines[at].starts_with("$ ")) << fence.lines[at];
       const std::string command = fence.lines[at].substr(2);
       Lines expected;
       while (++at < fence.lines.size() && !fence.lines[at].starts_with("$ ")) {
         expected.push_back(fence.lines[at]);
       }
-      EXPECT_EQ(Output(command, radio ? radio->device() : ""), expected)
-          << fence.place << ": " << command;
+      EXPECT_EQ(Output(command, radio ? radio->device() : ""), expected) << command;
     }
   }
 

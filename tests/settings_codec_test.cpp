@@ -183,7 +183,6 @@ TEST(Defaults, DependOnTheModel) {
     const CloneImage& image = document.image;
     EXPECT_EQ(image.SettingsLine[0], "A5000000000F03000002020000000000");
     EXPECT_EQ(image.SettingsLine[1], line1);
-    EXPECT_EQ(document.settings.Slider1, 15);
     EXPECT_EQ(image.TemplateChannel().value[1], step);
     EXPECT_EQ(image.TemplateChannel().cellText[0], "145.0000");
     EXPECT_EQ(image.TemplateChannel().cellText[9], "05");

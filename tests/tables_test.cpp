@@ -15,10 +15,8 @@ TEST(Models, HeaderLinesHave32CharactersAndFindTheirModel) {
       const std::string_view line = HeaderLine(model, version);
       EXPECT_EQ(line.size(), 32U) << line;
       EXPECT_EQ(HeaderLineAt(model + 5 * version), line);
-      const auto match = FindHeaderLine(line);
-      ASSERT_TRUE(match) << line;
-      EXPECT_EQ(match->model, model);
-      EXPECT_EQ(match->version, version);
+      EXPECT_EQ(FindHeaderLine(line).value().model, model);
+      EXPECT_EQ(FindHeaderLine(line).value().version, version);
     }
   }
   for (const int index : {-1, 4, 9, 10}) EXPECT_EQ(HeaderLineAt(index), "") << index;
