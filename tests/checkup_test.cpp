@@ -99,8 +99,6 @@ TEST(CheckUp, OneFaultEach) {
        "the RX-Q40E version 0 covers only 144.000-145.995MHz and 430.000-439.995MHz."},
       {[](S& s) { s.Special(Band::kVhf, kCallRow, kFrequency, 4'350'000); },
        "VHF CALL, Frequency: out-of-band", "covers only 144.000-145.995MHz."},
-      {[](S& s) { s.VersionA().Channel(5, 5'120'000, "OFF"); }, "channel 5, Frequency: out-of-band",
-       "the RX-Q40E version A covers only 136.000-173.995MHz"},
       {[](S& s) { s.Channel(0, 12'960'000, "23CM"); },
        "channel 0, Frequency: out-of-band\nchannel 0, Frequency: frequency-lost",
        "1296.0000 MHz, but it is read back as 296.0000 MHz"},
@@ -176,7 +174,6 @@ TEST(CheckUp, WhatIsNoFinding) {
       [](S& s) { s.Limits(4'340'000, 4'330'000); }, [](S& s) { s.Name(3, "*#+_/("); },
       // Bytes that no control owns are carried.
       [](S& s) { s.Byte(0, 3, "77").Byte(1, 8, "F3").Byte(2, 8, "5c"); },
-      [](S& s) { s.document.settings.chkChannel = 1; },
       [](S& s) {  // the model that has no ranges
         s.document.model = 3;
         s.Code(3, kShift, 2);
@@ -240,24 +237,24 @@ Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
 
 // No more and no less than a clone file really loses; and once it is lost, it is not found any more.
 TEST(CheckUp, AgreesWithWhatAFileKeeps) {
-  std::size_t lost = 0;
   for (unsigned seed = 1; seed <= 20; ++seed) {
     CloneDocument document = EditedDocument(seed);
     CloneDocument opened = FreshDocument();
     ASSERT_FALSE(
         OpenCloneText(CloneFileText(document, document.model).value(), "test", opened).problem);
     Lines losses;
-    for (const Finding& finding : CheckUp(document)) {
+    const Findings findings = CheckUp(document);
+    EXPECT_TRUE(std::ranges::is_sorted(findings, {}, &Finding::place)) << seed;
+    for (const Finding& finding : findings) {
       if (RowOf(finding.kind).severity != Severity::kLoss) continue;
       losses.insert(PlaceText(finding.place) + ", " + finding.field);
     }
     EXPECT_EQ(losses, Differences(document, opened)) << seed;
-    lost += losses.size();
+    EXPECT_GT(losses.size(), 50U) << seed;
     for (const Finding& finding : CheckUp(opened)) {
       EXPECT_EQ(RowOf(finding.kind).occurs, Occurs::kAnywhere) << Line(finding);
     }
   }
-  EXPECT_GT(lost, 1000U);
 }
 
 }  // namespace

@@ -148,19 +148,17 @@ TEST(Documents, HeadersAndValueLists) {
   }
   EXPECT_EQ(headers, kModelCount);
 
-  const struct {
-    const char* kind;
-    std::span<const std::string_view> list;
-    const char* unit;  // not repeated in the document
-  } lists[] = {{"text list=steps", StepTexts(), ""},
-               {"text list=tones", ToneTexts(), "Hz"},
-               {"text list=dcs", DcsTexts(), ""}};
-  for (const auto& list : lists) {
+  // The document does not repeat the unit of the tones.
+  const std::tuple<const char*, std::span<const std::string_view>, const char*> lists[] = {
+      {"text list=steps", StepTexts(), ""},
+      {"text list=tones", ToneTexts(), "Hz"},
+      {"text list=dcs", DcsTexts(), ""}};
+  for (const auto& [kind, list, unit] : lists) {
     Lines shown;
-    for (const std::string& line : FenceLines("docs/clone-file.md", list.kind)) {
-      for (const std::string& word : Words(line, ' ')) shown.push_back(word + list.unit);
+    for (const std::string& line : FenceLines("docs/clone-file.md", kind)) {
+      for (const std::string& word : Words(line, ' ')) shown.push_back(word + unit);
     }
-    EXPECT_EQ(shown, Lines(list.list.begin(), list.list.end())) << list.kind;
+    EXPECT_EQ(shown, Lines(list.begin(), list.end())) << kind;
   }
 }
 
@@ -246,16 +244,9 @@ TEST(Documents, ExchangesRunAsShown) {
 // ---- command lines and what they print
 
 // "console", "console no-port" (nothing is plugged in) or "console ARGUMENTS" (of the simulated
-// radio). Lines that begin with "$ " are commands.
+// radio). Lines that begin with "$ " are commands; behind them stands what they print.
 class Consoles : public testing::TestWithParam<const char*> {
  protected:
-  Consoles() {
-    for (const char* name : {"radio.Q40", "channels.csv"}) {
-      std::filesystem::copy(kExamples + name, folder_ / name);
-    }
-    test::Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
-  }
-
   // What a command prints, without the lines that only tell of progress.
   Lines Output(const std::string& command, const std::string& device) {
     const std::string ctl = test::Program("rxq40ctl");
@@ -279,21 +270,24 @@ class Consoles : public testing::TestWithParam<const char*> {
       radio = std::make_unique<test::SimulatorProcess>(arguments);
       ASSERT_FALSE(radio->device().empty()) << fence.kind;
     }
-    for (std::size_t at = 0; at < fence.lines.size();) {
-      ASSERT_TRUE(fence.lines[at].starts_with("$ ")) << fence.lines[at];
-      const std::string command = fence.lines[at].substr(2);
-      Lines expected;
-      while (++at < fence.lines.size() && !fence.lines[at].starts_with("$ ")) {
-        expected.push_back(fence.lines[at]);
-      }
-      EXPECT_EQ(Output(command, radio ? radio->device() : ""), expected) << command;
+    Lines printed;
+    for (const std::string& line : fence.lines) {
+      if (!line.starts_with("$ ")) continue;
+      printed.push_back(line);
+      const Lines output = Output(line.substr(2), radio ? radio->device() : "");
+      printed.insert(printed.end(), output.begin(), output.end());
     }
+    EXPECT_EQ(printed, fence.lines);
   }
 
   test::TempFolder folder_;
 };
 
 TEST_P(Consoles, PrintWhatIsShown) {
+  for (const char* name : {"radio.Q40", "channels.csv"}) {
+    std::filesystem::copy(kExamples + name, folder_ / name);
+  }
+  test::Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
   for (const Fence& fence : Fences(GetParam(), "console")) Expect(fence);
 }
 
