@@ -245,7 +245,8 @@ TEST(CloneFile, TheOldFileSurvivesTheFailureOfEveryCall) {
     const auto problem = SaveCloneFile(path, document, 0, files);
     EXPECT_EQ(folder.FileCount(), 1U) << call;
     ASSERT_EQ(problem.has_value(), call <= kCalls) << call;
-    EXPECT_EQ(document.SettingsChanged && document.MemoryChanged, problem.has_value());
+    EXPECT_EQ(document.SettingsChanged, problem.has_value()) << call;
+    EXPECT_EQ(document.MemoryChanged, problem.has_value()) << call;
     EXPECT_EQ(test::Content(path), problem ? "the only copy" : Joined(DefaultLines())) << call;
     if (!problem) continue;
     EXPECT_EQ(problem->kind, FileProblem::Kind::kCannotWrite);

@@ -33,12 +33,9 @@ TEST(WholeFile, SaysWhyAPathCannotBeReadOrWritten) {
       {"/dev/null", "is a device, not a file", "is a device, not a file"},
       {folder / "loop", "Too many levels of symbolic links", "is not a regular file"},
       {folder / "no/file", kMissing,
-       "cannot create a file in its folder: No such file or directory"},
-      // Can be opened, but not read.
-      {"/proc/self/mem", "Input/output error",
        "cannot create a file in its folder: No such file or directory"}};
+  std::string content = "old";
   for (const auto& [path, read, write] : cases) {
-    std::string content = "old";
     const FileProblem unreadable = ReadFile(path, 1000, content).value();
     EXPECT_EQ(unreadable.what, read);
     EXPECT_EQ(unreadable.path, path);
@@ -48,6 +45,8 @@ TEST(WholeFile, SaysWhyAPathCannotBeReadOrWritten) {
     EXPECT_EQ(unwritable.kind, FileProblem::Kind::kCannotWrite);
   }
   EXPECT_TRUE(fs::is_symlink(folder / "loop"));
+  // Can be opened, but not read.
+  EXPECT_EQ(ReadFile("/proc/self/mem", 1000, content).value().what, "Input/output error");
 }
 
 TEST(WholeFile, ReadsUpToItsLimit) {
@@ -93,18 +92,23 @@ TEST(WholeFile, TakesLongNamesAndNamesWithoutAFolderAndCheckingLeavesNothing) {
   EXPECT_EQ(folder.FileCount(), 1U);
 }
 
-// A folder in which the first names that are tried are taken, and which cannot be pushed to the disk.
+// A folder in which the first names that are tried are taken, and which cannot be pushed to the disk:
+// no reason to call a save failed.
 class CrowdedFolder final : public FileSystem {
  public:
   int taken = 0;
   int tries = 0;
+  std::string pushed;
 
   std::FILE* Create(const std::string& path) override {
     if (++tries > taken) return FileSystem::Create(path);
     errno = EEXIST;
     return nullptr;
   }
-  bool SyncFolder(const std::string& /*path*/) override { return false; }
+  bool SyncFolder(const std::string& path) override {
+    pushed = path;
+    return false;
+  }
 };
 
 TEST(WholeFile, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
@@ -112,6 +116,7 @@ TEST(WholeFile, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
   CrowdedFolder crowded;
   crowded.taken = 15;
   EXPECT_FALSE(WriteFile(folder / "radio.Q40", "new", crowded));
+  EXPECT_EQ(crowded.pushed, folder.path());
   crowded.taken = 1000;
   EXPECT_EQ(WriteFile(folder / "radio.Q40", "newer", crowded).value().what,
             "cannot create a file in its folder: File exists");
@@ -150,7 +155,6 @@ TEST(PortNumberFile, LiesInTheProgramsFolderOrElseInTheUsers) {
   EXPECT_EQ(writable.Read(), 1);
   const PortNumberFile closed(folder / "nowhere", folder / "user");
   closed.Write(9);
-  EXPECT_EQ(closed.Read(), 9);
   test::Store(folder / "RX-Q40.ini", "3\r\n");
   EXPECT_EQ(writable.Read(), 9);
   writable.Write(4);
@@ -168,7 +172,6 @@ TEST(PortNumberFile, AnInstalledProgramKeepsTheUsersNumberApart) {
   const PortNumberFile yours(prefix / "bin", prefix / "you");
   mine.Write(9);
   EXPECT_FALSE(fs::exists(prefix / "bin/RX-Q40.ini"));
-  EXPECT_EQ(mine.Read(), 9);
   EXPECT_EQ(yours.Read(), 1);
   // One that was put there for everybody is read until a user has an own one.
   test::Store(prefix / "bin/RX-Q40.ini", "5\r\n");
