@@ -91,6 +91,7 @@ TEST(MemoryChannel, IndexOutsideItsListIsRefusedUnlessTheChannelIsNotInUse) {
     EXPECT_EQ(error->byte, byte);
     EXPECT_EQ(image, before);
     EXPECT_FALSE(DecodeMemoryChannel(WithByte(bad, 0, "00"), 5, image));
+    EXPECT_FALSE(image.ChannelInUse[5]);
   }
   // Of several the first one is named.
   CloneImage image;
