@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "app/tables/settings_items.h"
 #include "files/clone_file.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
@@ -17,6 +16,8 @@
 
 namespace q40 {
 namespace {
+
+using enum Field;
 
 void SetNumber(ChannelKind kind, ChannelRecord& record, Field field, int number) {
   record.Set(kind, field, number, CodeText(field, number));
@@ -33,39 +34,45 @@ struct Sample {
       SpecialStore(image, band)[kPhRow] = {};
       SpecialStore(image, band)[kPlRow] = {};
     }
-    ShowBand(image, Band::kVhf);
-    Channel(3, 1'456'000, "HILL");
-    Channel(203, 4'389'500, "CLUB");
+    Channel(3, 1'456'000, "HILL").Channel(203, 4'389'500, "CLUB");
   }
-  void Channel(int n, Units100Hz frequency, const std::string& name) {
+  Sample& Channel(int n, Units100Hz frequency, const std::string& name) {
     Memory(n) = image.TemplateChannel();
-    Memory(n).Set(ChannelKind::kMemory, Field::kFrequency, frequency, FrequencyText(frequency));
-    Name(n, name);
+    Memory(n).Set(ChannelKind::kMemory, kFrequency, frequency, FrequencyText(frequency));
     image.ChannelInUse[static_cast<std::size_t>(n)] = true;
+    return Name(n, name);
   }
   ChannelRecord& Memory(int n) { return image.MemoryTable[static_cast<std::size_t>(n)]; }
-  void Name(int n, const std::string& name) {
-    Memory(n).Set(ChannelKind::kMemory, Field::kName, name.empty() ? 0 : 1, name);
+  Sample& Name(int n, const std::string& name) {
+    Memory(n).Set(ChannelKind::kMemory, kName, 1, name);
+    return *this;
   }
-  void Code(int n, Field field, int number) {
+  Sample& Code(int n, Field field, int number) {
     SetNumber(ChannelKind::kMemory, Memory(n), field, number);
+    return *this;
   }
-  void Special(Band band, int k, Field field, int number) {
-    auto& record = SpecialStore(image, band)[static_cast<std::size_t>(k)];
-    SetNumber(ChannelKind::kSpecial, record, field, number);
+  Sample& Special(Band band, std::size_t k, Field field, int number) {
+    SetNumber(ChannelKind::kSpecial, SpecialStore(image, band)[k], field, number);
+    return *this;
+  }
+  Sample& Present(Band band, bool ph, bool pl) {
+    SetStoredPresent(image, band, {ph, pl});
+    return *this;
   }
   // PH and PL of the UHF band; 0 is absent.
-  void Limits(Units100Hz ph, Units100Hz pl) {
-    auto& set = image.UhfSpecialSet;
-    set[kPhRow] = set[kPlRow] = set[kVfoRow];
-    Special(Band::kUhf, kPhRow, Field::kFrequency, ph);
-    Special(Band::kUhf, kPlRow, Field::kFrequency, pl);
-    SetStoredPresent(image, Band::kUhf, PresentByFrequency(set));
+  Sample& Limits(Units100Hz ph, Units100Hz pl) {
+    image.UhfSpecialSet[kPhRow] = image.UhfSpecialSet[kPlRow] = image.UhfSpecialSet[kVfoRow];
+    Special(Band::kUhf, kPhRow, kFrequency, ph).Special(Band::kUhf, kPlRow, kFrequency, pl);
+    return Present(Band::kUhf, ph != 0, pl != 0);
   }
-  void Byte(int line, int byte, const char* text) {
-    auto& digits = image.SettingsLine[static_cast<std::size_t>(line)];
-    digits = ReplaceByte(digits, text, byte);
+  Sample& VersionA() {
+    image.VersionA = true;
+    return *this;
+  }
+  Sample& Byte(std::size_t line, int byte, const char* text) {
+    image.SettingsLine[line] = ReplaceByte(image.SettingsLine[line], text, byte);
     document.settings = DecodeSettings(image);
+    return *this;
   }
 };
 
@@ -81,87 +88,49 @@ std::string Listed(const CloneDocument& document) {
   return text;
 }
 
+using S = Sample;
+
 TEST(CheckUp, OneFaultEach) {
-  using S = Sample;
-  const struct {
-    void (*spoil)(S&);
-    const char* line;
-    const char* words;  // of its sentence
-  } cases[] = {
+  // What is done to the sample, the findings, and words of the last one's sentence.
+  const std::tuple<void (*)(S&), std::string, const char*> cases[] = {
       {[](S& s) { s.Channel(5, 1'456'000, "TWO"); }, "channel 5, Frequency: duplicate-frequency",
        "145.6000 MHz is also the frequency of channel 3"},
       {[](S& s) { s.Channel(5, 1'460'000, "OFF"); }, "channel 5, Frequency: out-of-band",
        "the RX-Q40E version 0 covers only 144.000-145.995MHz and 430.000-439.995MHz."},
-      {[](S& s) { s.Special(Band::kVhf, kCallRow, Field::kFrequency, 4'350'000); },
+      {[](S& s) { s.Special(Band::kVhf, kCallRow, kFrequency, 4'350'000); },
        "VHF CALL, Frequency: out-of-band", "covers only 144.000-145.995MHz."},
-      {[](S& s) {
-         s.image.VersionA = true;
-         s.Channel(5, 5'120'000, "OFF");
-       },
-       "channel 5, Frequency: out-of-band", "the RX-Q40E version A covers only 136.000-173.995MHz"},
       {[](S& s) { s.Channel(0, 12'960'000, "23CM"); },
        "channel 0, Frequency: out-of-band\nchannel 0, Frequency: frequency-lost",
        "1296.0000 MHz, but it is read back as 296.0000 MHz"},
-      {[](S& s) { s.Code(3, Field::kStep, 5); }, "channel 3, Step: step-lost",
+      {[](S& s) { s.Code(3, kStep, 5); }, "channel 3, Step: step-lost",
        "store 25KHz, but it is read back as 12.5KHz"},
-      {[](S& s) { s.Special(Band::kUhf, kVfoRow, Field::kStep, 1); }, "UHF VFO, Step: step-lost",
-       "store 10KHz, but it is read back as 5KHz"},
-      {[](S& s) { s.Code(203, Field::kShift, 3); }, "channel D3, Shift: split-lost",
+      {[](S& s) { s.Code(203, kShift, 3); }, "channel D3, Shift: split-lost",
        "\"Split\", but a memory channel is read back with \"None\""},
-      {[](S& s) { s.Code(203, Field::kShiftFrequency, 100'000); },
+      {[](S& s) { s.Code(203, kShiftFrequency, 100'000); },
        "channel D3, Shift frequency: offset-lost", "10.0000 MHz, but it is read back as 0.0000"},
-      {[](S& s) { s.Special(Band::kUhf, kRptRow, Field::kShiftFrequency, 123'000); },
-       "UHF RPT, Shift frequency: offset-lost", "12.3000 MHz, but it is read back as 2.3000"},
-      {[](S& s) {
-         s.Code(3, Field::kShift, 2);
-         s.Code(3, Field::kShiftFrequency, 6'000);
-       },
+      {[](S& s) { s.Code(3, kShift, 2).Code(3, kShiftFrequency, 6'000); },
        "channel 3, Shift: shift-leaves-band",
        "With +Shift by 0.6000 MHz the radio is to transmit on 146.2000 MHz, outside its VHF band"},
+      // Without a lower limit, but not below 0.
       {[](S& s) {
-         s.image.VersionA = true;  // without a lower limit, but not below 0
-         s.Channel(3, 5'000, "LW");
-         s.Code(3, Field::kShift, 1);
-         s.Code(3, Field::kShiftFrequency, 6'000);
+         s.VersionA().Channel(3, 5'000, "LW").Code(3, kShift, 1).Code(3, kShiftFrequency, 6'000);
        },
        "channel 3, Shift: shift-leaves-band", "transmit on -0.1000 MHz"},
-      {[](S& s) {
-         s.Special(Band::kUhf, kCallRow, Field::kShift, 1);
-         s.Special(Band::kUhf, kCallRow, Field::kShiftFrequency, 76'000);
-       },
-       "UHF CALL, Shift: shift-leaves-band", "427.4000 MHz, outside its UHF band"},
-      {[](S& s) { s.Name(3, ""); }, "channel 3, Name: no-name", "without a name"},
       {[](S& s) { s.Name(3, "   "); }, "channel 3, Name: no-name", "without a name"},
       {[](S& s) { s.Name(203, "HILL"); }, "channel D3, Name: duplicate-name",
        "\"HILL\" here and in channel 3"},
-      {[](S& s) { s.Name(3, "A(B)(C"); }, "channel 3, Name: name-lost",
-       "\"A(B)(C\" is read back as \"A(B((C\": \")\" becomes \"(\"."},
-      {[](S& s) {
-         s.Name(3,
-                "a<\xC3\x84"
-                "b1234");
-       },
-       "channel 3, Name: name-lost",
-       "is read back as \"512\": \"a\" is left out, \"<\" becomes \"5\", \"\xC3\x84\" is left out, "
-       "\"b\" is left out, six characters fit."},
-      {[](S& s) { s.Name(3, "%1\t"); }, "channel 3, Name: name-lost",
-       "\"%1\\x09\" is read back as \"1\": \"%\" is left out, \"\\x09\" is left out."},
-      {[](S& s) {  // only read back they are the same
-         s.Name(3, "A)");
-         s.Name(203, "A(");
-       },
+      {[](S& s) { s.Name(3, "a<\303\204\t1%234"); }, "channel 3, Name: name-lost",
+       "is read back as \"51\": \"a\" is left out, \"<\" becomes \"5\", \"\303\204\" is left out, "
+       "\"\\x09\" is left out, \"%\" is left out, six characters fit."},
+      // Only read back they are the same.
+      {[](S& s) { s.Name(3, "A)").Name(203, "A("); },
        "channel 3, Name: name-lost\nchannel D3, Name: duplicate-name",
        "\"A(\" here and in channel 3"},
       {[](S& s) { s.Limits(4'330'000, 4'340'000); }, "UHF PH, Frequency: ph-below-pl",
        "PH, 433.0000 MHz, lies below PL, 434.0000 MHz"},
-      {[](S& s) {
-         SetStoredPresent(s.image, Band::kVhf, {false, true});
-       },
+      {[](S& s) { s.Present(Band::kVhf, false, true); },
        "VHF PL, Frequency: limit-without-frequency", "store PL as absent"},
-      {[](S& s) {
-         s.Limits(0, 4'340'000);
-         SetStoredPresent(s.image, Band::kUhf, {});
-       },
+      {[](S& s) { s.Limits(0, 4'340'000).Present(Band::kUhf, false, false); },
        "UHF PL, Frequency: limit-comes-back", "gets PL as absent, but 434.0000 MHz stays stored"},
       {[](S& s) { s.document.settings.cmbTB = 4; }, "settings, Tone Burst (Hz): tone-burst-lost",
        "\"1450\", but it is read back as \"1750\""},
@@ -169,9 +138,6 @@ TEST(CheckUp, OneFaultEach) {
        "\"31\", but it is read back as \"0\""},
       {[](S& s) { s.Byte(0, 13, "10"); }, "settings, Penalty Time (sec): setting-rewritten",
        "The byte 0x002D holds 10, which is shown as \"0\"; the next save or write makes it 00."},
-      {[](S& s) { s.Byte(1, 1, "07"); }, "settings, Scan Type: setting-rewritten",
-       "0x0031 holds 07, which is shown as \"Busy\"; the next save or write makes it 02."},
-      {[](S& s) { s.Byte(3, 12, "01"); }, "access, Alert: setting-rewritten", "makes it AA."},
       {[](S& s) {
          s.document.settings.chkChannel = 1;
          ClearAllMemoryChannels(s.image);
@@ -179,18 +145,14 @@ TEST(CheckUp, OneFaultEach) {
        "access, Channel Mode: no-start-channel", "start with number 210"},
       {[](S& s) { s.document.dial[9] = "12z"; }, "auto dialer, St: dial-lost",
        "keeps \"12z\", the radio gets \"12\""},
-      {[](S& s) { s.document.dial[0] = "12345678901234567"; }, "auto dialer, M1: dial-lost",
-       "gets \"1234567890123456\""},
   };
   std::set<FindingKind> seen;
-  for (const auto& c : cases) {
+  for (const auto& [spoil, lines, words] : cases) {
     Sample sample;
-    ASSERT_EQ(Listed(sample.document), "");
-    c.spoil(sample);
-    EXPECT_EQ(Listed(sample.document), std::string(c.line) + '\n');
+    spoil(sample);
+    ASSERT_EQ(Listed(sample.document), lines + '\n');
     const Findings findings = CheckUp(sample.document);
-    if (findings.empty()) continue;
-    EXPECT_NE(findings.back().text.find(c.words), std::string::npos) << findings.back().text;
+    EXPECT_NE(findings.back().text.find(words), std::string::npos) << findings.back().text;
     for (const Finding& finding : findings) seen.insert(finding.kind);
   }
   // The codecs of today lose nothing that kValueLost would have to say; kStoredValueDropped is not
@@ -199,161 +161,99 @@ TEST(CheckUp, OneFaultEach) {
 }
 
 TEST(CheckUp, WhatIsNoFinding) {
-  using S = Sample;
   void (*const harmless[])(S&) = {
-      [](S& s) { s.image.ChannelInUse[3] = false; },
-      [](S& s) {  // not in use: whatever it still holds
-        s.Code(4, Field::kStep, 6);
-        s.Code(4, Field::kFrequency, 9'000'000);
-      },
-      [](S& s) {
-        s.image.VersionA = true;
-        s.Channel(4, 1'000'000, "LOW");
-      },
-      [](S& s) { s.Special(Band::kVhf, kVfoRow, Field::kShift, 3); },  // Split
-      [](S& s) {  // what the RPT row does not carry
-        s.Special(Band::kVhf, kRptRow, Field::kStep, 6);
-        s.Special(Band::kVhf, kRptRow, Field::kFrequency, 0);
-      },
-      [](S& s) { s.Limits(4'340'000, 4'330'000); },
-      [](S& s) { s.Limits(4'330'000, 0); },
-      [](S& s) { s.Name(3, "*#+-/="); },
-      [](S& s) { s.Name(3, "\\_$?( "); },
-      [](S& s) { s.Code(3, Field::kSkip, 1); },
-      [](S& s) {  // bytes that no control owns are carried
-        s.Byte(0, 3, "77");
-        s.Byte(1, 8, "F3");
-        s.Byte(2, 8, "5c");
-      },
-      [](S& s) { s.document.settings.cmbTOTP = 15; },
-      [](S& s) { s.document.settings.chkChannel = 1; },
-      [](S& s) { s.document.dial[4] = "12ABCD*#"; }};
+      [](S& /*s*/) {},
+      [](S& s) { s.image.ChannelInUse[3] = false; },  // not in use: whatever it still holds
+      [](S& s) { s.Code(4, kStep, 6).Code(4, kFrequency, 9'000'000); },  // nor is this one
+      [](S& s) { s.VersionA().Channel(4, 1'000'000, "LOW"); },
+      [](S& s) { s.Special(Band::kVhf, kVfoRow, kShift, 3); },  // Split
+      // What the RPT row does not carry.
+      [](S& s) { s.Special(Band::kVhf, kRptRow, kFrequency, 0); },
+      [](S& s) { s.Limits(4'340'000, 4'330'000); }, [](S& s) { s.Name(3, "*#+_/("); },
+      // Bytes that no control owns are carried.
+      [](S& s) { s.Byte(0, 3, "77").Byte(1, 8, "F3").Byte(2, 8, "5c"); },
+      [](S& s) {  // the model that has no ranges
+        s.document.model = 3;
+        s.Code(3, kShift, 2);
+        s.Code(3, kShiftFrequency, 60'000);
+      }};
   for (std::size_t i = 0; i < std::size(harmless); ++i) {
     Sample sample;
     harmless[i](sample);
     EXPECT_EQ(Listed(sample.document), "") << i;
   }
-  // The model that has no ranges.
-  Sample sample;
-  sample.document.model = 3;
-  sample.Code(3, Field::kShift, 2);
-  sample.Code(3, Field::kShiftFrequency, 60'000);
-  EXPECT_EQ(Listed(sample.document), "");
 }
 
-// A random document with every number that an editor or an import can give.
+// A random document with every number that an editor or an import can give. Its frequencies have at
+// least three digits before the point, so that a text that is read back tells what was lost.
 CloneDocument EditedDocument(unsigned seed) {
   std::mt19937 random(seed);
   const auto below = [&](int top) {
     return std::uniform_int_distribution<int>(0, top - 1)(random);
   };
-  CloneDocument document = test::RandomDocument(seed);
   const auto edit = [&](ChannelKind kind, ChannelRecord& record) {
-    SetNumber(kind, record, Field::kStep, below(7));
-    SetNumber(kind, record, Field::kShift, below(4));
-    SetNumber(kind, record, Field::kShiftFrequency, below(below(2) != 0 ? 100'000 : 20'000'000));
-    SetNumber(kind, record, Field::kFrequency, below(20'000'000));
-    if (kind == ChannelKind::kSpecial) return;
+    SetNumber(kind, record, kStep, below(7));
+    SetNumber(kind, record, kShift, below(4));
+    const int offset = below(below(2) != 0 ? 100'000 : 20'000'000);
+    record.Set(kind, kShiftFrequency, offset, OffsetText(offset));
+    const int frequency = 1'000'000 + below(20'000'000);
+    record.Set(kind, kFrequency, frequency, FrequencyText(frequency));
+    if (!HasField(kind, kName)) return;
     std::string name;
     for (int i = below(9); i > 0; --i) name += static_cast<char>(' ' + below(95));
-    record.Set(kind, Field::kName, name.empty() ? 0 : 1, name);
+    record.Set(kind, kName, name.empty() ? 0 : 1, name);
+    record.Set(kind, kSkip, 0, "");
   };
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    edit(ChannelKind::kMemory, document.image.MemoryTable[static_cast<std::size_t>(n)]);
-  }
+  CloneDocument document = test::RandomDocument(seed);
+  CloneImage& image = document.image;
+  for (ChannelRecord& record : image.MemoryTable) edit(ChannelKind::kMemory, record);
   for (const Band band : kBands) {
-    for (ChannelRecord& record : SpecialStore(document.image, band)) {
-      edit(ChannelKind::kSpecial, record);
-    }
-    SetStoredPresent(document.image, band, {below(2) != 0, below(2) != 0});
+    for (ChannelRecord& record : SpecialStore(image, band)) edit(ChannelKind::kSpecial, record);
+    SetStoredPresent(image, band, {below(2) != 0, below(2) != 0});
   }
   document.settings.cmbTB = below(5);
   return document;
 }
 
-CloneDocument SavedAndOpened(CloneDocument document) {
-  const auto text = CloneFileText(document, document.model);
-  CloneDocument opened = FreshDocument();
-  EXPECT_FALSE(OpenCloneText(text.value(), "test", opened).problem);
-  return opened;
-}
-
 using Lines = std::multiset<std::string>;
 
-void AddDifferences(Lines& lines, const Place& place, ChannelKind kind, const ChannelRecord& a,
-                    const ChannelRecord& b) {
-  const bool repeater = place.where == Place::Where::kSpecial && place.index == kRptRow;
-  for (int i = 0; i < kFieldCount; ++i) {
-    const auto field = static_cast<Field>(i);
-    const auto& out = kNotInRepeaterRow;
-    if (!HasField(kind, field)) continue;
-    if (repeater && std::find(out.begin(), out.end(), field) != out.end()) continue;
-    const bool same = field == Field::kName ? a.Text(kind, field) == b.Text(kind, field)
-                                            : a.Number(kind, field) == b.Number(kind, field);
-    if (!same) lines.insert(PlaceText(place) + ", " + std::string(FieldName(field)));
-  }
-}
-
 // What is not in the opened file as it was in the document, found without the check-up.
-Lines Differences(const CloneDocument& a, const CloneDocument& b) {
+Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
+  std::set<std::string_view> not_in_rpt;
+  for (const Field field : kNotInRepeaterRow) not_in_rpt.insert(FieldName(field));
   Lines lines;
-  for (const SettingsItem& item : SettingsItems()) {
-    const SettingsField& field = SettingsFieldOf(item.control);
-    if (a.settings.*field.value != b.settings.*field.value) {
-      lines.insert("settings, " + CaptionOf(item));
-    }
-  }
-  for (const Band band : kBands) {
-    for (int k = 0; k < kSpecialChannelCount; ++k) {
-      const auto row = static_cast<std::size_t>(k);
-      const Place place{Place::Where::kSpecial, band, k};
-      const PresentPair present = StoredPresent(a.image, band);
-      if (k >= kPhRow && present[row - kPhRow] != StoredPresent(b.image, band)[row - kPhRow]) {
-        lines.insert(PlaceText(place) + ", Frequency");
-      }
-      if (!EffectivelyPresent(SpecialStore(a.image, band), present, k)) continue;
-      AddDifferences(lines, place, ChannelKind::kSpecial, SpecialStore(a.image, band)[row],
-                     SpecialStore(b.image, band)[row]);
-    }
-  }
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const auto row = static_cast<std::size_t>(n);
-    if (!a.image.ChannelInUse[row]) continue;
-    AddDifferences(lines, {Place::Where::kMemory, Band::kVhf, n}, ChannelKind::kMemory,
-                   a.image.MemoryTable[row], b.image.MemoryTable[row]);
+  for (const CellDifference& d : DifferencesOf(saved, opened)) {
+    // Cells of channels that are not in use are empty, or stored data.
+    if (d.a.empty() || d.name == "stored data") continue;
+    if (d.place.ends_with("RPT") && not_in_rpt.contains(d.name)) continue;
+    std::string place = d.place;
+    if (place.starts_with("Memory")) place.replace(0, 6, "channel");
+    if (place == "Settings") place = "settings";
+    lines.insert(place + ", " + (d.name == "In use" ? "Frequency" : d.name));
   }
   return lines;
 }
 
 // No more and no less than a clone file really loses; and once it is lost, it is not found any more.
 TEST(CheckUp, AgreesWithWhatAFileKeeps) {
-  std::size_t lost = 0;
   for (unsigned seed = 1; seed <= 20; ++seed) {
-    const CloneDocument document = EditedDocument(seed);
-    const CloneDocument opened = SavedAndOpened(document);
+    CloneDocument document = EditedDocument(seed);
+    CloneDocument opened = FreshDocument();
+    ASSERT_FALSE(
+        OpenCloneText(CloneFileText(document, document.model).value(), "test", opened).problem);
     Lines losses;
     const Findings findings = CheckUp(document);
+    EXPECT_TRUE(std::ranges::is_sorted(findings, {}, &Finding::place)) << seed;
     for (const Finding& finding : findings) {
       if (RowOf(finding.kind).severity != Severity::kLoss) continue;
       losses.insert(PlaceText(finding.place) + ", " + finding.field);
     }
     EXPECT_EQ(losses, Differences(document, opened)) << seed;
-    lost += losses.size();
-    EXPECT_TRUE(std::is_sorted(findings.begin(), findings.end(), [](auto& a, auto& b) {
-      return a.place < b.place;
-    })) << seed;
+    EXPECT_GT(losses.size(), 50U) << seed;
     for (const Finding& finding : CheckUp(opened)) {
       EXPECT_EQ(RowOf(finding.kind).occurs, Occurs::kAnywhere) << Line(finding);
     }
   }
-  EXPECT_GT(lost, 1000U);
-}
-
-// The names that scripts know are all different.
-TEST(CheckUp, Codes) {
-  std::set<std::string_view> codes;
-  for (const FindingKindRow& row : FindingKinds()) codes.insert(row.code);
-  EXPECT_EQ(codes.size(), FindingKinds().size());
 }
 
 }  // namespace

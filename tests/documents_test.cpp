@@ -2,7 +2,7 @@
 //
 // A fence in a document says what it is: "```text clone-lines" and so on, one check a kind below.
 #include <algorithm>
-#include <fstream>
+#include <regex>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -26,8 +26,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-const std::string kFolder = PROJECT_FOLDER;
-const std::string kDocs = kFolder + "/docs/";
+const std::string kFolder = PROJECT_FOLDER "/";
+const std::string kExamples = kFolder + "docs/examples/";
 
 Lines LinesOf(const std::string& text) {
   Lines lines;
@@ -39,56 +39,59 @@ Lines LinesOf(const std::string& text) {
   return lines;
 }
 
+std::string Joined(const Lines& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\r\n";
+  return text;
+}
+
 struct Fence {
   std::string kind;  // behind the three quotes
   Lines lines;
-  std::string place;  // "docs/csv.md, line 12"
 };
 
-std::vector<Fence> Fences(const std::string& document) {
+// The fences of a document whose kind is, or begins with, these words.
+std::vector<Fence> Fences(const std::string& document, const std::string& kind) {
   std::vector<Fence> fences;
   bool inside = false;
-  int number = 0;
-  for (const std::string& line : LinesOf(test::Content(kFolder + '/' + document))) {
-    ++number;
+  for (const std::string& line : LinesOf(test::Content(kFolder + document))) {
     if (!line.starts_with("```")) {
       if (inside) fences.back().lines.push_back(line);
       continue;
     }
     inside = !inside;
-    if (inside) {
-      fences.push_back({line.substr(3), {}, document + ", line " + std::to_string(number)});
-    }
+    if (inside) fences.push_back({line.substr(3), {}});
   }
   EXPECT_FALSE(inside) << document << ": a fence is never closed";
-  return fences;
-}
-
-std::vector<Fence> FencesOf(const std::string& document, const std::string& kind) {
-  std::vector<Fence> fences = Fences(document);
-  std::erase_if(fences, [&](const Fence& fence) { return fence.kind != kind; });
+  std::erase_if(fences, [&](auto& fence) { return !(fence.kind + ' ').starts_with(kind + ' '); });
   EXPECT_FALSE(fences.empty()) << document << ": no example of the kind " << kind;
   return fences;
 }
 
-// Lines of the first fence of a kind.
-Lines FirstOf(const std::string& document, const std::string& kind) {
-  const auto fences = FencesOf(document, kind);
-  return fences.empty() ? Lines() : fences.front().lines;
+// Lines of all fences of a kind.
+Lines FenceLines(const std::string& document, const std::string& kind) {
+  Lines lines;
+  for (const Fence& fence : Fences(document, kind)) {
+    lines.insert(lines.end(), fence.lines.begin(), fence.lines.end());
+  }
+  return lines;
 }
 
-// Cells of the rows of a document's tables, without the blanks around them.
-std::vector<Lines> TableRows(const std::string& document) {
+Lines Words(const std::string& text, char separator) {
+  Lines words;
+  std::istringstream stream(text);
+  for (std::string word; std::getline(stream, word, separator);) words.emplace_back(Trimmed(word));
+  std::erase(words, "");
+  return words;
+}
+
+// Cells of the rows of the tables of docs/clone-file.md that have so many cells.
+std::vector<Lines> TableRows(std::size_t cells) {
   std::vector<Lines> rows;
-  for (const std::string& line : LinesOf(test::Content(kFolder + '/' + document))) {
-    if (!line.starts_with("| ")) continue;
-    Lines cells;
-    std::istringstream stream(line.substr(1));
-    for (std::string cell; std::getline(stream, cell, '|');) {
-      cells.emplace_back(Trimmed(cell));
-    }
-    rows.push_back(cells);
+  for (const std::string& line : LinesOf(test::Content(kFolder + "docs/clone-file.md"))) {
+    if (line.starts_with("| ")) rows.push_back(Words(line, '|'));
   }
+  std::erase_if(rows, [&](const Lines& row) { return row.size() != cells; });
   return rows;
 }
 
@@ -98,91 +101,71 @@ std::string Unquoted(const std::string& cell) {
   return quoted ? cell.substr(1, cell.size() - 2) : std::string();
 }
 
-void Replace(std::string& text, const std::string& from, const std::string& to) {
-  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-    text.replace(at, from.size(), to);
-  }
-}
-
-// "  3  0123..." lines: number and content of a clone-file line.
-void ExpectCloneLines(const Fence& fence, const std::string& text) {
-  const Lines file = LinesOf(text);
-  for (const std::string& line : fence.lines) {
-    std::size_t end = 0;
-    const auto number = static_cast<std::size_t>(std::stoi(line, &end));
-    ASSERT_LT(number, file.size()) << fence.place;
-    EXPECT_EQ(line.substr(end + 2), file[number]) << fence.place << ": " << line;
-  }
-}
-
 CloneDocument Example() {
   CloneDocument document = FreshDocument();
-  const OpenResult opened = OpenCloneFile(kDocs + "examples/radio.Q40", document);
-  EXPECT_FALSE(opened.problem) << opened.problem->Message();
+  EXPECT_FALSE(OpenCloneFile(kExamples + "radio.Q40", document).problem);
   return document;
 }
 
 TEST(Documents, ExampleFilesAreTheSimulatedRadio) {
-  CloneDocument example = Example();
-  CloneDocument demo = DemoDocument();
+  const CloneDocument demo = DemoDocument();
   RadioMemory memory;
   StoreDocument(demo, memory);
   std::string why;
   auto read = DocumentOf(memory, demo.model, demo.image.VersionA, why);
   ASSERT_TRUE(read) << why;
-  const std::string text = test::Content(kDocs + "examples/radio.Q40");
-  EXPECT_EQ(CloneFileText(example, example.model), text);
-  EXPECT_EQ(CloneFileText(*read, read->model), text);
-  EXPECT_EQ(ExportChannels(example.image), test::Content(kDocs + "examples/channels.csv"));
+  EXPECT_EQ(CloneFileText(*read, read->model), test::Content(kExamples + "radio.Q40"));
+  EXPECT_EQ(ExportChannels(Example().image), test::Content(kExamples + "channels.csv"));
 }
 
+// "  3  0123..." lines: number and content of a clone-file line.
 TEST(Documents, CloneFileLines) {
-  for (const Fence& fence : FencesOf("docs/clone-file.md", "text clone-lines")) {
-    ExpectCloneLines(fence, test::Content(kDocs + "examples/radio.Q40"));
-  }
-  for (const std::string name : {"RX-Q40T", "RX-Q40E"}) {
-    CloneDocument document = FreshDocument();
-    ChangeModel(document, *FindModel(name));
-    const auto text = CloneFileText(document, document.model);
-    for (const Fence& fence : FencesOf("docs/clone-file.md", "text new=" + name)) {
-      ExpectCloneLines(fence, *text);
+  CloneDocument t = FreshDocument();
+  CloneDocument e = FreshDocument();
+  ChangeModel(e, 1);
+  const std::pair<const char*, std::string> kinds[] = {
+      {"text clone-lines", test::Content(kExamples + "radio.Q40")},
+      {"text new=RX-Q40T", CloneFileText(t, 0).value()},
+      {"text new=RX-Q40E", CloneFileText(e, 1).value()}};
+  for (const auto& [kind, text] : kinds) {
+    const Lines file = LinesOf(text);
+    for (const std::string& line : FenceLines("docs/clone-file.md", kind)) {
+      std::size_t end = 0;
+      const auto number = static_cast<std::size_t>(std::stoi(line, &end));
+      EXPECT_EQ(line.substr(end + 2), file.at(number)) << line;
     }
   }
 }
 
 TEST(Documents, HeadersAndValueLists) {
   int headers = 0;
-  for (const Lines& row : TableRows("docs/clone-file.md")) {
+  for (const Lines& row : TableRows(3)) {
     const auto model = FindModel(row[0]);
-    if (!model || !row[1].starts_with('`')) continue;
+    if (!model) continue;
     ++headers;
-    for (const int version : {kVersionPlain, kVersionA}) {
-      EXPECT_EQ(Unquoted(row[static_cast<std::size_t>(1 + version)]), HeaderLine(*model, version));
-    }
+    EXPECT_EQ(Unquoted(row[1]), HeaderLine(*model, kVersionPlain));
+    EXPECT_EQ(Unquoted(row[2]), HeaderLine(*model, kVersionA));
   }
   EXPECT_EQ(headers, kModelCount);
 
-  const struct {
-    const char* kind;
-    std::span<const std::string_view> list;
-    const char* unit;  // not repeated in the document
-  } lists[] = {{"text list=steps", StepTexts(), ""},
-               {"text list=tones", ToneTexts(), "Hz"},
-               {"text list=dcs", DcsTexts(), ""}};
-  for (const auto& list : lists) {
-    std::string words;
-    for (const auto& line : FirstOf("docs/clone-file.md", list.kind)) words += line + ' ';
-    std::istringstream stream(words);
+  // The document does not repeat the unit of the tones.
+  const std::tuple<const char*, std::span<const std::string_view>, const char*> lists[] = {
+      {"text list=steps", StepTexts(), ""},
+      {"text list=tones", ToneTexts(), "Hz"},
+      {"text list=dcs", DcsTexts(), ""}};
+  for (const auto& [kind, list, unit] : lists) {
     Lines shown;
-    for (std::string word; stream >> word;) shown.push_back(word + list.unit);
-    EXPECT_EQ(shown, Lines(list.list.begin(), list.list.end())) << list.kind;
+    for (const std::string& line : FenceLines("docs/clone-file.md", kind)) {
+      for (const std::string& word : Words(line, ' ')) shown.push_back(word + unit);
+    }
+    EXPECT_EQ(shown, Lines(list.begin(), list.end())) << kind;
   }
 }
 
 TEST(Documents, SettingsTable) {
   std::size_t found = 0;
-  for (const Lines& row : TableRows("docs/clone-file.md")) {
-    if (row.size() != 6 || Unquoted(row[2]).empty()) continue;
+  for (const Lines& row : TableRows(6)) {
+    if (Unquoted(row[2]).empty()) continue;
     ++found;
     const SettingsField& field = SettingsFieldOf(Unquoted(row[2]));
     EXPECT_EQ(Unquoted(row[2]), field.control);
@@ -198,9 +181,9 @@ TEST(Documents, SettingsTable) {
 
 TEST(Documents, NameCodes) {
   int found = 0;
-  for (const Lines& row : TableRows("docs/clone-file.md")) {
+  for (const Lines& row : TableRows(3)) {
     const std::string typed = Unquoted(row[0]);
-    if (typed.size() != 1 || row.size() != 3) continue;
+    if (typed.size() != 1) continue;
     ++found;
     const auto digits = NameCodeDigits(static_cast<unsigned char>(typed[0]));
     const std::string code(digits.begin(), digits.end());
@@ -211,149 +194,101 @@ TEST(Documents, NameCodes) {
 }
 
 TEST(Documents, CsvRecords) {
-  const Lines exported = LinesOf(test::Content(kDocs + "examples/channels.csv"));
-  for (const Fence& fence : FencesOf("docs/csv.md", "text csv-lines")) {
-    for (const std::string& line : fence.lines) {
-      EXPECT_NE(std::find(exported.begin(), exported.end(), line), exported.end()) << line;
-    }
+  const Lines exported = LinesOf(test::Content(kExamples + "channels.csv"));
+  const auto is_exported = [&](const std::string& line) {
+    return std::find(exported.begin(), exported.end(), line) != exported.end();
+  };
+  for (const std::string& line : FenceLines("docs/csv.md", "text csv-lines")) {
+    EXPECT_TRUE(is_exported(line)) << line;
   }
   CloneImage image = Example().image;
-  std::string text;
-  for (const auto& line : FirstOf("docs/csv.md", "text csv-import")) text += line + '\n';
+  const std::string text = Joined(FenceLines("docs/csv.md", "text csv-import"));
   EXPECT_EQ(ImportChannels(text, image).passed_over_count, 1);
   Lines added = LinesOf(ExportChannels(image));
-  std::erase_if(added, [&](const std::string& line) {
-    return std::find(exported.begin(), exported.end(), line) != exported.end();
-  });
-  EXPECT_EQ(added, FirstOf("docs/csv.md", "text csv-imported"));
+  std::erase_if(added, is_exported);
+  EXPECT_EQ(added, FenceLines("docs/csv.md", "text csv-imported"));
 }
 
-// The messages of the exchanges: direction and bytes.
-std::vector<std::pair<char, std::string>> Messages() {
-  std::vector<std::pair<char, std::string>> messages;
-  for (const Fence& fence : FencesOf("docs/protocol.md", "text exchange")) {
-    for (std::string line : fence.lines) {
-      Replace(line, "<CR>", "\r");
-      Replace(line, "<LF>", "\n");
-      if (line[0] != ' ') messages.emplace_back(line[0], "");
-      messages.back().second += line.substr(2);
-    }
-  }
-  return messages;
-}
-
-TEST(Documents, TheRadioAnswersAsShown) {
-  const CloneDocument example = Example();
-  SimulatedRadio radio({example.model, example.image.VersionA ? 'A' : '0', 0, {}});
-  StoreDocument(example, radio.memory());
-  SimulatedRadio::TimePoint now;
-  for (const auto& [direction, bytes] : Messages()) {
-    if (direction == '>') {
-      radio.Receive(bytes, now);
-    } else {
-      now += std::chrono::milliseconds(10);
-      EXPECT_EQ(radio.Take(now), bytes);
-    }
-  }
-}
-
-TEST(Documents, TheProgramSendsWhatIsShown) {
+// The program reads and writes a simulated radio. What the document shows is a part of what went over
+// the cable, direction and bytes; only the 16-byte commands, which nothing sends here, are sent apart.
+TEST(Documents, ExchangesRunAsShown) {
   CloneDocument document = Example();
   SimulatedRadio radio({document.model, document.image.VersionA ? 'A' : '0', 0, {}});
   StoreDocument(document, radio.memory());
   test::ScriptedLink line;
+  std::string cable;
   line.port.reply = [&](const std::string& sent) -> test::ScriptedPort::Reply {
     radio.Receive(sent, line.clock.now);
-    return {{radio.Take(line.clock.now + test::milliseconds(10))}};
+    const std::string reply = radio.Take(line.clock.now + test::milliseconds(10));
+    cable += '>' + sent + '<' + reply;
+    return {{reply}};
   };
   test::FakeHost host(document);
   Sequences sequences(line.link, document, host);
   EXPECT_EQ(sequences.ReadAll().outcome, Outcome::kDone);
   EXPECT_EQ(sequences.WriteAll().acknowledged.size(), 227U);
-  for (const auto& [direction, bytes] : Messages()) {
-    if (direction != '>' || bytes.back() == '\r')
-      continue;  // nothing sends the 16-byte commands here
-    const auto same = [&text = bytes](const auto& message) { return message.bytes == text; };
-    const auto sent = std::find_if(line.port.sent.begin(), line.port.sent.end(), same);
-    EXPECT_NE(sent, line.port.sent.end()) << bytes;
+
+  std::string shown;
+  for (const std::string& text : FenceLines("docs/protocol.md", "text exchange")) {
+    shown += (text[0] == ' ' ? "" : text.substr(0, 1)) + text.substr(2);
+  }
+  shown = std::regex_replace(shown, std::regex("<CR>"), "\r");
+  shown = std::regex_replace(shown, std::regex("<LF>"), "\n");
+  for (const std::string& exchange : Words(shown, '>')) {
+    const std::string sent = exchange.substr(0, exchange.find('<'));
+    if (sent.ends_with('\r')) line.port.Write(sent);
+    EXPECT_NE((cable + '>').find('>' + exchange + '>'), std::string::npos) << exchange;
   }
 }
 
 // ---- command lines and what they print
 
-struct Shell {
-  explicit Shell(const std::string& document) {
-    for (const char* name : {"radio.Q40", "channels.csv"}) {
-      std::filesystem::copy(kDocs + "examples/" + name, folder / name);
-    }
-    for (const Fence& fence : Fences(document)) {
-      if (fence.kind != "text csv-import") continue;
-      for (const std::string& line : fence.lines) {
-        std::ofstream(folder / "changes.csv", std::ios::app) << line << "\r\n";
-      }
-    }
-    const std::string ctl = test::Program("rxq40ctl");
-    path = ctl.substr(0, ctl.rfind('/')) + ":/usr/bin:/bin";
-  }
-
+// "console", "console no-port" (nothing is plugged in) or "console ARGUMENTS" (of the simulated
+// radio). Lines that begin with "$ " are commands; behind them stands what they print.
+class Consoles : public testing::TestWithParam<const char*> {
+ protected:
   // What a command prints, without the lines that only tell of progress.
   Lines Output(const std::string& command, const std::string& device) {
-    std::map<std::string, std::string> environment = {{"PATH", path}};
-    if (!device.empty()) environment["RXQ40_COM1"] = device;
-    auto result = test::Run({"/bin/sh", "-c", "cd '" + folder.path() + "'; exec 2>&1; " + command},
-                            {environment});
-    Lines lines = LinesOf(result.out + result.err);
-    std::erase_if(lines, [](const std::string& line) {
-      constexpr std::string_view kProgress[] = {"Identifying", "Reading settings", "Reading memory",
-                                                "Writing settings", "Writing memory"};
-      return std::find(std::begin(kProgress), std::end(kProgress), line) != std::end(kProgress);
-    });
+    const std::string ctl = test::Program("rxq40ctl");
+    const auto result = test::Run(
+        {"/bin/sh", "-c", "cd '" + folder_.path() + "'; exec 2>&1; " + command},
+        {{{"PATH", ctl.substr(0, ctl.rfind('/')) + ":/usr/bin:/bin"}, {"RXQ40_COM1", device}}});
+    Lines lines = LinesOf(result.out);
+    const std::regex progress("Identifying|(Reading|Writing) (settings|memory)");
+    std::erase_if(lines, [&](auto& line) { return std::regex_match(line, progress); });
     return lines;
   }
 
-  test::TempFolder folder;
-  std::string path;
+  void Expect(const Fence& fence) {
+    Lines arguments = Words(fence.kind, ' ');
+    arguments.erase(arguments.begin());
+    std::unique_ptr<test::SimulatorProcess> radio;
+    if (arguments != Lines{"no-port"}) {
+      if (arguments.empty() || arguments[0] != "--model") {
+        arguments.insert(arguments.end(), {"--load", folder_ / "radio.Q40"});
+      }
+      radio = std::make_unique<test::SimulatorProcess>(arguments);
+      ASSERT_FALSE(radio->device().empty()) << fence.kind;
+    }
+    Lines printed;
+    for (const std::string& line : fence.lines) {
+      if (!line.starts_with("$ ")) continue;
+      printed.push_back(line);
+      const Lines output = Output(line.substr(2), radio ? radio->device() : "");
+      printed.insert(printed.end(), output.begin(), output.end());
+    }
+    EXPECT_EQ(printed, fence.lines);
+  }
+
+  test::TempFolder folder_;
 };
 
-// "```console", "```console no-port" (nothing is plugged in) or "```console ARGUMENTS" (of the
-// simulated radio). Lines that begin with "$ " are commands.
-void ExpectConsole(Shell& shell, const Fence& fence) {
-  constexpr std::string_view kConsole = "console";
-  std::string arguments(Trimmed(fence.kind.substr(kConsole.size())));
-  std::unique_ptr<test::SimulatorProcess> radio;
-  if (arguments != "no-port") {
-    std::vector<std::string> words;
-    std::istringstream stream(arguments);
-    for (std::string word; stream >> word;) words.push_back(word);
-    if (words.empty() || words[0] != "--model") {
-      words.insert(words.end(), {"--load", shell.folder / "radio.Q40"});
-    }
-    radio = std::make_unique<test::SimulatorProcess>(words);
-    ASSERT_FALSE(radio->device().empty()) << fence.place;
-  }
-  for (std::size_t at = 0; at < fence.lines.size();) {
-    ASSERT_TRUE(fence.lines[at].starts_with("$ ")) << fence.place;
-    const std::string command = fence.lines[at].substr(2);
-    Lines expected;
-    while (++at < fence.lines.size() && !fence.lines[at].starts_with("$ ")) {
-      expected.push_back(fence.lines[at]);
-    }
-    EXPECT_EQ(shell.Output(command, radio ? radio->device() : ""), expected)
-        << fence.place << ": " << command;
-  }
-}
-
-class Consoles : public testing::TestWithParam<const char*> {};
-
 TEST_P(Consoles, PrintWhatIsShown) {
-  Shell shell(GetParam());
-  int found = 0;
-  for (const Fence& fence : Fences(GetParam())) {
-    if (!fence.kind.starts_with("console")) continue;
-    ++found;
-    ExpectConsole(shell, fence);
+  for (const char* name : {"radio.Q40", "channels.csv"}) {
+    std::filesystem::copy(kExamples + name, folder_ / name);
   }
-  EXPECT_GT(found, 0);
+  test::Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
+  for (const Fence& fence : Fences(GetParam(), "console")) Expect(fence);
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, Consoles,
