@@ -1,4 +1,5 @@
 // The commands of rxq40ctl, run in this process on a simulated radio without time.
+#include <cstring>
 #include <sys/stat.h>
 
 #include <gtest/gtest.h>
@@ -217,14 +218,41 @@ TEST_F(Ctl, LintReadsWhatTheFileStores) {
   document.image.MemoryTable[3] = document.image.TemplateChannel();
   document.image.ChannelInUse[3] = true;
   const std::string path = Save("a.Q40", document);
-  std::string text = test::Content(path);
+  const std::string text = test::Content(path);
   constexpr std::size_t kLine = 34;
-  const std::size_t channel = (35 + 2 * 3) * kLine;
-  text.replace(channel + 16, 8, "00125000");
-  test::Store(path, text);
-  const Result lint = Run({"lint", path});
-  EXPECT_EQ(lint.code, 1);
-  EXPECT_NE(lint.out.find("12.5000 MHz, but it is opened as 2.5000 MHz"), std::string::npos);
+  constexpr std::size_t kChannel = (35 + 2 * 3) * kLine;
+  constexpr std::size_t kRpt = 9 * kLine;
+  const std::tuple<std::size_t, const char*, const char*> cases[] = {
+      {kLine + 2 * 11, "04",
+       "Tone Burst (Hz): The file stores \"1450\", but it is opened as \"1750"},
+      {kLine + 2 * 5, "1F", "Volume: The file stores \"31\", but it is opened as \"0\""},
+      {kChannel + 2 * 1, "03", "Shift: The file stores \"Split\", but it is opened as \"None\""},
+      {kChannel + 2 * 4, "1145",
+       "Frequency: The file stores 1145.0000 MHz, but it is opened as 145"},
+      {kChannel + 2 * 8, "0012", "Shift frequency: The file stores 12.6000 MHz"},
+      {kChannel + kLine + 2 * 9, "07", "Power: The file stores 0x07, but it is opened as \"Lo\""},
+      {kChannel + kLine, "80", "Name: The file stores 0x80"},
+      {kRpt + 2 * 8, "0012", "VHF RPT, Shift frequency: The file stores 12.6000 MHz"}};
+  for (const auto& [at, digits, words] : cases) {
+    std::string changed = text;
+    test::Store(path, changed.replace(at, std::strlen(digits), digits));
+    const Result lint = Run({"lint", path});
+    EXPECT_EQ(lint.code, 1);
+    EXPECT_NE(lint.out.find(words), std::string::npos) << words << lint.out;
+  }
+}
+
+TEST_F(Ctl, AFileThatAppearsMeanwhileIsNotReplaced) {
+  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string taken = folder_ / "taken.Q40";
+  on_open_ = [&] { test::Store(taken, "precious"); };
+  EXPECT_EQ(Run({"read", "-p", "1", taken}).code, kExitCannotWrite);
+  EXPECT_EQ(test::Content(taken), "precious");
+  std::filesystem::remove(taken);
+  const Result write = Run({"write", "-p", "1", "--backup", taken, path});
+  EXPECT_EQ(write.code, kExitCannotWrite);
+  EXPECT_NE(write.err.find("so nothing was written"), std::string::npos) << write.err;
+  EXPECT_EQ(test::Content(taken), "precious");
 }
 
 TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
@@ -235,12 +263,6 @@ TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
             kExitCannotWrite);
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", "", path}).code, kExitCannotWrite);
   EXPECT_EQ(radio_->memory().raw(), memory);
-  // A file that has only just appeared is not replaced either.
-  test::Store(folder_ / "taken.Q40", "precious");
-  CloneDocument document = FreshDocument();
-  EXPECT_TRUE(SaveCloneFile(folder_ / "taken.Q40", document, 0, NewFilesOnly()));
-  EXPECT_EQ(test::Content(folder_ / "taken.Q40"), "precious");
-  EXPECT_FALSE(SaveCloneFile(folder_ / "new.Q40", document, 0, NewFilesOnly()));
   Radio({"ng@#234"});
   EXPECT_NE(Run({"write", "-p", "1", "--backup=-x.Q40", path}).err.find("-p 1 ./-x.Q40"),
             std::string::npos);
@@ -384,6 +406,13 @@ TEST_F(Ctl, ExportAndImport) {
   EXPECT_EQ(Run({"export", path, csv}).code, 0);
   EXPECT_EQ(Run({"export", path, "-"}).out, test::Content(csv));
   EXPECT_EQ(Run({"import", path, csv}).code, 0);
+  EXPECT_EQ(test::Content(path), before);
+
+  // A slip between two names costs neither a clone file nor a list.
+  EXPECT_EQ(Run({"export", path, path}).code, kExitUsage);
+  EXPECT_EQ(Run({"import", path, csv, "-o", csv}).code, kExitUsage);
+  EXPECT_EQ(Run({"import", path, csv, "-o", ""}).code, kExitCannotWrite);
+  EXPECT_EQ(Run({"export", path, "/proc/self/fd/1"}).code, kExitCannotWrite);
   EXPECT_EQ(test::Content(path), before);
 
   const std::string rest =

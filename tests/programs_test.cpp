@@ -38,6 +38,8 @@ TEST(Programs, ReadEditWriteReadThroughALink) {
   {
     SimulatorProcess radio({"--load", folder / "a.Q40", "--version", "A", "--link", link, "--save",
                             folder / "after.Q40", "--save-memory", folder / "after.bin"});
+    EXPECT_EQ(SimulatorProcess({"--link", link}).device(), "");  // it is taken
+    EXPECT_EQ(SimulatorProcess({"--save", folder / "nowhere/a.Q40"}).device(), "");
     EXPECT_EQ(Ctl({"identify", "-p", "7"}, {.environment = {{"RXQ40_COM7", link}}}).out,
               "RX-Q40E version A\n");
     EXPECT_EQ(Ctl({"read", "-p", link, folder / "b.Q40"}).code, 0);
@@ -180,6 +182,8 @@ TEST(Programs, ACableThatIsPulledOutIsKnownWithinASecond) {
   EXPECT_LT(result.seconds, 1.5);
   EXPECT_LT(result.cpu_seconds, 0.2);
   EXPECT_FALSE(std::filesystem::exists(folder / "a.Q40"));
+  SimulatorProcess blocks({"--fault", "hang-up@#3"});  // of 16 bytes, as the service page reads
+  EXPECT_EQ(Ctl({"dump", "-p", blocks.device()}).code, 3);
   usleep(500'000);  // plugged in again, as another device behind the same link
   EXPECT_EQ(Ctl({"read", "-p", folder / "radio", folder / "a.Q40"}).code, 0);
 }
@@ -222,6 +226,14 @@ TEST(Programs, AProtectedFileIsNotReplaced) {
       Ctl({"new", "--force", "--model", "RX-Q40E", folder / "a.Q40"}, {.as_nobody = true});
   EXPECT_EQ(result.code, 7);
   EXPECT_TRUE(Says(result, "Permission denied")) << result.err;
+
+  // Nor does a file change its owner when root replaces it.
+  constexpr uid_t kNobody = 65534;
+  ASSERT_EQ(chown((folder / "a.Q40").c_str(), kNobody, kNobody), 0);
+  EXPECT_EQ(Ctl({"new", "--force", "--model", "RX-Q40E", folder / "a.Q40"}).code, 0);
+  struct stat owner {};
+  EXPECT_EQ(stat((folder / "a.Q40").c_str(), &owner), 0);
+  EXPECT_EQ(owner.st_uid, kNobody);
 }
 
 TEST(Programs, ClosedStreamsAreNotMistakenForFiles) {

@@ -124,6 +124,7 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
       {0x1C20, with(0, "80"), with(0, "80").replace(24, 2, "63"),
        "memory channel D9: content: \"\" -> \"cannot be read: byte"},
       {0x1C20, zeros, with(23, "63"), "memory channel D9: byte 23: "},
+      {0x0200, with(0, "80"), with(0, "80").replace(6, 4, "0101"), "memory channel 0: byte 3: "},
       {0x00C0, zeros, with(23, "01"), "VHF special channel VFO: byte 23: \"00\" -> \"01\""},
       {0x00C0, zeros, with(0, "ZZ"), "VHF special channel VFO: content: \"\" -> \"cannot be read"},
   };

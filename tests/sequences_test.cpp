@@ -173,14 +173,15 @@ TEST(Questions, SavedChangesAreNoReasonToStop) {
   }
 }
 
-TEST(Questions, CancelAtTheModelChangeLeavesEverything) {
+TEST(Questions, TheModelChangeFindsTheOldDataAndCancelLeavesIt) {
   Radio radio;
-  radio.identity = "RXQ40x1Ax";
+  radio.identity = "RXQ40x10x";
   radio.host.answer_select = false;
   radio.document.MemoryChanged = true;
   radio.document.image.VersionA = true;
   const CloneImage before = radio.document.image;
   EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kCancelled);
+  EXPECT_TRUE(radio.host.version_a_at_question);
   EXPECT_EQ(radio.document.image, before);
   EXPECT_EQ(radio.document.model, 0);
   EXPECT_EQ(radio.port.sent.size(), 1U);

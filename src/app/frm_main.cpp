@@ -129,7 +129,9 @@ void frmMain::closeEvent(QCloseEvent* event) {
 // ---- commands
 
 void frmMain::Run(Command command) {
-  if (MayRun()) (this->*command)();
+  // The start-up pause keeps nobody from leaving.
+  const bool leaves = busy_ == Busy::kStarting && command == &frmMain::Exit;
+  if (leaves || MayRun()) (this->*command)();
 }
 
 // Says so when the radio is in the way.

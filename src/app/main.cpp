@@ -44,7 +44,9 @@ int AnswerWithoutWindow(int argc, char** argv) {
 bool WantsNoWindow(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string_view word = argv[i];
-    if (word == "--help" || word == "-h" || word == "--version" || word == "-v") return true;
+    if (word == "--help" || word == "--help-all" || word == "-h" || word == "--version" ||
+        word == "-v")
+      return true;
   }
   return false;
 }

@@ -18,8 +18,9 @@ namespace q40 {
 // document.settings must hold what the settings pages show.
 Findings CheckUp(const CloneDocument& document);
 
-// What units of a clone file, or of a radio, store of channels in use and a document cannot hold: a
-// step, a shift or an offset that opening drops. Units that are no channels are passed over.
+// What units of a clone file, or of a radio, store and a document cannot hold: bytes of channels in use
+// that are opened as another value, characters that no name has, settings that are repaired. Dialer
+// units are passed over.
 Findings CheckStored(std::span<const Unit> units);
 
 }  // namespace q40

@@ -1,82 +1,134 @@
-// What a file or a radio stores of a channel and no document can hold.
+// What a file or a radio stores and no document can hold.
 #include <algorithm>
 
+#include "app/tables/settings_items.h"
 #include "checkup/checkup.h"
 #include "image/channel_codec.h"
 #include "image/decimal.h"
 #include "image/defaults.h"
 #include "image/digits.h"
 #include "image/hex.h"
+#include "image/name_codes.h"
+#include "image/settings_codec.h"
 #include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
 
-constexpr std::size_t kOffsetByte = 8;
-constexpr std::size_t kOffsetBytes = 4;
-
-std::string Bytes(std::string_view digits, std::size_t byte, std::size_t count) {
-  return UpperCase(digits.substr(2 * byte, 2 * count));
+bool IsFrequency(Field field) {
+  return field == Field::kFrequency || field == Field::kShiftFrequency;
 }
 
-// The fields whose bytes cannot all be kept, with the words for such a byte.
-struct StoredRow {
-  Field field;
-  std::size_t byte;
-  std::size_t count;
-};
-constexpr StoredRow kRows[] = {{Field::kShift, 1, 1},
-                               {Field::kStep, 3, 1},
-                               {Field::kShiftFrequency, kOffsetByte, kOffsetBytes}};
-
 std::string Words(Field field, const std::string& digits) {
-  if (field == Field::kShiftFrequency) {
+  if (IsFrequency(field)) {
     if (std::all_of(digits.begin(), digits.end(), IsDigit)) {
       return OffsetText(static_cast<Units100Hz>(std::stol(digits))) + " MHz";
     }
   } else {
-    const std::string_view word = CodeText(field, HexByteValue(digits, 0));
-    if (!word.empty()) return '"' + std::string(word) + '"';
+    const int code = HexByteValue(digits, 0);
+    const bool known = !IndexListOf(field).empty() || KnownCode(field, code) == code;
+    const std::string_view word = CodeText(field, code);
+    if (known && !word.empty()) return '"' + std::string(word) + '"';
   }
   return "0x" + digits;
 }
 
-struct Kept {
+// A channel as it is opened.
+struct Opened {
   Place place;
+  ChannelKind kind;
   bool in_use = false;
-  std::string digits;  // that the next save gives; empty when the unit cannot be decoded
+  ChannelRecord record{};
+  std::string digits{};  // that the next save gives; empty when the unit cannot be decoded
+
+  [[nodiscard]] bool Carries(Field field) const {
+    const bool repeater = kind == ChannelKind::kSpecial && place.index == kRptRow;
+    return HasField(kind, field) &&
+           !(repeater && std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) !=
+                             kNotInRepeaterRow.end());
+  }
 };
 
-Kept KeptOfMemory(const Unit& unit, int n) {
-  Kept kept{{Place::Where::kMemory, Band::kVhf, n}, false, {}};
+Opened OpenMemory(const Unit& unit, int n) {
+  Opened opened{{Place::Where::kMemory, Band::kVhf, n}, ChannelKind::kMemory};
   CloneDocument document = FreshDocument();
-  if (LoadUnit(unit, document)) return kept;
-  kept.in_use = document.image.ChannelInUse[static_cast<std::size_t>(n)];
-  if (const auto lines = EncodeMemoryChannel(document.image, n)) kept.digits = lines->Joined();
-  return kept;
+  if (LoadUnit(unit, document)) return opened;
+  opened.in_use = document.image.ChannelInUse[static_cast<std::size_t>(n)];
+  opened.record = document.image.MemoryTable[static_cast<std::size_t>(n)];
+  if (const auto lines = EncodeMemoryChannel(document.image, n)) opened.digits = lines->Joined();
+  return opened;
 }
 
-Kept KeptOfSpecial(const Unit& unit, Band band, int k) {
-  Kept kept{{Place::Where::kSpecial, band, k}, false, {}};
+Opened OpenSpecial(const Unit& unit, Band band, int k) {
+  Opened opened{{Place::Where::kSpecial, band, k}, ChannelKind::kSpecial};
   CloneDocument document = FreshDocument();
-  if (LoadUnit(unit, document)) return kept;
+  if (LoadUnit(unit, document)) return opened;
   const SpecialSet& set = SpecialStore(document.image, band);
   const PresentPair present = StoredPresent(document.image, band);
-  kept.in_use = k != kRptRow && EffectivelyPresent(set, present, k);
-  if (const auto lines = EncodeSpecialChannel(set, present, k)) kept.digits = lines->Joined();
-  return kept;
+  opened.in_use = EffectivelyPresent(set, present, k);
+  opened.record = set[static_cast<std::size_t>(k)];
+  if (const auto lines = EncodeSpecialChannel(set, present, k)) opened.digits = lines->Joined();
+  return opened;
 }
 
-void Compare(const Unit& unit, const Kept& kept, Findings& findings) {
-  if (!kept.in_use || kept.digits.empty()) return;
-  for (const StoredRow& row : kRows) {
-    const std::string stored = Bytes(unit.digits, row.byte, row.count);
-    const std::string opened = Bytes(kept.digits, row.byte, row.count);
-    if (stored == opened) continue;
-    findings.push_back({FindingKind::kStoredValueDropped, kept.place,
-                        std::string(FieldName(row.field)),
-                        FindingText(FindingKind::kStoredValueDropped,
-                                    {Words(row.field, stored), Words(row.field, opened)})});
+void Add(const Place& place, std::string_view field, const std::string& stored,
+         const std::string& opened, Findings& findings) {
+  findings.push_back({FindingKind::kStoredValueDropped, place, std::string(field),
+                      FindingText(FindingKind::kStoredValueDropped, {stored, opened})});
+}
+
+// Codes that stand for no character, and are not the end of the name.
+bool HasStrangeCharacter(std::string_view digits) {
+  for (std::size_t at = 0; at < digits.size(); at += 2) {
+    const int code = HexByteValue(digits, at);
+    if (code != 0 && NameCharacter(code) == '\0') return true;
+  }
+  return false;
+}
+
+void CompareChannel(const Unit& unit, const Opened& channel, Findings& findings) {
+  if (!channel.in_use || channel.digits.empty()) return;
+  for (int i = 0; i < kFieldCount; ++i) {
+    const auto field = static_cast<Field>(i);
+    const auto place = BytesOf(field);
+    if (!place || !channel.Carries(field)) continue;
+    const auto bytes = [&](std::string_view digits) {
+      return UpperCase(digits.substr(2 * place->byte, 2 * place->count));
+    };
+    const std::string stored = bytes(unit.digits);
+    const std::string opened = bytes(channel.digits);
+    if (field == Field::kName) {
+      // What the document's own name loses, CheckUp says.
+      if (!HasStrangeCharacter(stored)) continue;
+      Add(channel.place, FieldName(field), "0x" + stored,
+          '"' + channel.record.Text(channel.kind, field) + '"', findings);
+    } else if (stored != opened) {
+      Add(channel.place, FieldName(field), Words(field, stored), Words(field, opened), findings);
+    }
+  }
+}
+
+// A value that its list or slider does not have is repaired when the settings are loaded.
+void CompareSettings(const Unit& unit, int first_line, Findings& findings) {
+  CloneDocument document = FreshDocument();
+  if (LoadUnit(unit, document)) return;
+  const auto items = SettingsItems();
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const SettingsField& field = SettingsFieldOf(items[i].control);
+    if (field.line != first_line && field.line != first_line + 1) continue;
+    const auto line = static_cast<std::size_t>(field.line - first_line);
+    const auto at = line * kBlockDigits + 2 * static_cast<std::size_t>(field.byte);
+    const std::string stored = UpperCase(unit.digits.substr(at, 2));
+    const auto loaded = static_cast<std::size_t>(field.line);
+    if (stored == UpperCase(document.image.SettingsLine[loaded]).substr(at % kBlockDigits, 2)) {
+      continue;
+    }
+    SettingsValues values = document.settings;
+    values.*field.value = HexByteValue(stored, 0);
+    const std::string word = SettingText(values, field.control);
+    Add({Place::Where::kSetting, Band::kVhf, static_cast<int>(i)}, CaptionOf(items[i]),
+        word.empty() ? "0x" + stored : '"' + word + '"',
+        '"' + SettingText(document.settings, field.control) + '"', findings);
   }
 }
 
@@ -85,15 +137,20 @@ void Compare(const Unit& unit, const Kept& kept, Findings& findings) {
 Findings CheckStored(std::span<const Unit> units) {
   Findings findings;
   for (const Unit& unit : units) {
+    for (std::size_t number = 0; number < kSettingsAddress.size(); ++number) {
+      if (unit.address == kSettingsAddress[number]) {
+        CompareSettings(unit, static_cast<int>(2 * number), findings);
+      }
+    }
     for (const Band band : kBands) {
       for (int k = 0; k < kSpecialChannelCount; ++k) {
         if (unit.address != SpecialChannelAddress(band, k)) continue;
-        Compare(unit, KeptOfSpecial(unit, band, k), findings);
+        CompareChannel(unit, OpenSpecial(unit, band, k), findings);
       }
     }
     const int offset = unit.address - MemoryChannelAddress(0);
     if (offset >= 0 && offset < kMemoryChannelCount * kUnitSize) {
-      Compare(unit, KeptOfMemory(unit, offset / kUnitSize), findings);
+      CompareChannel(unit, OpenMemory(unit, offset / kUnitSize), findings);
     }
   }
   return findings;

@@ -1,8 +1,11 @@
 // export and import: the channel list to and from CSV.
 #include <cerrno>
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 
+#include "app/tables/models.h"
 #include "cli/commands.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
@@ -17,7 +20,7 @@ constexpr const char* kStandardStream = "-";
 struct Arguments {
   std::string file;
   std::string csv;
-  std::string out;
+  std::optional<std::string> out;
 };
 
 std::string NameOf(const std::string& csv) {
@@ -55,16 +58,36 @@ void NotePassedOver(Console& console, const ImportReport& report) {
   if (more > 0) console.Note("and " + std::to_string(more) + " more");
 }
 
+// A slip of the hand between two names must not cost a clone file.
+bool IsCloneFile(const std::string& path) {
+  constexpr std::size_t kHeaderLength = 32;
+  std::string text;
+  return !ReadFile(path, kHeaderLength, text) && FindHeaderLine(text);
+}
+
 int RunExport(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   const std::string text = ExportChannels(document.image);
-  if (arguments.csv == kStandardStream) return Print(context, text);
+  if (arguments.csv == kStandardStream || arguments.csv == "/dev/stdout") {
+    return Print(context, text);
+  }
+  if (IsCloneFile(arguments.csv)) {
+    return context.console.Error(kExitUsage, arguments.csv +
+                                                 " is a clone file. Name another file for the "
+                                                 "channel list.");
+  }
   if (const auto problem = WriteFile(arguments.csv, text)) return context.console.Error(*problem);
   return kExitDone;
 }
 
 int RunImport(CommandContext& context, const Arguments& arguments) {
+  const std::string target = arguments.out.value_or(arguments.file);
+  std::error_code error;
+  if (std::filesystem::equivalent(target, arguments.csv, error)) {
+    return context.console.Error(kExitUsage,
+                                 target + " is the channel list. Name a clone file to write.");
+  }
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   std::string text;
@@ -78,7 +101,6 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
     return context.console.Error({FileProblem::Kind::kBadData, NameOf(arguments.csv), 0,
                                   "no channel of an RX-Q40 in it; nothing was imported"});
   }
-  const std::string& target = arguments.out.empty() ? arguments.file : arguments.out;
   if (const auto problem = SaveCloneFile(target, document, document.model)) {
     return context.console.Error(*problem);
   }

@@ -30,8 +30,9 @@ std::string JsonText(const Findings& findings) {
   return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
-// The channels of a file as the radio's units. The file has been opened, so it has its lines.
+// Settings and channels of a file as the radio's units. The file has been opened, so it has its lines.
 std::vector<Unit> StoredUnits(const std::string& path) {
+  constexpr std::size_t kFirstSettingsLine = 1;
   constexpr std::size_t kFirstLine[] = {5, 15};  // of the VHF and the UHF special channels
   constexpr std::size_t kFirstMemoryLine = 35;
   std::vector<Unit> units;
@@ -41,6 +42,9 @@ std::vector<Unit> StoredUnits(const std::string& path) {
   const auto add = [&](Address address, std::size_t line) {
     units.push_back({address, std::string(lines.Pair(line))});
   };
+  for (std::size_t number = 0; number < kSettingsAddress.size(); ++number) {
+    add(kSettingsAddress[number], kFirstSettingsLine + 2 * number);
+  }
   for (const Band band : kBands) {
     const std::size_t first = kFirstLine[band == Band::kVhf ? 0 : 1];
     for (std::size_t k = 0; k < kSpecialChannelCount; ++k) {

@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <memory>
 
 #include "app/tables/models.h"
@@ -17,15 +16,15 @@ struct Arguments {
 };
 
 int Run(CommandContext& context, const Arguments& arguments) {
-  std::error_code error;
-  if (!arguments.force && std::filesystem::exists(arguments.file, error)) {
+  if (!arguments.force && FileIsThere(arguments.file)) {
     return context.console.Error(kExitUsage,
                                  arguments.file + " exists. Use --force to replace it.");
   }
   CloneDocument document = FreshDocument();
   ChangeModel(document, FindModel(arguments.model).value_or(0));
   document.image.VersionA = arguments.version_a;
-  if (const auto problem = SaveCloneFile(arguments.file, document, document.model)) {
+  FileSystem& files = arguments.force ? SystemFiles() : NewFilesOnly();
+  if (const auto problem = SaveCloneFile(arguments.file, document, document.model, files)) {
     return context.console.Error(*problem);
   }
   return kExitDone;

@@ -23,6 +23,10 @@ int Run(CommandContext& context, const Arguments& arguments) {
   const Half half = HalfOf(arguments.only);
   const bool exists = FileIsThere(arguments.file);
   const bool keeps_a_half = exists && half != Half::kBoth;
+  // Before the work, not after it.
+  if (const auto problem = CheckReplaceable(arguments.file)) {
+    return context.console.Error(*problem);
+  }
   if (exists && !keeps_a_half && !arguments.force) {
     return context.console.Error(kExitUsage, arguments.file +
                                                  " exists. Use --force to replace it, or --only "
@@ -33,13 +37,11 @@ int Run(CommandContext& context, const Arguments& arguments) {
     if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   }
   RadioSession session(context, *device, document);
-  // Before the work, not after it.
-  if (const auto problem = CheckReplaceable(arguments.file)) {
-    return context.console.Error(*problem);
-  }
   if (keeps_a_half && !arguments.force) session.KeepModel();
   if (const int code = session.Read(half); code != kExitDone) return code;
-  if (const auto problem = SaveCloneFile(arguments.file, document, document.model)) {
+  // A file that has appeared meanwhile is as precious as one that was there.
+  FileSystem& files = exists || arguments.force ? SystemFiles() : NewFilesOnly();
+  if (const auto problem = SaveCloneFile(arguments.file, document, document.model, files)) {
     return context.console.Error(*problem);
   }
   context.console.Note(ModelText(document) + " read into " + arguments.file);

@@ -58,7 +58,10 @@ int RadioSession::Write(Half half, const WriteNet& net, const std::string& resto
   const WriteResult result = SafeWrite(link_, document_, *this, half, net);
   const bool unkept_backup =
       result.stage == WriteResult::Stage::kBackup && result.last.outcome == Outcome::kCancelled;
-  if (unkept_backup) return kExitCannotWrite;  // the reason has been said
+  if (unkept_backup) {
+    context_.console.Note(AftermathText(result, half, restore));  // the reason has been said
+    return kExitCannotWrite;
+  }
   if (result.last.outcome != Outcome::kDone) {
     return Conclude(result.last, ' ' + AftermathText(result, half, restore));
   }

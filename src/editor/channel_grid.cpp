@@ -7,6 +7,7 @@
 #include <QFontInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QScrollBar>
 #include <QStyleOption>
@@ -113,6 +114,23 @@ void ChannelGrid::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (!enter) return QTableView::keyPressEvent(event);
   if (!event->isAutoRepeat()) emit openRequested(CurrentRow());
+}
+
+// The style marks one cell of a row that is marked as a whole. Insert and Delete go to the grid that has
+// the focus, so that must be seen.
+void ChannelGrid::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (!hasFocus()) return;
+  constexpr int kWidth = 2;
+  QPainter painter(viewport());
+  painter.setPen(QPen(palette().color(QPalette::Highlight), kWidth));
+  painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+}
+
+// Moves what is painted, and with it a frame that is to stay.
+void ChannelGrid::scrollContentsBy(int dx, int dy) {
+  QTableView::scrollContentsBy(dx, dy);
+  if (hasFocus()) viewport()->update();
 }
 
 // Beside the cells too: it opens the current row.

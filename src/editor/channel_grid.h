@@ -35,6 +35,8 @@ class ChannelGrid final : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
       const QModelIndex& index, const QEvent* event) const override;

@@ -249,7 +249,9 @@ class Importer {
     // Items are taken as they come, also from the next line. Worth a word, for two channels are now
     // one.
     if (HoldsNextRecord(items)) {
-      PassOver("too few items: the record behind it was taken for the rest of it");
+      const std::string first = std::to_string(line_);
+      line_ = items_.Line();
+      PassOver("taken for the rest of the record of line " + first + ", which has too few items");
     }
     if (target->kind == ChannelKind::kMemory) {
       StoreMemory(target->index, items);

@@ -11,6 +11,7 @@
 #include <io.h>
 #else
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -73,6 +74,15 @@ bool FileSystem::CopyRights(const std::string& pattern, const std::string& path)
   std::error_code error;
   const fs::file_status status = fs::status(pattern, error);
   if (!StoreReason(error)) return false;
+#ifndef _WIN32
+  // Only root may, and only for root it matters: a user's file must not become root's. Before the
+  // permissions, of which a new owner clears some.
+  struct stat owner {};
+  if (geteuid() == 0 && stat(pattern.c_str(), &owner) == 0 &&
+      chown(path.c_str(), owner.st_uid, owner.st_gid) != 0) {
+    return false;
+  }
+#endif
   fs::permissions(path, status.permissions(), error);
   return StoreReason(error);
 }

@@ -27,7 +27,7 @@ class FileSystem {
   virtual bool Close(std::FILE* file);
   // Size in bytes, -1 on failure.
   virtual std::int64_t Size(const std::string& path);
-  // Gives `path` the access rights of `pattern`.
+  // Gives `path` the access rights of `pattern`, and its owner where the program may.
   virtual bool CopyRights(const std::string& pattern, const std::string& path);
   // Replaces `to` in one step.
   virtual bool Rename(const std::string& from, const std::string& to);

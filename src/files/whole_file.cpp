@@ -37,12 +37,13 @@ std::string NotAFile(const fs::file_status& status) {
 }
 
 // The file that a path stands for when it is a symbolic link, also one whose target does not exist
-// yet; otherwise the path itself.
+// yet; otherwise the path itself. The links in /proc name open streams, and are not followed.
 std::string Resolved(const std::string& path) {
   constexpr int kLongestChain = 40;
   fs::path target = path;
   std::error_code error;
   for (int i = 0; i < kLongestChain && fs::is_symlink(target, error); ++i) {
+    if (target.string().starts_with("/proc/")) break;
     const fs::path next = fs::read_symlink(target, error);
     if (error) break;
     target = next.is_absolute() ? next : target.parent_path() / next;
@@ -100,6 +101,9 @@ std::optional<FileProblem> FileReplacement::Failed(std::string_view doing) const
 std::optional<FileProblem> FileReplacement::Open(const std::string& path) {
   path_ = path;
   target_ = Resolved(path);
+  if (target_.starts_with("/proc/")) {  // as /dev/stdout: to replace its file would lose that one
+    return Unwritable(path, "is an open stream, not a file");
+  }
   const fs::path target = target_;
   std::error_code error;
   if (!target.has_filename())

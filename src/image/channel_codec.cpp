@@ -191,6 +191,18 @@ std::string_view FieldNameAt(int byte) {
 
 }  // namespace
 
+std::optional<FieldBytes> BytesOf(Field field) {
+  const auto row = std::find_if(std::begin(kByteRows), std::end(kByteRows),
+                                [&](const ByteRow& r) { return r.field == field; });
+  if (row == std::end(kByteRows)) return std::nullopt;
+  switch (row->code) {
+    case Code::kFrequency:
+    case Code::kOffset: return FieldBytes{row->byte, kFrequencyBytes};
+    case Code::kName: return FieldBytes{row->byte, kNameLength};
+    default: return FieldBytes{row->byte, 1};
+  }
+}
+
 std::string CodecError::Message() const {
   return "byte " + std::to_string(byte) + " (" + std::string(FieldNameAt(byte)) + ") holds 0x" +
          HexByteText(value) + ", which is outside its list";

@@ -29,12 +29,18 @@ std::optional<std::string> LoadSpecial(const Unit& unit, Band band, int k, Clone
   return why;
 }
 
-// Bytes that differ without showing in any field, "byte 23" in each unit's own counting.
-void AddHiddenBytes(const Unit& a, const Unit& b, std::vector<CellDifference>& differences) {
+// Bytes that differ without showing in any field, "byte 23" in each unit's own counting: `a` with such
+// a byte of `b` is still `document_a`.
+void AddHiddenBytes(const Unit& a, const Unit& b, const CloneDocument& document_a,
+                    std::vector<CellDifference>& differences) {
   for (std::size_t byte = 0; 2 * byte < a.digits.size(); ++byte) {
     const std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
     const std::string in_b = UpperCase(b.digits.substr(2 * byte, 2));
     if (in_a == in_b) continue;
+    Unit mixed = a;
+    mixed.digits.replace(2 * byte, 2, in_b);
+    CloneDocument document = FreshDocument();
+    if (LoadUnit(mixed, document) || !DifferencesOf(document_a, document).empty()) continue;
     differences.push_back({UnitName(a.address), "byte " + std::to_string(byte), in_a, in_b});
   }
 }
@@ -95,7 +101,7 @@ std::vector<CellDifference> UnitDifferences(const Unit& a, const Unit& b) {
     }
   }
   auto differences = DifferencesOf(document_a, document_b);
-  if (differences.empty()) AddHiddenBytes(a, b, differences);
+  AddHiddenBytes(a, b, document_a, differences);
   return differences;
 }
 

@@ -103,22 +103,21 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
   if (reply.compare(kModelTextAt, kModelText.size(), kModelText) != 0) {
     return Fail(Outcome::kCommunicationError, "the answer does not come from an RX-Q40 radio");
   }
-  const bool version_a = document_.image.VersionA;
-  // Before the digit is looked at: a radio with an unknown digit has cleared it already.
-  document_.image.VersionA = false;
   const char variant = reply[kVariantAt];
   if (variant < '0' || variant > '2') {
+    document_.image.VersionA = false;  // also by a radio that nobody knows
     return Fail(Outcome::kCommunicationError,
                 "the radio reports the unknown variant " + Quoted(std::string(1, variant)));
   }
   report_.radio_model = variant - '0';
   report_.version_letter = reply[kVersionAt];
-  // Writing never sets VersionA, and leaves the choice of the model to the user.
-  if (purpose == IdentifyFor::kWriting) return true;
-  if (!host_.SelectModel(report_.radio_model)) {
-    document_.image.VersionA = version_a;
-    return Fail(Outcome::kCancelled, "cancelled");
+  // Writing clears VersionA and never sets it, and leaves the choice of the model to the user.
+  if (purpose == IdentifyFor::kWriting) {
+    document_.image.VersionA = false;
+    return true;
   }
+  // Until then VersionA is that of the old data, which the host may save.
+  if (!host_.SelectModel(report_.radio_model)) return Fail(Outcome::kCancelled, "cancelled");
   StartDeadline();  // the user may have been asked, and is no slow radio
   document_.image.VersionA = report_.version_letter == 'A';
   return true;

@@ -53,8 +53,12 @@ SettingsPage1::SettingsPage1(QWidget* special_channels, QWidget* parent) : Setti
   layout->addLayout(buttons);
   layout->addStretch();
   // As the eye goes: the grid with its button stands above the clone buttons.
-  setTabOrder(optBand_->button(1), special_channels);
-  setTabOrder(special_channels, findChild<QWidget*>(QStringLiteral("cmbRxData1")));
+  QWidget* last = optBand_->button(1);
+  for (const char* name : {"MSFlexGrid2", "cmdClear", "cmbRxData1"}) {
+    auto* next = findChild<QWidget*>(QLatin1String(name));
+    setTabOrder(last, next);
+    last = next;
+  }
 }
 
 QWidget* SettingsPage1::MakeLists() {

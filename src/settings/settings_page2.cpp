@@ -85,7 +85,7 @@ QWidget* SettingsPage2::MakeDialer() {
     edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(QLatin1Char('8')) * 18);
     edit->setMaximumWidth(2 * edit->minimumWidth());
     connect(edit, &FilteredEdit::entered, [this, index] { EnterPressed(index); });
-    connect(edit, &FilteredEdit::left, [this] { DialLeft(); });
+    connect(edit, &FilteredEdit::left, [this, index] { DialLeft(index); });
     connect(edit, &FilteredEdit::textChanged, [this, index](const QString& text) {
       if (loading_dial_) return;
       // What was pasted may hold anything; the radio's characters are what counts.
@@ -128,12 +128,10 @@ void SettingsPage2::EnterPressed(int index) {
   txtDial_[static_cast<std::size_t>(next)]->setFocus();
 }
 
-void SettingsPage2::DialLeft() {
-  for (int index = 0; index < kDialCount; ++index) {
-    const FilteredEdit& edit = *txtDial_[static_cast<std::size_t>(index)];
-    const std::string text = edit.text().toStdString();
-    if (const std::string kept = DialCharacters(text); kept != text) SetDialText(index, kept);
-  }
+// What was pasted shows what the document got of it; what was loaded stays as it is.
+void SettingsPage2::DialLeft(int index) {
+  const FilteredEdit& edit = *txtDial_[static_cast<std::size_t>(index)];
+  if (edit.isModified()) SetDialText(index, DialCharacters(edit.text().toStdString()));
   if (txtDial_[kStart]->text().isEmpty()) txtDial_[kStart]->setText(QStringLiteral("1"));
 }
 

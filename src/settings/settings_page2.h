@@ -33,7 +33,7 @@ class SettingsPage2 : public SettingsPage {
   QWidget* MakeDialer();
   QWidget* MakeAccess();
   void EnterPressed(int index);
-  void DialLeft();
+  void DialLeft(int index);
   void EnableLocks();
 
   std::array<FilteredEdit*, kDialCount> txtDial_{};

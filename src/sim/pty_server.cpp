@@ -64,7 +64,7 @@ bool PtyServer::Start(std::string& why) {
   return Publish(why);
 }
 
-bool PtyServer::Publish(std::string& why) const {
+bool PtyServer::Publish(std::string& why) {
   if (link_.empty()) return true;
   std::error_code error;
   if (fs::exists(fs::symlink_status(link_, error))) {
@@ -73,12 +73,20 @@ bool PtyServer::Publish(std::string& why) const {
       why = link_ + ": exists and is not a link to a pseudo-terminal";
       return false;
     }
+    if (old != published_ && fs::exists(old, error)) {
+      why = link_ + ": leads to " + old.string() +
+            ", which is in use. Stop the other simulator, or remove the link";
+      return false;
+    }
   }
   // Beside it and renamed: whoever follows the link finds one device or the other.
   const std::string fresh = link_ + "." + std::to_string(getpid()) + ".tmp";
   fs::create_symlink(device_, fresh, error);
   if (!error) fs::rename(fresh, link_, error);
-  if (error) why = link_ + ": " + error.message();
+  if (error)
+    why = link_ + ": " + error.message();
+  else
+    published_ = device_;
   return !error;
 }
 
@@ -144,11 +152,9 @@ void PtyServer::Serve(const volatile std::sig_atomic_t& stop, const sigset_t& wh
     }
     if ((handles[1].revents & POLLIN) != 0) ReleaseExclusiveMode();
     if ((handles[0].revents & POLLIN) != 0) Receive();
-    if (radio_.HungUp()) {
-      Disconnect();
-    } else {
-      Send();
-    }
+    // A command that ends in CR alone is answered, or hung up on, only when its answer is due.
+    if (!radio_.HungUp()) Send();
+    if (radio_.HungUp()) Disconnect();
   }
 }
 

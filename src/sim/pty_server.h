@@ -27,7 +27,7 @@ class PtyServer {
   void Serve(const volatile std::sig_atomic_t& stop, const sigset_t& while_waiting);
 
  private:
-  [[nodiscard]] bool Publish(std::string& why) const;
+  [[nodiscard]] bool Publish(std::string& why);
   void PlugInAgain();
   void Close();
   void Disconnect();
@@ -38,6 +38,7 @@ class PtyServer {
   SimulatedRadio& radio_;
   std::string link_;
   std::string device_;
+  std::string published_;  // what the link leads to
   int master_ = -1;
   int slave_ = -1;        // held open, so that the device survives the programs that use it
   int closings_ = -1;     // tells when a program has closed the device

@@ -97,6 +97,17 @@ sigset_t CatchSignals() {
   return while_waiting;
 }
 
+// Before the radio has a memory that could be lost.
+int CheckSaves(const SimArguments& arguments) {
+  for (const std::string& path : {arguments.save, arguments.save_memory}) {
+    if (path.empty()) continue;
+    if (const auto problem = CheckReplaceable(path)) {
+      return Complain(kExitCannotWrite, problem->Message());
+    }
+  }
+  return kExitDone;
+}
+
 int Run(const SimArguments& arguments) {
   SimulatedRadio::Options options;
   options.baud = arguments.baud;
@@ -108,6 +119,7 @@ int Run(const SimArguments& arguments) {
   }
   RadioMemory memory;
   if (const int code = Load(arguments, options, memory); code != kExitDone) return code;
+  if (const int code = CheckSaves(arguments); code != kExitDone) return code;
   SimulatedRadio radio(std::move(options));
   radio.memory() = memory;
 

@@ -14,7 +14,8 @@ std::string Footer() {
          "@#7 (the seventh exchange); without it the first exchange. \"+\": from then on.\n" +
          FaultHelp() +
          "\nExample: rxq40sim --pace 9600 --link /tmp/radio --fault ng@0200\n"
-         "Exit codes: 0 done, 2 wrong usage, 6 a file cannot be loaded, 7 a file cannot be saved\n";
+         "Exit codes: 0 done, 2 wrong usage, 6 a file cannot be loaded or the memory cannot be\n"
+         "decoded, 7 a file, a link or a device cannot be made\n";
 }
 
 }  // namespace

@@ -33,6 +33,7 @@ class Ctl : public testing::Test {
   Result Run(const std::vector<std::string>& words) {
     const long start = time_.clock.Ms();
     Result result{RunCtl(words, [&](const std::string& device) {
+      if (on_open_) on_open_();
       device_ = device;
       return std::make_unique<SimulatedLine>(*radio_, time_);
     })};
@@ -49,6 +50,7 @@ class Ctl : public testing::Test {
   FakeTime time_;
   std::optional<SimulatedRadio> radio_;
   std::string device_;
+  std::function<void()> on_open_;  // what happens while the radio is talked to
 };
 
 }  // namespace q40::test

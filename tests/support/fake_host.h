@@ -16,8 +16,9 @@ class FakeHost final : public SequenceHost {
   bool answer_save = true;    // Yes or No; false: Cancel
   bool answer_select = true;  // the question of a model change
   int save_questions = 0;
-  std::vector<std::string> shown;  // "settings", "special", "dial 3", "memory 7"
-  std::vector<int> progress;       // units done when each exchange began
+  bool version_a_at_question = false;  // what a save would put into the file
+  std::vector<std::string> shown;      // "settings", "special", "dial 3", "memory 7"
+  std::vector<int> progress;           // units done when each exchange began
   std::vector<SequenceReport> ends;
   int begins = 0;
   std::function<void()> on_progress;
@@ -27,6 +28,7 @@ class FakeHost final : public SequenceHost {
     return answer_save;
   }
   bool SelectModel(int model) override {
+    version_a_at_question = document_.image.VersionA;
     if (!answer_select && model != document_.model) return false;
     ChangeModel(document_, model);
     return true;

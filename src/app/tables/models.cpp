@@ -105,13 +105,6 @@ std::string_view HeaderLine(int model, int version) {
   return row.header_line[static_cast<std::size_t>(version)];
 }
 
-std::string_view HeaderLineAt(int index) {
-  constexpr int kEntriesPerVersion = 5;
-  const int model = index % kEntriesPerVersion;
-  const int version = index / kEntriesPerVersion;
-  return index >= 0 && ValidPair(model, version) ? HeaderLine(model, version) : std::string_view();
-}
-
 std::optional<HeaderMatch> FindHeaderLine(std::string_view line) {
   for (int model = 0; model < kModelCount; ++model) {
     for (const int version : {kVersionPlain, kVersionA}) {

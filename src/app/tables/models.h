@@ -49,10 +49,6 @@ std::string_view ModelName(int model);
 // Header line of a clone file, 32 characters. model 0..3, version 0 or 1.
 std::string_view HeaderLine(int model, int version);
 
-// The same table under the index that the file format defines, model + 5 * version; entries 4 and 9
-// are empty and never used.
-std::string_view HeaderLineAt(int index);
-
 struct HeaderMatch {
   int model = 0;
   int version = kVersionPlain;

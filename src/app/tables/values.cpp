@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 
 namespace q40 {
 namespace {
@@ -32,23 +31,12 @@ constexpr std::array<string_view, 104> kDcsCodes = {
 constexpr std::array<string_view, 11> kMidLevels = {"00", "01", "02", "03", "04", "05",
                                                     "06", "07", "08", "09", "10"};
 
-string_view At(std::span<const string_view> list, int index) {
-  const bool inside = index >= 0 && static_cast<std::size_t>(index) < list.size();
-  assert(inside);
-  return inside ? list[static_cast<std::size_t>(index)] : string_view();
-}
-
 }  // namespace
 
 std::span<const string_view> StepTexts() { return kSteps; }
 std::span<const string_view> ToneTexts() { return kTones; }
 std::span<const string_view> DcsTexts() { return kDcsCodes; }
 std::span<const string_view> MidTexts() { return kMidLevels; }
-
-string_view StepText(int index) { return At(kSteps, index); }
-string_view ToneText(int index) { return At(kTones, index); }
-string_view DcsText(int index) { return At(kDcsCodes, index); }
-string_view MidText(int index) { return At(kMidLevels, index); }
 
 std::optional<int> FindText(std::span<const string_view> list, string_view text) {
   const auto found = std::find(list.begin(), list.end(), text);
