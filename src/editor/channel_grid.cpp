@@ -122,9 +122,12 @@ void ChannelGrid::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (!hasFocus()) return;
   constexpr int kWidth = 2;
+  constexpr int kLeftWidth = 1;  // the texts of the first column begin right behind it
+  const QRect all = viewport()->rect();
+  const QRegion inside = all.adjusted(kLeftWidth, kWidth, -kWidth, -kWidth);
   QPainter painter(viewport());
-  painter.setPen(QPen(palette().color(QPalette::Highlight), kWidth));
-  painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+  painter.setClipRegion(QRegion(all) - inside);
+  painter.fillRect(all, palette().color(QPalette::Highlight));
 }
 
 // Moves what is painted, and with it a frame that is to stay.

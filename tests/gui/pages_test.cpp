@@ -2,7 +2,9 @@
 #include <QClipboard>
 #include <QWheelEvent>
 
+#include "files/clone_file.h"
 #include "gui/window_test.h"
+#include "image/defaults.h"
 #include "image/settings_codec.h"
 
 namespace q40::test {
@@ -140,6 +142,30 @@ TEST_F(PagesTest, DialBoxes) {
   EXPECT_EQ(document().dial[1], "1#");
   box(2).setFocus();
   EXPECT_EQ(box(1).text(), "1#");
+}
+
+TEST_F(PagesTest, DialTextsOfAFileStayAsTheyAreWhenABoxIsLeft) {
+  CloneDocument odd = FreshDocument();
+  odd.dial[4] = "HELLO";
+  odd.dial[9] = "XY";
+  ASSERT_FALSE(SaveCloneFile(folder_ / "odd.Q40", odd, 0));
+  Start({}, folder_ / "odd.Q40");
+  ShowTab(2);
+  Find("txtDial_4").setFocus();
+  Find("txtDial_5").setFocus();
+  EXPECT_EQ(Find<QLineEdit>("txtDial_4").text(), "HELLO");
+  EXPECT_EQ(document().dial[9], "XY");
+  EXPECT_EQ(Flags(), "--");
+}
+
+TEST_F(PagesTest, TheKeyboardGoesThroughThePageAsTheEyeDoes) {
+  Start();
+  SelectRow(kSpecialGrid, 4);  // PH, which can be cleared
+  Find("optBand_0").setFocus();
+  for (const char* next : {"MSFlexGrid2", "cmdClear", "cmbRxData1", "cmbTxData1"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
+  }
 }
 
 TEST_F(PagesTest, ControlsTellAssistiveToolsWhatTheyAre) {
