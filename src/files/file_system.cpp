@@ -24,6 +24,17 @@ bool StoreReason(const std::error_code& error) {
   return !error;
 }
 
+// Only root may give a file away, and only root need: a user's file must not become root's. A disk that
+// knows no owners is no reason to fail.
+void KeepOwner([[maybe_unused]] const std::string& pattern,
+               [[maybe_unused]] const std::string& path) {
+#ifndef _WIN32
+  struct stat owner {};
+  if (geteuid() != 0 || stat(pattern.c_str(), &owner) != 0) return;
+  [[maybe_unused]] const int kept = chown(path.c_str(), owner.st_uid, owner.st_gid);
+#endif
+}
+
 class NewFiles final : public FileSystem {
  public:
   bool Rename(const std::string& from, const std::string& to) override {
@@ -74,15 +85,7 @@ bool FileSystem::CopyRights(const std::string& pattern, const std::string& path)
   std::error_code error;
   const fs::file_status status = fs::status(pattern, error);
   if (!StoreReason(error)) return false;
-#ifndef _WIN32
-  // Only root may, and only for root it matters: a user's file must not become root's. Before the
-  // permissions, of which a new owner clears some.
-  struct stat owner {};
-  if (geteuid() == 0 && stat(pattern.c_str(), &owner) == 0 &&
-      chown(path.c_str(), owner.st_uid, owner.st_gid) != 0) {
-    return false;
-  }
-#endif
+  KeepOwner(pattern, path);  // first: a new owner clears some of the permissions
   fs::permissions(path, status.permissions(), error);
   return StoreReason(error);
 }
