@@ -47,6 +47,11 @@ TEST(WholeFile, SaysWhyAPathCannotBeReadOrWritten) {
   EXPECT_TRUE(fs::is_symlink(folder / "loop"));
   // Can be opened, but not read.
   EXPECT_EQ(ReadFile("/proc/self/mem", 1000, content).value().what, "Input/output error");
+  // What somebody is just writing, as behind /dev/stdout.
+  std::FILE* log = std::fopen((folder / "log").c_str(), "w");
+  EXPECT_EQ(WriteFile("/proc/self/fd/" + std::to_string(fileno(log)), "x").value().what,
+            "is an open stream, not a file");
+  std::fclose(log);
 }
 
 TEST(WholeFile, ReadsUpToItsLimit) {
