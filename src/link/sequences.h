@@ -7,9 +7,9 @@
 //   Verify          Identify, units that were written, End                    77 for each unit
 //
 // Between two commands lies a pause of 10 ms, except in Read Memory and between Identify and the
-// first unit of Read and Write Settings. Nothing is retried: a sequence ends at the first reply that is not what it
-// must be, without an End command. What was read until then stays in the document, what was written
-// stays in the radio.
+// first unit of Read and Write Settings. Nothing is retried: a sequence ends at the first reply that
+// is not what it must be, without an End command. What was read until then stays in the document,
+// what was written stays in the radio.
 #pragma once
 
 #include <optional>
