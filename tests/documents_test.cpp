@@ -2,7 +2,6 @@
 //
 // A fence in a document says what it is: "```text clone-lines" and so on, one check a kind below.
 #include <algorithm>
-#include <regex>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -232,8 +231,11 @@ TEST(Documents, ExchangesRunAsShown) {
   for (const std::string& text : FenceLines("docs/protocol.md", "text exchange")) {
     shown += (text[0] == ' ' ? "" : text.substr(0, 1)) + text.substr(2);
   }
-  shown = std::regex_replace(shown, std::regex("<CR>"), "\r");
-  shown = std::regex_replace(shown, std::regex("<LF>"), "\n");
+  for (const auto& [name, character] : {std::pair{"<CR>", "\r"}, std::pair{"<LF>", "\n"}}) {
+    for (auto at = shown.find(name); at != std::string::npos; at = shown.find(name, at)) {
+      shown.replace(at, 4, character);
+    }
+  }
   for (const std::string& exchange : Words(shown, '>')) {
     const std::string sent = exchange.substr(0, exchange.find('<'));
     if (sent.ends_with('\r')) line.port.Write(sent);
@@ -254,8 +256,9 @@ class Consoles : public testing::TestWithParam<const char*> {
         {"/bin/sh", "-c", "cd '" + folder_.path() + "'; exec 2>&1; " + command},
         {{{"PATH", ctl.substr(0, ctl.rfind('/')) + ":/usr/bin:/bin"}, {"RXQ40_COM1", device}}});
     Lines lines = LinesOf(result.out);
-    const std::regex progress("Identifying|(Reading|Writing) (settings|memory)");
-    std::erase_if(lines, [&](auto& line) { return std::regex_match(line, progress); });
+    std::erase_if(lines, [](const std::string& line) {
+      return line == "Identifying" || line.starts_with("Reading ") || line.starts_with("Writing ");
+    });
     return lines;
   }
 

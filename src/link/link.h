@@ -72,8 +72,8 @@ class Link {
   // a stop request held the command back.
   [[nodiscard]] bool WasSent() const { return was_sent_; }
 
-  // Sends the End command, after a stop request too, and pauses. The answer does not matter; on a silent radio this takes
-  // 2010 ms.
+  // Sends the End command, after a stop request too, and pauses. The answer does not matter; on a
+  // silent radio this takes 2010 ms.
   void TxEnd();
 
   void Wait(std::int16_t milliseconds);
