@@ -33,11 +33,6 @@ FindingKind LossOf(Field field) {
   return row == std::end(kLossRows) ? FindingKind::kValueLost : row->kind;
 }
 
-bool InRepeaterRow(Field field) {
-  return std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) ==
-         kNotInRepeaterRow.end();
-}
-
 std::string Mhz(Units100Hz frequency) { return OffsetText(frequency); }
 
 // From the number: the text of a cell may be empty, or carry a star.
@@ -228,7 +223,7 @@ class CheckUpRun {
     const bool repeater = place.where == Where::kSpecial && place.index == kRptRow;
     for (int i = 0; i < kFieldCount; ++i) {
       const auto field = static_cast<Field>(i);
-      if (!HasField(kind, field) || (repeater && !InRepeaterRow(field))) continue;
+      if (!HasField(kind, field) || (repeater && !CarriedInRepeaterRow(field))) continue;
       const bool is_name = field == Field::kName;
       const bool kept = is_name ? before.Text(kind, field) == after.Text(kind, field)
                                 : before.Number(kind, field) == after.Number(kind, field);

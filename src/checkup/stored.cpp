@@ -24,7 +24,7 @@ std::string Words(Field field, const std::string& digits) {
     if (std::all_of(digits.begin(), digits.end(), IsDigit)) {
       return OffsetText(static_cast<Units100Hz>(std::stol(digits))) + " MHz";
     }
-  } else {
+  } else if (std::all_of(digits.begin(), digits.end(), IsHexDigit)) {
     const int code = HexByteValue(digits, 0);
     const bool known = !IndexListOf(field).empty() || KnownCode(field, code) == code;
     const std::string_view word = CodeText(field, code);
@@ -43,9 +43,7 @@ struct Opened {
 
   [[nodiscard]] bool Carries(Field field) const {
     const bool repeater = kind == ChannelKind::kSpecial && place.index == kRptRow;
-    return HasField(kind, field) &&
-           !(repeater && std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) !=
-                             kNotInRepeaterRow.end());
+    return HasField(kind, field) && (!repeater || CarriedInRepeaterRow(field));
   }
 };
 

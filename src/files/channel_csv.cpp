@@ -137,17 +137,12 @@ std::string CellText(Field field, int code, const std::string& item) {
   }
 }
 
-bool MayBeEmptyInRpt(Field field) {
-  return std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) !=
-         kNotInRepeaterRow.end();
-}
-
 void TakeItems(const Items& items, ChannelKind kind, bool repeater_row, ChannelRecord& record) {
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
     const Field field = kColumns[i].field;
     if (!HasField(kind, field)) continue;
     const std::string& item = items[i];
-    if (repeater_row && item.empty() && MayBeEmptyInRpt(field)) continue;
+    if (repeater_row && item.empty() && !CarriedInRepeaterRow(field)) continue;
     const std::string_view plain = field == Field::kFrequency ? WithoutStar(Trimmed(item)) : item;
     const int code = CodeOfItem(field, plain).value_or(record.Number(kind, field));
     record.Set(kind, field, code, CellText(field, code, item));

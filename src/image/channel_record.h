@@ -1,6 +1,7 @@
 // One channel, decoded: a row of parallel cells, each a display text and a number.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -69,6 +70,10 @@ constexpr Field FieldIn(ChannelKind kind, int column) {
 inline constexpr std::array kNotInRepeaterRow = {
     Field::kFrequency,   Field::kStep,  Field::kPower, Field::kMid,      Field::kAtt,
     Field::kBatterySave, Field::kClock, Field::kBclo,  Field::kBandwidth};
+constexpr bool CarriedInRepeaterRow(Field field) {
+  return std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) ==
+         kNotInRepeaterRow.end();
+}
 
 // A plain value: 19 cells, of which a special channel uses the first 17. The empty record (all
 // texts "", all numbers 0) is the state of a channel that was cleared.
