@@ -31,6 +31,7 @@ class ComPort::SimulatedRadioLine {
     options.model = document.model;
     options.version = document.image.VersionA ? 'A' : '0';
     options.baud = simulation.baud;
+    options.on_command = simulation.on_command;
     for (const std::string& text : simulation.faults) {
       std::string why;
       if (const auto fault = ParseFault(text, why)) options.faults.push_back(*fault);

@@ -1,6 +1,7 @@
 // The port to the radio that the window owns: one of 14 serial ports, or the simulated radio.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QObject>
@@ -18,8 +19,9 @@ class ComPort : public QObject {
  public:
   struct Simulation {
     bool on = false;
-    int baud = 9600;                  // 0: as fast as it can
-    std::vector<std::string> faults;  // see sim/fault.h
+    int baud = 9600;                                     // 0: as fast as it can
+    std::vector<std::string> faults;                     // see sim/fault.h
+    std::function<void(std::string_view)> on_command{};  // told of each command that the radio gets
   };
 
   ComPort(const Simulation& simulation, QObject* parent);

@@ -109,6 +109,7 @@ void SimulatedRadio::FinishLine(std::size_t length, bool with_line_feed) {
   while (length < line_.size() && line_[length] == kLf) ++length;
   const std::string command = line_.substr(0, line_.find_first_of(kLineEnd));
   ++exchanges_;
+  if (options_.on_command) options_.on_command(command);
   Answer answer = AnswerTo(command, with_line_feed);
   Spoil(answer, command, with_line_feed);
   if (answer.echo) {

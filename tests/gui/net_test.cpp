@@ -63,7 +63,10 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
   };
   for (const auto& c : cases) {
     StartNet({c.fault}, c.back_up, c.verify);
-    document().image.ChannelInUse[0] = false;
+    ShowTab(3);
+    answers_.Box("CLEAR OK", "Are you sure that you want to do the clear?\nClear cannot be undone.",
+                 kOk);
+    Click("cmbClear");
     if (c.box != nullptr) Error(c.box);
     Trigger("mnuWrAll");
     EXPECT_TRUE(Status().contains(c.status)) << Status().toStdString();

@@ -11,6 +11,47 @@
 
 namespace q40::test {
 
+// ---- what a view paints
+
+GridMirror::GridMirror(QAbstractItemModel& model)
+    : model_(model), tester_(&model, QAbstractItemModelTester::FailureReportingMode::Fatal) {
+  connect(&model, &QAbstractItemModel::dataChanged, this,
+          [this](const QModelIndex& from, const QModelIndex& to) {
+            for (int row = from.row(); row <= to.row(); ++row) {
+              for (int column = from.column(); column <= to.column(); ++column) {
+                Take(row, column);
+              }
+            }
+          });
+  connect(&model, &QAbstractItemModel::headerDataChanged, this,
+          [this](Qt::Orientation, int from, int to) {
+            for (int row = from; row <= to; ++row) Take(row, -1);
+          });
+  for (int row = 0; row < model.rowCount(); ++row) {
+    for (int column = -1; column < model.columnCount(); ++column) Take(row, column);
+  }
+}
+
+QString GridMirror::Shown(int row, int column) const {
+  return column < 0 ? model_.headerData(row, Qt::Vertical).toString()
+                    : model_.index(row, column).data().toString();
+}
+
+void GridMirror::Take(int row, int column) { seen_[{row, column}] = Shown(row, column); }
+
+QStringList GridMirror::Stale() const {
+  QStringList stale;
+  for (const auto& [cell, text] : seen_) {
+    const QString now = Shown(cell.first, cell.second);
+    if (now == text) continue;
+    stale << QStringLiteral("row %1, column %2: shows \"%3\", is \"%4\"")
+                 .arg(cell.first + 1)
+                 .arg(cell.second + 1)
+                 .arg(text, now);
+  }
+  return stale;
+}
+
 Answers::~Answers() { EXPECT_TRUE(answers_.empty()) << answers_.size() << " dialogs did not come"; }
 
 void Answers::Look() {
@@ -70,12 +111,14 @@ Window::Window() {
 }
 
 Window::~Window() {
+  CloseGridMirrors();
   if (window_) SetFlags(false, false);
   unsetenv("RXQ40_COM1");
 }
 
 void Window::Start(const std::vector<std::string>& faults, const std::string& file) {
-  options_.simulation = {true, 0, faults};
+  options_.simulation = {true, 0, faults,
+                         [this](std::string_view command) { heard_.emplace_back(command); }};
   options_.startup_path = file;
   Open();
 }
@@ -86,11 +129,55 @@ void Window::StartOnPort(const std::string& path) {
 }
 
 void Window::Open() {
+  CloseGridMirrors();
   window_ = std::make_unique<frmMain>(options_);
+  for (const QString& grid : {kMemoryGrid, kSpecialGrid}) {
+    mirrors_.push_back(std::make_unique<GridMirror>(*Find<QTableView>(grid).model()));
+  }
   QSignalSpy ready(window_.get(), &frmMain::ready);
   window_->StartUp();
   QApplication::setActiveWindow(window_.get());
   ASSERT_TRUE(!ready.isEmpty() || ready.wait());
+}
+
+// What the user saw at the end must have been what the document holds.
+void Window::CloseGridMirrors() {
+  for (const auto& mirror : mirrors_) EXPECT_EQ(mirror->Stale(), QStringList());
+  mirrors_.clear();
+}
+
+// "who, 17 writes 0020 to 1D80, end": runs of units with the ends of the run.
+std::string Window::TakeHeard() {
+  std::vector<std::string> parts;
+  std::string verb;
+  std::string first;
+  std::string last;
+  int units = 0;
+  const auto finish = [&] {
+    if (units > 0) parts.push_back(std::to_string(units) + verb + first + " to " + last);
+    units = 0;
+  };
+  for (const std::string& command : heard_) {
+    if (command.starts_with("KX~F")) {
+      const std::string address = command.substr(4, 4);
+      const std::string now = command[8] == 'R' ? " reads " : " writes ";
+      if (units == 0 || now != verb) {
+        finish();
+        verb = now;
+        first = address;
+      }
+      last = address;
+      ++units;
+      continue;
+    }
+    finish();
+    parts.push_back(command == "KX~WHO" ? "who" : command == "KX~E" ? "end" : command);
+  }
+  finish();
+  heard_.clear();
+  std::string text;
+  for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
+  return text;
 }
 
 void Window::Trigger(const QString& command) {

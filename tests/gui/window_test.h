@@ -3,9 +3,11 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 
 #include <QAbstractButton>
+#include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -57,6 +59,22 @@ class Answers : public QObject {
   std::vector<QPointer<QWidget>> met_;  // dialogs that have had their answer and may still be open
 };
 
+// What a view that follows a model shows: a cell is looked at again only when the model says that it
+// has changed. At the end of every test, what was shown must be what is there.
+class GridMirror : public QObject {
+ public:
+  explicit GridMirror(QAbstractItemModel& model);
+  [[nodiscard]] QStringList Stale() const;
+
+ private:
+  [[nodiscard]] QString Shown(int row, int column) const;
+  void Take(int row, int column);
+
+  QAbstractItemModel& model_;
+  QAbstractItemModelTester tester_;
+  std::map<std::pair<int, int>, QString> seen_;  // row and column from 0; column -1: the title
+};
+
 class Window : public testing::Test {
  protected:
   Window();
@@ -106,6 +124,9 @@ class Window : public testing::Test {
   }
   void Error(const char* text) { answers_.Box("ERROR", text, kOk); }
 
+  // What the simulated radio was told since the last call.
+  std::string TakeHeard();
+
   QString File(const char* name) { return QString::fromStdString(folder_ / name); }
   // A clone file with a few channels, saved in the folder.
   std::string SavedDemo(const std::string& name = "demo.Q40");
@@ -114,9 +135,13 @@ class Window : public testing::Test {
   MainOptions options_;
   std::unique_ptr<frmMain> window_;
   Answers answers_;
+  std::vector<std::unique_ptr<GridMirror>> mirrors_;  // of the memory and the special grid
 
  private:
   void Open();
+  void CloseGridMirrors();
+
+  std::vector<std::string> heard_;
 };
 
 }  // namespace q40::test
