@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "app/tables/models.h"
-#include "checkup/checkup.h"
+#include "checkup/import_losses.h"
 #include "cli/commands.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
@@ -51,18 +51,6 @@ std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
   return CheckCsvSize(text, NameOf(path));
 }
 
-// What of the channels that the list has set does not come back from a file.
-void AddLosses(const CloneDocument& document, ImportReport& report) {
-  for (const Finding& finding : CheckUp(document)) {
-    const bool memory = finding.place.where == Place::Where::kMemory;
-    const bool channel = memory || finding.place.where == Place::Where::kSpecial;
-    if (!channel || RowOf(finding.kind).severity != Severity::kLoss) continue;
-    report.AddLoss({memory ? ChannelKind::kMemory : ChannelKind::kSpecial, finding.place.band,
-                    finding.place.index},
-                   finding.field, finding.text);
-  }
-}
-
 void TellNotes(Console& console, const ImportReport& report) {
   for (const ImportNote& note : report.notes) console.Note(note.Message());
   const int more = report.note_count - static_cast<int>(report.notes.size());
@@ -79,8 +67,8 @@ int TellResult(Console& console, const ImportReport& report, const std::string& 
   if (report.note_count == 0) return kExitDone;
   const std::string notes =
       std::to_string(report.note_count) + (report.note_count == 1 ? " note" : " notes");
-  const std::string what = report.Whole() ? target + " does not keep all of it"
-                                          : std::string("not all of it was understood");
+  const std::string what =
+      report.Whole() ? "the clone file does not keep all of it" : "not all of it was understood";
   return console.Error(kExitImportedInPart, csv + ": imported, but " + what + " (" + notes + ")");
 }
 
