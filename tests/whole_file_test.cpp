@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -49,8 +50,17 @@ TEST(WholeFile, SaysWhyAPathCannotBeReadOrWritten) {
   EXPECT_EQ(ReadFile("/proc/self/mem", 1000, content).value().what, "Input/output error");
   // What somebody is just writing, as behind /dev/stdout.
   std::FILE* log = std::fopen((folder / "log").c_str(), "w");
-  EXPECT_EQ(WriteFile("/proc/self/fd/" + std::to_string(fileno(log)), "x").value().what,
-            "is an open stream, not a file");
+  fs::create_symlink("/dev/fd", folder / "streams");
+  for (const std::string& way : {std::string("/proc/self/fd"), std::string("/dev/fd"),
+                                 std::string("/proc/thread-self/fd"), folder / "streams"}) {
+    const std::string path = way + '/' + std::to_string(fileno(log));
+    EXPECT_EQ(WriteFile(path, "x").value().what, "is an open stream, not a file") << path;
+    const bool of_the_process = way.find("thread") == std::string::npos;
+    EXPECT_EQ(StreamNumber(path, StreamUse::kWrite).value_or(-1), of_the_process ? fileno(log) : -1)
+        << path;
+  }
+  EXPECT_EQ(StreamNumber("/dev/fd/x", StreamUse::kRead), std::nullopt);
+  EXPECT_EQ(StreamNumber(folder / "1", StreamUse::kRead), std::nullopt);
   std::fclose(log);
 }
 
@@ -105,8 +115,8 @@ class CrowdedFolder final : public FileSystem {
   int tries = 0;
   std::string pushed;
 
-  std::FILE* Create(const std::string& path) override {
-    if (++tries > taken) return FileSystem::Create(path);
+  std::FILE* Create(const std::string& path, std::uint32_t mode) override {
+    if (++tries > taken) return FileSystem::Create(path, mode);
     errno = EEXIST;
     return nullptr;
   }
@@ -129,17 +139,127 @@ TEST(WholeFile, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
   EXPECT_EQ(test::Content(folder / "radio.Q40"), "new");
 }
 
+// A disk on which an old file of another owner and group is replaced. What it may do with the new
+// one, and what it answers to what it may not, is the test's.
+class SharedDisk final : public FileSystem {
+ public:
+  SharedDisk(FileRights old, FileRights fresh) : old_(std::move(old)), fresh_(std::move(fresh)) {}
+  bool is_root = false;
+  bool is_member = false;
+  int chown_error = EPERM;
+  int chmod_error = 0;
+  int sync_error = 0;
+
+  bool Rights(const std::string& path, FileRights& rights) override {
+    rights = path.ends_with(".tmp") ? fresh_ : old_;
+    return true;
+  }
+  bool SetOwner(std::FILE* /*file*/, std::uint32_t owner, std::uint32_t group) override {
+    if (!is_root && (!is_member || owner != fresh_.owner)) return Fails(chown_error);
+    fresh_.owner = owner;
+    fresh_.group = group;
+    return true;
+  }
+  bool SetAccessList(std::FILE* /*file*/, const std::string& list) override {
+    fresh_.access_list = list;
+    return true;
+  }
+  bool SetMode(std::FILE* /*file*/, std::uint32_t mode) override {
+    if (chmod_error != 0) return Fails(chmod_error);
+    fresh_.mode = mode;
+    return true;
+  }
+  std::size_t Write(std::FILE* file, std::string_view data) override {
+    at_writing = fresh_;
+    return FileSystem::Write(file, data);
+  }
+  bool Sync(std::FILE* file) override {
+    return sync_error != 0 ? Fails(sync_error) : FileSystem::Sync(file);
+  }
+  FileRights at_writing;  // what the new file had when its content came
+
+ private:
+  static bool Fails(int error) {
+    errno = error;
+    return false;
+  }
+  FileRights old_;
+  FileRights fresh_;
+};
+
+TEST(WholeFile, KeepsGroupAndOwnerWhereItMayAndElseLetsNobodyIn) {
+  test::TempFolder folder;
+  test::Store(folder / "radio.Q40", "old");
+  enum Who { kRoot, kMember, kStranger };
+  // The old file is of owner 1 and group 5, a new one of 2 and 6 and 0644.
+  const struct {
+    Who who;
+    std::uint32_t mode;
+    const char* list;
+    std::uint32_t owner, group, new_mode;
+    const char* new_list;
+  } cases[] = {
+      {kRoot, 06640, "", 1, 5, 06640, ""},       {kRoot, 0644, "list", 1, 5, 0644, "list"},
+      {kMember, 0660, "", 2, 5, 0660, ""},       {kMember, 0644, "list", 2, 5, 0644, "list"},
+      {kMember, 06775, "", 2, 5, 02775, ""},     {kStranger, 0640, "", 2, 6, 0600, ""},
+      {kStranger, 0664, "", 2, 6, 0644, ""},     {kStranger, 0604, "", 2, 6, 0600, ""},
+      {kStranger, 0666, "list", 2, 6, 0600, ""}, {kStranger, 02666, "", 2, 6, 0666, ""},
+  };
+  for (const auto& c : cases) {
+    SharedDisk disk({1, 5, c.mode, c.list}, {2, 6, 0644, {}});
+    disk.is_root = c.who == kRoot;
+    disk.is_member = c.who == kMember;
+    EXPECT_FALSE(WriteFile(folder / "radio.Q40", "new", disk));
+    const FileRights& now = disk.at_writing;
+    EXPECT_EQ(std::tie(now.owner, now.group, now.mode), std::tie(c.owner, c.group, c.new_mode))
+        << c.who << std::oct << c.mode << now.mode;
+    EXPECT_EQ(now.access_list, c.new_list) << c.who << std::oct << c.mode;
+  }
+}
+
+// Whatever a file system does not know is no failure; what fails is.
+TEST(WholeFile, TakesNotSupportedForWhatItIs) {
+  test::TempFolder folder;
+  const std::string path = folder / "radio.Q40";
+  const struct {
+    int chown_error, chmod_error, sync_error;
+    std::uint32_t mode;  // of the old file; a new one has 0644
+    bool saved;
+  } cases[] = {
+      {EINVAL, ENOSYS, EINVAL, 0600, true},
+      {ENOTSUP, EOPNOTSUPP, ENOTSUP, 0600, true},
+      {EPERM, EPERM, EROFS, 0664, true},
+      {EPERM, EPERM, 0, 0600, false},
+      {EPERM, EIO, 0, 0644, true},
+      {EPERM, EIO, 0, 0600, false},
+      {EIO, 0, 0, 0644, false},
+      {EPERM, 0, EIO, 0644, false},
+      {EPERM, 0, ENOSPC, 0644, false},
+  };
+  for (const auto& c : cases) {
+    test::Store(path, "old");
+    SharedDisk disk({1, 5, c.mode, {}}, {2, 5, 0644, {}});
+    disk.chown_error = c.chown_error;
+    disk.chmod_error = c.chmod_error;
+    disk.sync_error = c.sync_error;
+    EXPECT_EQ(!WriteFile(path, "new", disk), c.saved) << c.chmod_error << ' ' << c.sync_error;
+    EXPECT_EQ(test::Content(path), c.saved ? "new" : "old");
+    EXPECT_EQ(folder.FileCount(), 1U);
+  }
+}
+
 TEST(FileSystem, KeepsTheReasonOfAFailureAndReplacesNothingByItself) {
   test::TempFolder folder;
   FileSystem& system = SystemFiles();
   test::Store(folder / "taken", "");
-  EXPECT_EQ(system.Create(folder / "taken"), nullptr);
+  EXPECT_EQ(system.Create(folder / "taken", 0666), nullptr);
   EXPECT_EQ(errno, EEXIST);
-  EXPECT_FALSE(system.CopyRights(folder / "missing", folder / "taken"));
+  FileRights rights;
+  EXPECT_FALSE(system.Rights(folder / "missing", rights));
   EXPECT_EQ(errno, ENOENT);
-  // A file system without fsync has nothing to push.
   std::FILE* null = std::fopen("/dev/null", "w");
-  EXPECT_TRUE(system.Sync(null));
+  EXPECT_FALSE(system.Sync(null));
+  EXPECT_TRUE(IsUnsupported(errno));
   EXPECT_TRUE(system.Close(null));
 }
 
@@ -194,6 +314,8 @@ TEST(StandardStreams, ClosedOnesAreOpenedOnTheNullDevice) {
     struct stat stream {};
     EXPECT_EQ(fstat(handle, &stream), 0) << handle;
     EXPECT_EQ(stream.st_rdev, null.st_rdev) << handle;
+    const StreamUse use = handle == 0 ? StreamUse::kRead : StreamUse::kWrite;
+    EXPECT_EQ(OpenStream(handle, use), nullptr) << handle;
     dup2(kept, handle);
     close(kept);
   }

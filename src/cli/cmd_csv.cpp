@@ -1,52 +1,28 @@
 // export and import: the channel list to and from CSV.
-#include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <system_error>
 
-#include "cli/commands.h"
+#include "cli/user_files.h"
 #include "files/channel_csv.h"
-#include "files/clone_file.h"
+#include "files/standard_streams.h"
 #include "files/whole_file.h"
 #include "image/defaults.h"
 
 namespace q40 {
 namespace {
 
-constexpr const char* kStandardStream = "-";
-
 struct Arguments {
   std::string file;
   std::string csv;
   std::optional<std::string> out;
+  bool force = false;
 };
 
-std::string NameOf(const std::string& csv) {
-  return csv == kStandardStream ? "standard input" : csv;
-}
-
-std::optional<FileProblem> ReadStandardInput(std::size_t limit, std::string& text) {
-  constexpr std::size_t kPiece = 65536;
-  std::size_t got = 0;
-  do {
-    text.resize(got + kPiece);
-    const std::size_t piece = std::fread(text.data() + got, 1, kPiece, stdin);
-    got += piece;
-    if (piece == 0) break;
-  } while (got < limit);
-  text.resize(std::min(got, limit));
-  if (std::ferror(stdin) == 0) return std::nullopt;
-  return FileProblem{FileProblem::Kind::kBadData, NameOf(kStandardStream), 0,
-                     std::generic_category().message(errno)};
-}
-
 std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
-  if (auto problem = path == kStandardStream ? ReadStandardInput(kLongestCsv + 1, text)
-                                             : ReadFile(path, kLongestCsv + 1, text)) {
-    return problem;
-  }
-  return CheckCsvSize(text, NameOf(path));
+  if (auto problem = ReadInput(path, kLongestCsv + 1, text)) return problem;
+  return CheckCsvSize(text, InputName(path));
 }
 
 void NotePassedOver(Console& console, const ImportReport& report) {
@@ -60,22 +36,25 @@ void NotePassedOver(Console& console, const ImportReport& report) {
 int RunExport(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
-  const std::string text = ExportChannels(document.image);
-  if (arguments.csv == kStandardStream || arguments.csv == "/dev/stdout") {
-    return Print(context, text);
-  }
   // A slip of the hand between two names must not cost a clone file.
   if (IsCloneFile(arguments.csv)) {
     return context.console.Error(kExitUsage, arguments.csv +
                                                  " is a clone file. Name another file for the "
                                                  "channel list.");
   }
-  if (const auto problem = WriteFile(arguments.csv, text)) return context.console.Error(*problem);
-  return kExitDone;
+  Product list(context, arguments.csv);
+  if (const int code = list.Prepare(arguments.force)) return code;
+  return list.Store(ExportChannels(document.image));
 }
 
 int RunImport(CommandContext& context, const Arguments& arguments) {
   const std::string target = arguments.out.value_or(arguments.file);
+  if (const int code = CheckInputs(context, {arguments.file, arguments.csv})) return code;
+  Product product(context, target);
+  if (!arguments.out && product.IsStream() && target != kStandardStream) {
+    return context.console.Error(kExitUsage,
+                                 target + " cannot be changed. Name the file to write with -o.");
+  }
   std::error_code error;
   if (std::filesystem::equivalent(target, arguments.csv, error)) {
     return context.console.Error(kExitUsage,
@@ -83,23 +62,22 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
   }
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  if (const int code = product.Prepare(arguments.force || !arguments.out)) return code;
   std::string text;
   if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
   const ImportReport report = ImportChannels(text, document.image);
   NotePassedOver(context.console, report);
-  if (const auto problem = ProblemOf(report, NameOf(arguments.csv))) {
+  if (const auto problem = ProblemOf(report, InputName(arguments.csv))) {
     return context.console.Error(*problem);
   }
   if (report.memory_records + report.special_records == 0) {
-    return context.console.Error({FileProblem::Kind::kBadData, NameOf(arguments.csv), 0,
+    return context.console.Error({FileProblem::Kind::kBadData, InputName(arguments.csv), 0,
                                   "no channel of an RX-Q40 in it; nothing was imported"});
   }
-  if (const auto problem = SaveCloneFile(target, document, document.model)) {
-    return context.console.Error(*problem);
-  }
+  if (const int code = product.Store(document)) return code;
   context.console.Note(std::to_string(report.memory_records) + " memory and " +
                        std::to_string(report.special_records) +
-                       " special channel records imported into " + target);
+                       " special channel records imported into " + product.Name());
   return kExitDone;
 }
 
@@ -110,6 +88,7 @@ void AddExport(CLI::App& app, CommandContext& context) {
   auto arguments = std::make_shared<Arguments>();
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
   command->add_option("CSV", arguments->csv, "CSV file, - for standard output")->required();
+  command->add_flag("--force", arguments->force, "replace an existing file; never a clone file");
   command->footer("Example: rxq40ctl export radio.Q40 channels.csv");
   command->callback([&context, arguments] { context.exit_code = RunExport(context, *arguments); });
 }
@@ -120,8 +99,11 @@ void AddImport(CLI::App& app, CommandContext& context) {
   auto arguments = std::make_shared<Arguments>();
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
   command->add_option("CSV", arguments->csv, "CSV file, - for standard input")->required();
-  command->add_option("-o,--output", arguments->out, "clone file to write instead of FILE")
+  command
+      ->add_option("-o,--output", arguments->out,
+                   "new clone file instead of FILE, - for standard output")
       ->type_name("OUT");
+  command->add_flag("--force", arguments->force, "replace an existing OUT");
   command->footer("Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40");
   command->callback([&context, arguments] { context.exit_code = RunImport(context, *arguments); });
 }
