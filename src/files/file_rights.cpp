@@ -10,18 +10,13 @@ constexpr std::uint32_t kSetGroup = 02000;
 constexpr std::uint32_t kOthers = 07;
 constexpr unsigned kGroupShift = 3;
 
-bool IsRefused(int error) { return error == EPERM || IsUnsupported(error); }
-
 // Owner and group, or the group alone. `fresh` becomes what the file has then.
 bool KeepOwner(FileSystem& system, const FileRights& old, std::FILE* file, const std::string& path,
                FileRights& fresh) {
   if (old.owner == fresh.owner && old.group == fresh.group) return true;
-  if (!system.SetOwner(file, old.owner, old.group)) {
-    if (!IsRefused(errno)) return false;
-    if (old.group == fresh.group) return true;
-    if (!system.SetOwner(file, fresh.owner, old.group) && !IsRefused(errno)) return false;
-  }
-  return system.Rights(path, fresh);
+  const bool kept = system.SetOwner(file, old.owner, old.group) ||
+                    (old.group != fresh.group && system.SetOwner(file, fresh.owner, old.group));
+  return (kept || errno == EPERM || IsUnsupported(errno)) && system.Rights(path, fresh);
 }
 
 // The list speaks of the old group too, and means nothing in another one.
