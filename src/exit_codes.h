@@ -12,7 +12,7 @@ enum ExitCode : int {
   kExitCommunicationError = 4,  // "Communication Error"
   kExitWrongModel = 5,          // "Model is not correct"
   kExitDataError = 6,           // "Data Error": a file is not what it must be, or cannot be read
-  kExitCannotWrite = 7,         // a file could not be written
+  kExitCannotWrite = 7,         // a file, or standard output, could not be written
   kExitNotKept = 8,             // the radio did not keep what was written
   kExitImportedInPart = 9,      // imported, but not all of the list was understood, or is kept
   kExitInternal = 70,           // the program failed: out of memory
@@ -23,7 +23,7 @@ inline constexpr const char* kExitCodeHelp =
     "Exit codes:\n"
     "  0  done                            5    Model is not correct\n"
     "  1  diff or lint found something    6    Data Error: a file is wrong or unreadable\n"
-    "  2  wrong usage                     7    a file could not be written\n"
+    "  2  wrong usage                     7    a file or standard output takes no more\n"
     "  3  COM Port Error                  8    the radio did not keep what was written\n"
     "  4  Communication Error             9    imported, but not all of it was understood\n"
     "  70 internal error                  130  interrupted\n";

@@ -202,8 +202,8 @@ class FailingFiles final : public FileSystem {
   bool loses_bytes = false;  // reports success, stores half: as a full disk has been seen to do
 
   bool MayWrite(const std::string& path) override { return !Fails() && FileSystem::MayWrite(path); }
-  std::FILE* Create(const std::string& path) override {
-    return Fails() ? nullptr : FileSystem::Create(path);
+  std::FILE* Create(const std::string& path, std::uint32_t mode) override {
+    return Fails() ? nullptr : FileSystem::Create(path, mode);
   }
   std::size_t Write(std::FILE* file, std::string_view data) override {
     const bool part = Fails() || loses_bytes;
@@ -215,8 +215,11 @@ class FailingFiles final : public FileSystem {
   std::int64_t Size(const std::string& path) override {
     return Fails() ? -1 : FileSystem::Size(path);
   }
-  bool CopyRights(const std::string& from, const std::string& to) override {
-    return !Fails() && FileSystem::CopyRights(from, to);
+  bool Rights(const std::string& path, FileRights& rights) override {
+    return !Fails() && FileSystem::Rights(path, rights);
+  }
+  bool SetMode(std::FILE* file, std::uint32_t mode) override {
+    return !Fails() && FileSystem::SetMode(file, mode);
   }
   bool Rename(const std::string& from, const std::string& to) override {
     return !Fails() && FileSystem::Rename(from, to);
@@ -232,11 +235,13 @@ class FailingFiles final : public FileSystem {
 };
 
 TEST(CloneFile, TheOldFileSurvivesTheFailureOfEveryCall) {
-  constexpr int kCalls = 8;
+  constexpr int kCalls = 10;
   test::TempFolder folder;
   const std::string path = folder / "radio.Q40";
   for (int call = 0; call <= kCalls + 1; ++call) {
     test::Store(path, "the only copy");
+    std::filesystem::permissions(path, std::filesystem::perms::set_uid,
+                                 std::filesystem::perm_options::add);
     CloneDocument document = FreshDocument();
     document.SettingsChanged = document.MemoryChanged = true;
     FailingFiles files;

@@ -23,7 +23,7 @@ struct Writer {
   const char* name;
   std::vector<std::string> (*words)(const std::string& source, const std::string& csv,
                                     const std::string& target);
-  bool makes_new;  // refuses a file that exists: only ever makes a new one
+  bool makes_new;  // never replaces
 };
 const Writer kWriters[] = {
     {"read --force",
@@ -31,14 +31,14 @@ const Writer kWriters[] = {
        return std::vector<std::string>{"read", "-p", "1", "--force", target};
      },
      false},
-    {"import -o",
+    {"import -o --force",
      [](const auto& source, const auto& csv, const auto& target) {
-       return std::vector<std::string>{"import", source, csv, "-o", target};
+       return std::vector<std::string>{"import", source, csv, "-o", target, "--force"};
      },
      false},
-    {"export",
+    {"export --force",
      [](const auto& source, const auto& /*csv*/, const auto& target) {
-       return std::vector<std::string>{"export", source, target};
+       return std::vector<std::string>{"export", "--force", source, target};
      },
      false},
     {"write --backup",
@@ -83,13 +83,13 @@ const Trouble kTroubles[] = {
        fs::rename(folder, folder + ".away");
      },
      [](const std::string& folder) { fs::rename(folder + ".away", folder); }},
-    {"the name is a folder's", "",
+    {"the name is a folder's", "is a folder",
      [](const std::string& /*folder*/, const std::string& target) {
        fs::remove(target);
        fs::create_directory(target);
      },
      [](const std::string& /*folder*/) {}},
-    {"the name is a device's", "",
+    {"the name is a device's", "is a device",
      [](const std::string& /*folder*/, const std::string& target) {
        fs::remove(target);
        fs::create_symlink("/dev/full", target);
@@ -99,22 +99,20 @@ const Trouble kTroubles[] = {
 
 class FileFaults : public test::Ctl {};
 
+std::string Row(const std::string& name, const std::string& cell) {
+  std::string text = "| " + name + " |";
+  for (std::size_t i = 0; i < std::size(kWriters); ++i) text += ' ' + cell + " |";
+  return text + '\n';
+}
+
 std::string Table() {
   std::string text = "| trouble |";
   for (const Writer& writer : kWriters) text += " `" + std::string(writer.name) + "` |";
-  text += "\n| --- |";
-  for (std::size_t i = 0; i < std::size(kWriters); ++i) text += " --- |";
-  text += '\n';
+  text += '\n' + Row("---", "---");
   for (const Trouble& trouble : kTroubles) {
-    text += "| " + std::string(trouble.name) + " |";
-    for (const Writer& writer : kWriters) {
-      const bool exists_first = writer.makes_new && std::string(trouble.reason).empty();
-      text += exists_first ? " refused (" + std::to_string(kExitUsage) + ") |"
-                           : " not written (" + std::to_string(kExitCannotWrite) + ") |";
-    }
-    text += '\n';
+    text += Row(trouble.name, "not written (" + std::to_string(kExitCannotWrite) + ")");
   }
-  return text;
+  return text + Row("it exists, without `--force`", "refused (" + std::to_string(kExitUsage) + ")");
 }
 
 TEST_F(FileFaults, TheOldFileSurvivesThemAll) {
@@ -136,8 +134,7 @@ TEST_F(FileFaults, TheOldFileSurvivesThemAll) {
       const std::string memory(radio_->memory().raw());
       const Result result = Run(writer.words(source, csv, target));
       trouble.unmake(folder);
-      const bool exists_first = writer.makes_new && std::string(trouble.reason).empty();
-      EXPECT_EQ(result.code, exists_first ? kExitUsage : kExitCannotWrite) << result.err;
+      EXPECT_EQ(result.code, kExitCannotWrite) << result.err;
       EXPECT_NE(result.err.find(trouble.reason), std::string::npos) << result.err;
       EXPECT_NE(result.err.find(target), std::string::npos) << result.err;
       EXPECT_EQ(radio_->memory().raw(), memory);
@@ -149,13 +146,16 @@ TEST_F(FileFaults, TheOldFileSurvivesThemAll) {
         EXPECT_EQ(files, fs::exists(fs::symlink_status(target)) ? 1 : 0);
       }
     }
-    // Without trouble it works, through a link too.
     fs::remove_all(folder);
     fs::create_directory(folder);
-    if (!writer.makes_new) {
-      test::Store(folder + "/real", "the only copy");
-      fs::create_symlink("real", target);
-    }
+    test::Store(target, "the only copy");
+    std::vector<std::string> words = writer.words(source, csv, target);
+    std::erase(words, "--force");
+    EXPECT_EQ(Run(words).code, kExitUsage) << writer.name;
+    EXPECT_EQ(test::Content(target), "the only copy");
+    // Without trouble it works, through a link too.
+    fs::rename(target, folder + "/real");
+    if (!writer.makes_new) fs::create_symlink("real", target);
     EXPECT_EQ(Run(writer.words(source, csv, target)).code, 0) << writer.name;
     EXPECT_EQ(fs::is_symlink(target), !writer.makes_new);
     EXPECT_GT(test::Content(target).size(), 10'000U);

@@ -233,7 +233,7 @@ TEST(Programs, AProtectedFileIsNotReplaced) {
   EXPECT_EQ(Ctl({"new", "--force", "--model", "RX-Q40E", folder / "a.Q40"}).code, 0);
   struct stat owner {};
   EXPECT_EQ(stat((folder / "a.Q40").c_str(), &owner), 0);
-  EXPECT_EQ(owner.st_uid, kNobody);
+  EXPECT_TRUE(owner.st_uid == kNobody && owner.st_gid == kNobody);
 }
 
 TEST(Programs, ClosedStreamsAreNotMistakenForFiles) {
@@ -244,13 +244,58 @@ TEST(Programs, ClosedStreamsAreNotMistakenForFiles) {
   EXPECT_EQ(Ctl({"check", path}).code, 0);
 }
 
-TEST(Programs, ResultsThatNobodyReadsAreAnError) {
+TEST(Programs, StreamsAndPipesOfAShell) {
   test::TempFolder folder;
-  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
-  const ProcessResult result =
-      test::Run({"/bin/sh", "-c",
-                 test::Program("rxq40ctl") + " show " + (folder / "a.Q40") + " > /dev/full"});
-  EXPECT_EQ(result.code, 7);
+  const std::string start =
+      "cd " + folder.path() + "; ctl() { " + test::Program("rxq40ctl") + " --quiet \"$@\"; }; ";
+  const auto shell = [&](const std::string& line) {
+    return test::Run({"/bin/bash", "-c", start + line});
+  };
+  SimulatorProcess radio({"--link", folder / "radio"});
+  ASSERT_EQ(shell("ctl new --model RX-Q40E a.Q40 && ctl new --model RX-Q40T b.Q40 && "
+                  "ctl export a.Q40 list.csv && ctl import a.Q40 list.csv -o c.Q40 && mkfifo p")
+                .code,
+            0);
+  const struct {
+    const char* line;
+    int code;
+    std::string out;
+    const char* err;  // words of it; nothing at all when empty
+  } cases[] = {
+      {"ctl show a.Q40 > /dev/full", 7, "", "No space left"},
+      {"ctl show a.Q40 >&-", 7, "", "standard output is closed"},
+      {"ctl read -p radio - >&-", 7, "", "standard output is closed"},
+      {"ctl check - <&-", 6, "standard input: is closed\n", ""},
+      {"ctl diff a.Q40 b.Q40 | head -1; exit ${PIPESTATUS[0]}", 1,
+       "Radio: Model: \"RX-Q40E\" -> \"RX-Q40T\"\n", ""},
+      {"ctl dump -p radio | head -1; exit ${PIPESTATUS[0]}", 0,
+       "00\t" + std::string(32, 'F') + '\n', ""},
+      {"cat a.Q40 | ctl check -", 0, "standard input: ok\n", ""},
+      {"cat a.Q40 | ctl check /dev/stdin", 0, "/dev/stdin: ok\n", ""},
+      {"cat a.Q40 > p & ctl check p", 0, "p: ok\n", ""},
+      {"yes | ctl check -", 6, "standard input, line 1: 1 characters instead of 32\n", ""},
+      {"ctl import a.Q40 - < /dev/zero", 6, "", "longer than 16 MiB"},
+      {"ctl lint - < a.Q40", 0, "", ""},
+      {"ctl diff <(cat a.Q40) a.Q40", 0, "", ""},
+      {"ctl diff - /dev/stdin < a.Q40", 2, "", "only one of the files can be standard input"},
+      {"ctl new --model RX-Q40E - | cmp - a.Q40", 0, "", ""},
+      {"ctl import - <(cat list.csv) < a.Q40 | cmp - c.Q40", 0, "", ""},
+      {"ctl import <(cat a.Q40) list.csv", 2, "", "Name the file to write with -o"},
+      {"ctl read -p radio - | ctl check -", 0, "standard input: ok\n", ""},
+      {"ctl write -p radio --backup - a.Q40", 2, "", "A backup needs one"},
+      {"{ echo 1; ctl export a.Q40 /dev/fd/1; } > log; head -c 9 log", 0, "1\n\"MODEL\"", ""},
+      {"ctl export a.Q40 >(cmp - list.csv); wait $!", 0, "", ""},
+      {"cmp p list.csv & ctl export a.Q40 p; wait $!", 0, "", ""},
+      {"ctl export --force a.Q40 b.Q40", 2, "", "b.Q40 is a clone file"},
+      {"ls -- -", 2, "", "ls"},
+  };
+  for (const auto& c : cases) {
+    const ProcessResult result = shell(c.line);
+    EXPECT_EQ(result.code, c.code) << c.line << '\n' << result.err;
+    EXPECT_EQ(result.out, c.out) << c.line;
+    EXPECT_EQ(result.err.empty(), *c.err == 0) << c.line << '\n' << result.err;
+    EXPECT_TRUE(Says(result, c.err)) << result.err;
+  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -49,9 +50,15 @@ TEST(WholeFile, SaysWhyAPathCannotBeReadOrWritten) {
   EXPECT_EQ(ReadFile("/proc/self/mem", 1000, content).value().what, "Input/output error");
   // What somebody is just writing, as behind /dev/stdout.
   std::FILE* log = std::fopen((folder / "log").c_str(), "w");
-  EXPECT_EQ(WriteFile("/proc/self/fd/" + std::to_string(fileno(log)), "x").value().what,
-            "is an open stream, not a file");
+  fs::create_symlink("/dev/fd", folder / "streams");
+  for (const std::string& way : {std::string("/proc/self/fd"), folder / "streams"}) {
+    const std::string path = way + '/' + std::to_string(fileno(log));
+    EXPECT_EQ(WriteFile(path, "x").value().what, "is an open stream, not a file") << path;
+    EXPECT_EQ(StreamNumber(path, StreamUse::kWrite), fileno(log)) << path;
+  }
   std::fclose(log);
+  EXPECT_EQ(StreamNumber("/dev/fd/x", StreamUse::kRead), std::nullopt);
+  EXPECT_EQ(StreamNumber(folder / "1", StreamUse::kRead), std::nullopt);
 }
 
 TEST(WholeFile, ReadsUpToItsLimit) {
@@ -105,8 +112,8 @@ class CrowdedFolder final : public FileSystem {
   int tries = 0;
   std::string pushed;
 
-  std::FILE* Create(const std::string& path) override {
-    if (++tries > taken) return FileSystem::Create(path);
+  std::FILE* Create(const std::string& path, std::uint32_t mode) override {
+    if (++tries > taken) return FileSystem::Create(path, mode);
     errno = EEXIST;
     return nullptr;
   }
@@ -129,17 +136,108 @@ TEST(WholeFile, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
   EXPECT_EQ(test::Content(folder / "radio.Q40"), "new");
 }
 
+// On this disk the old file is of owner 1 and group 5, a new one of 2 and 6 and 0644. What it allows,
+// or what it answers, is the test's.
+class SharedDisk final : public FileSystem {
+ public:
+  static constexpr int kRoot = -1, kMember = -2;
+  int chown = 0;  // or an error, as the next
+  int chmod = 0;
+  int sync = 0;
+  FileRights old{1, 5, 0, {}};
+  FileRights fresh{2, 6, 0644, {}};
+  FileRights at_writing;  // what the new file had when its content came
+
+  bool Rights(const std::string& path, FileRights& rights) override {
+    rights = path.ends_with(".tmp") ? fresh : old;
+    return true;
+  }
+  bool SetOwner(std::FILE* /*file*/, std::uint32_t owner, std::uint32_t group) override {
+    if (chown == kMember && owner != fresh.owner) return Answers(EPERM);
+    if (chown > 0) return Answers(chown);
+    fresh.owner = owner;
+    fresh.group = group;
+    return true;
+  }
+  bool SetAccessList(std::FILE* /*file*/, const std::string& list) override {
+    fresh.access_list = list;
+    return true;
+  }
+  bool SetMode(std::FILE* /*file*/, std::uint32_t mode) override {
+    if (chmod == 0) fresh.mode = mode;
+    return Answers(chmod);
+  }
+  std::size_t Write(std::FILE* file, std::string_view data) override {
+    at_writing = fresh;
+    return FileSystem::Write(file, data);
+  }
+  bool Sync(std::FILE* /*file*/) override { return Answers(sync); }
+
+ private:
+  static bool Answers(int error) {
+    errno = error;
+    return error == 0;
+  }
+};
+
+TEST(WholeFile, KeepsTheRightsThatItMayAndElseLetsNobodyIn) {
+  constexpr int kRoot = SharedDisk::kRoot, kMember = SharedDisk::kMember;
+  test::TempFolder folder;
+  const std::string path = folder / "radio.Q40";
+  const struct {
+    int chown, chmod, sync;
+    std::uint32_t old_mode;
+    const char* list;
+    std::uint32_t owner, group, mode;  // 0: the save fails
+    const char* new_list = "";
+  } cases[] = {{kRoot, 0, 0, 06640, "", 1, 5, 06640},
+               {kRoot, 0, 0, 0644, "list", 1, 5, 0644, "list"},
+               {kMember, 0, 0, 06775, "", 2, 5, 02775},
+               {kMember, 0, 0, 0644, "list", 2, 5, 0644, "list"},
+               {EPERM, 0, 0, 0640, "", 2, 6, 0600},
+               {EPERM, 0, 0, 0664, "", 2, 6, 0644},
+               {EPERM, 0, 0, 0604, "", 2, 6, 0600},
+               {EPERM, 0, 0, 02666, "", 2, 6, 0666},
+               {EPERM, 0, 0, 0666, "list", 2, 6, 0600},
+               // What a file system does not know is no failure, nor what it need not do.
+               {EINVAL, ENOSYS, EINVAL, 0600, "", 2, 6, 0644},
+               {ENOTSUP, EOPNOTSUPP, EROFS, 0600, "", 2, 6, 0644},
+               {kMember, EPERM, 0, 0664, "", 2, 5, 0644},
+               {kMember, EIO, ENOTSUP, 0644, "", 2, 5, 0644},
+               // What fails is one.
+               {kMember, EPERM, 0, 0600, "", 0, 0, 0},
+               {kMember, EIO, 0, 0664, "", 0, 0, 0},
+               {EIO, 0, 0, 0644, "", 0, 0, 0},
+               {kRoot, 0, EIO, 0644, "", 0, 0, 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.chown << ' ' << c.chmod << ' ' << std::oct << c.old_mode);
+    test::Store(path, "old");
+    SharedDisk disk;
+    std::tie(disk.chown, disk.chmod, disk.sync) = std::tie(c.chown, c.chmod, c.sync);
+    disk.old.mode = c.old_mode;
+    disk.old.access_list = c.list;
+    EXPECT_EQ(!WriteFile(path, "new", disk), c.mode != 0);
+    EXPECT_EQ(test::Content(path), c.mode != 0 ? "new" : "old");
+    EXPECT_EQ(folder.FileCount(), 1U);
+    if (c.mode == 0) continue;
+    const FileRights& now = disk.at_writing;
+    EXPECT_EQ(std::tie(now.owner, now.group, now.mode), std::tie(c.owner, c.group, c.mode));
+    EXPECT_EQ(now.access_list, c.new_list);
+  }
+}
+
 TEST(FileSystem, KeepsTheReasonOfAFailureAndReplacesNothingByItself) {
   test::TempFolder folder;
   FileSystem& system = SystemFiles();
   test::Store(folder / "taken", "");
-  EXPECT_EQ(system.Create(folder / "taken"), nullptr);
+  EXPECT_EQ(system.Create(folder / "taken", 0666), nullptr);
   EXPECT_EQ(errno, EEXIST);
-  EXPECT_FALSE(system.CopyRights(folder / "missing", folder / "taken"));
+  FileRights rights;
+  EXPECT_FALSE(system.Rights(folder / "missing", rights));
   EXPECT_EQ(errno, ENOENT);
-  // A file system without fsync has nothing to push.
   std::FILE* null = std::fopen("/dev/null", "w");
-  EXPECT_TRUE(system.Sync(null));
+  EXPECT_FALSE(system.Sync(null));
+  EXPECT_TRUE(IsUnsupported(errno));
   EXPECT_TRUE(system.Close(null));
 }
 
@@ -194,6 +292,8 @@ TEST(StandardStreams, ClosedOnesAreOpenedOnTheNullDevice) {
     struct stat stream {};
     EXPECT_EQ(fstat(handle, &stream), 0) << handle;
     EXPECT_EQ(stream.st_rdev, null.st_rdev) << handle;
+    const StreamUse use = handle == 0 ? StreamUse::kRead : StreamUse::kWrite;
+    EXPECT_EQ(OpenStream(handle, use), nullptr) << handle;
     dup2(kept, handle);
     close(kept);
   }

@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/commands.h"
-#include "files/clone_file.h"
+#include "cli/user_files.h"
+#include "files/whole_file.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -18,8 +18,10 @@ int Run(CommandContext& context, const Arguments& arguments) {
   int code = kExitDone;
   auto json = nlohmann::ordered_json::array();
   CloneDocument document = FreshDocument();
+  std::string text;
+  if (const int refused = CheckInputs(context, arguments.files)) return refused;
   for (const std::string& file : arguments.files) {
-    const OpenResult result = OpenCloneFile(file, document);
+    const OpenResult result = OpenInput(file, document, text);
     const auto& problem = result.problem;
     const auto& odd = result.odd_digit;
     if (problem) code = kExitDataError;
@@ -28,14 +30,15 @@ int Run(CommandContext& context, const Arguments& arguments) {
       if (problem) row.update({{"line", problem->line}, {"problem", problem->what}});
       if (odd) row.update({{"line", odd->line}, {"note", odd->what}});
       json.push_back(std::move(row));
-    } else if (Print(context, (problem ? problem->Message() : file + ": ok") + '\n') != kExitDone) {
+    } else if (Print(context, (problem ? problem->Message() : InputName(file) + ": ok") + '\n') !=
+               kExitDone) {
       return kExitCannotWrite;
     }
     if (odd && !arguments.json) context.console.Note(odd->Message());
   }
   if (arguments.json) {
-    const auto text = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
-    if (const int failed = Print(context, text + '\n')) return failed;
+    const auto report = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
+    if (const int failed = Print(context, report + '\n')) return failed;
   }
   return code;
 }
@@ -46,7 +49,8 @@ void AddCheck(CLI::App& app, CommandContext& context) {
   auto* command = app.add_subcommand(
       "check", "Says for every file \"ok\", or the first thing that is wrong with its line");
   auto arguments = std::make_shared<Arguments>();
-  command->add_option("FILE", arguments->files, "clone files (*.Q40)")->required();
+  command->add_option("FILE", arguments->files, "clone files (*.Q40), - for standard input")
+      ->required();
   command->add_flag("--json", arguments->json, "as JSON");
   command->footer("Example: rxq40ctl check *.Q40");
   command->callback([&context, arguments] { context.exit_code = Run(context, *arguments); });

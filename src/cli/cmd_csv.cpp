@@ -1,5 +1,4 @@
 // export and import: the channel list to and from CSV.
-#include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -8,47 +7,25 @@
 #include "app/tables/models.h"
 #include "checkup/import_losses.h"
 #include "cli/commands.h"
+#include "cli/user_files.h"
 #include "files/channel_csv.h"
-#include "files/clone_file.h"
+#include "files/standard_streams.h"
 #include "files/whole_file.h"
 #include "image/defaults.h"
 
 namespace q40 {
 namespace {
 
-constexpr const char* kStandardStream = "-";
-
 struct Arguments {
   std::string file;
   std::string csv;
   std::optional<std::string> out;
+  bool force = false;
 };
 
-std::string NameOf(const std::string& csv) {
-  return csv == kStandardStream ? "standard input" : csv;
-}
-
-std::optional<FileProblem> ReadStandardInput(std::size_t limit, std::string& text) {
-  constexpr std::size_t kPiece = 65536;
-  std::size_t got = 0;
-  do {
-    text.resize(got + kPiece);
-    const std::size_t piece = std::fread(text.data() + got, 1, kPiece, stdin);
-    got += piece;
-    if (piece == 0) break;
-  } while (got < limit);
-  text.resize(std::min(got, limit));
-  if (std::ferror(stdin) == 0) return std::nullopt;
-  return FileProblem{FileProblem::Kind::kBadData, NameOf(kStandardStream), 0,
-                     std::generic_category().message(errno)};
-}
-
 std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
-  if (auto problem = path == kStandardStream ? ReadStandardInput(kLongestCsv + 1, text)
-                                             : ReadFile(path, kLongestCsv + 1, text)) {
-    return problem;
-  }
-  return CheckCsvSize(text, NameOf(path));
+  if (auto problem = ReadInput(path, kLongestCsv + 1, text)) return problem;
+  return CheckCsvSize(text, InputName(path));
 }
 
 void TellNotes(Console& console, const ImportReport& report) {
@@ -72,31 +49,28 @@ int TellResult(Console& console, const ImportReport& report, const std::string& 
   return console.Error(kExitImportedInPart, csv + ": imported, but " + what + " (" + notes + ")");
 }
 
-// A slip of the hand between two names must not cost a clone file.
-bool IsCloneFile(const std::string& path) {
-  constexpr std::size_t kHeaderLength = 32;
-  std::string text;
-  return !ReadFile(path, kHeaderLength, text) && FindHeaderLine(text);
-}
-
 int RunExport(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
-  const std::string text = ExportChannels(document.image);
-  if (arguments.csv == kStandardStream || arguments.csv == "/dev/stdout") {
-    return Print(context, text);
-  }
+  // A slip of the hand between two names must not cost a clone file.
   if (IsCloneFile(arguments.csv)) {
     return context.console.Error(kExitUsage, arguments.csv +
                                                  " is a clone file. Name another file for the "
                                                  "channel list.");
   }
-  if (const auto problem = WriteFile(arguments.csv, text)) return context.console.Error(*problem);
-  return kExitDone;
+  Product list(context, arguments.csv);
+  if (const int code = list.Prepare(arguments.force)) return code;
+  return list.Store(ExportChannels(document.image));
 }
 
 int RunImport(CommandContext& context, const Arguments& arguments) {
   const std::string target = arguments.out.value_or(arguments.file);
+  if (const int code = CheckInputs(context, {arguments.file, arguments.csv})) return code;
+  Product product(context, target);
+  if (!arguments.out && product.IsStream() && target != kStandardStream) {
+    return context.console.Error(kExitUsage,
+                                 target + " cannot be changed. Name the file to write with -o.");
+  }
   std::error_code error;
   if (std::filesystem::equivalent(target, arguments.csv, error)) {
     return context.console.Error(kExitUsage,
@@ -104,10 +78,11 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
   }
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  if (const int code = product.Prepare(arguments.force || !arguments.out)) return code;
   std::string text;
   if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
   ImportReport report = ImportChannels(text, document.image);
-  const std::string csv = NameOf(arguments.csv);
+  const std::string csv = InputName(arguments.csv);
   if (const auto problem = ProblemOf(report, csv)) return context.console.Error(*problem);
   AddLosses(document, report);
   TellNotes(context.console, report);
@@ -115,10 +90,8 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
     return context.console.Error(
         {FileProblem::Kind::kBadData, csv, 0, report.no_list + ". Nothing was imported."});
   }
-  if (const auto problem = SaveCloneFile(target, document, document.model)) {
-    return context.console.Error(*problem);
-  }
-  return TellResult(context.console, report, csv, target);
+  if (const int code = product.Store(document)) return code;
+  return TellResult(context.console, report, csv, product.Name());
 }
 
 }  // namespace
@@ -128,6 +101,7 @@ void AddExport(CLI::App& app, CommandContext& context) {
   auto arguments = std::make_shared<Arguments>();
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
   command->add_option("CSV", arguments->csv, "CSV file, - for standard output")->required();
+  command->add_flag("--force", arguments->force, "replace an existing file; never a clone file");
   command->footer("Example: rxq40ctl export radio.Q40 channels.csv");
   command->callback([&context, arguments] { context.exit_code = RunExport(context, *arguments); });
 }
@@ -138,8 +112,11 @@ void AddImport(CLI::App& app, CommandContext& context) {
   auto arguments = std::make_shared<Arguments>();
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
   command->add_option("CSV", arguments->csv, "CSV file, - for standard input")->required();
-  command->add_option("-o,--output", arguments->out, "clone file to write instead of FILE")
+  command
+      ->add_option("-o,--output", arguments->out,
+                   "new clone file instead of FILE, - for standard output")
       ->type_name("OUT");
+  command->add_flag("--force", arguments->force, "replace an existing OUT");
   command->footer(
       "Exit code 9 when not all of the list was understood, or is kept; the notes say what.\n"
       "Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40");

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/commands.h"
+#include "cli/user_files.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
 
@@ -16,6 +16,7 @@ struct Arguments {
 };
 
 int Run(CommandContext& context, const Arguments& arguments) {
+  if (const int code = CheckInputs(context, {arguments.a, arguments.b})) return code;
   CloneDocument a = FreshDocument();
   CloneDocument b = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.a, a)) return code;

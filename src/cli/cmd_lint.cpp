@@ -4,9 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "checkup/checkup.h"
-#include "cli/commands.h"
-#include "files/clone_file.h"
-#include "files/whole_file.h"
+#include "cli/user_files.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -31,14 +29,13 @@ std::string JsonText(const Findings& findings) {
 }
 
 // Settings and channels of a file as the radio's units. The file has been opened, so it has its lines.
-std::vector<Unit> StoredUnits(const std::string& path) {
+std::vector<Unit> StoredUnits(std::string_view text) {
   constexpr std::size_t kFirstSettingsLine = 1;
   constexpr std::size_t kFirstLine[] = {5, 15};  // of the VHF and the UHF special channels
   constexpr std::size_t kFirstMemoryLine = 35;
   std::vector<Unit> units;
-  std::string text;
   CloneLines lines;
-  if (ReadFile(path, kLongestCloneFile, text) || SplitCloneText(text, path, lines)) return units;
+  if (SplitCloneText(text, {}, lines)) return units;
   const auto add = [&](Address address, std::size_t line) {
     units.push_back({address, std::string(lines.Pair(line))});
   };
@@ -59,10 +56,11 @@ std::vector<Unit> StoredUnits(const std::string& path) {
 
 int Run(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
-  if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  std::string stored;
+  if (const int code = OpenOrComplain(context, arguments.file, document, stored)) return code;
   Findings findings = CheckUp(document);
-  const Findings stored = CheckStored(StoredUnits(arguments.file));
-  findings.insert(findings.end(), stored.begin(), stored.end());
+  const Findings lost = CheckStored(StoredUnits(stored));
+  findings.insert(findings.end(), lost.begin(), lost.end());
   std::stable_sort(findings.begin(), findings.end(),
                    [](const Finding& a, const Finding& b) { return a.place < b.place; });
   std::string text;

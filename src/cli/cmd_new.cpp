@@ -1,8 +1,7 @@
 #include <memory>
 
 #include "app/tables/models.h"
-#include "cli/commands.h"
-#include "files/clone_file.h"
+#include "cli/user_files.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -16,18 +15,12 @@ struct Arguments {
 };
 
 int Run(CommandContext& context, const Arguments& arguments) {
-  if (!arguments.force && FileIsThere(arguments.file)) {
-    return context.console.Error(kExitUsage,
-                                 arguments.file + " exists. Use --force to replace it.");
-  }
+  Product product(context, arguments.file);
+  if (const int code = product.Prepare(arguments.force)) return code;
   CloneDocument document = FreshDocument();
   ChangeModel(document, FindModel(arguments.model).value_or(0));
   document.image.VersionA = arguments.version_a;
-  FileSystem& files = arguments.force ? SystemFiles() : NewFilesOnly();
-  if (const auto problem = SaveCloneFile(arguments.file, document, document.model, files)) {
-    return context.console.Error(*problem);
-  }
-  return kExitDone;
+  return product.Store(document);
 }
 
 }  // namespace
@@ -41,7 +34,7 @@ void AddNew(CLI::App& app, CommandContext& context) {
       ->check(CLI::IsMember({"RX-Q40T", "RX-Q40E", "RX-Q40T1", "RX-Q20A"}, CLI::ignore_case));
   command->add_flag("--version-a", arguments->version_a, "a radio of version A");
   command->add_flag("--force", arguments->force, "replace an existing file");
-  command->add_option("FILE", arguments->file, kClonePathHelp)->required();
+  command->add_option("FILE", arguments->file, kNewClonePathHelp)->required();
   command->footer("Example: rxq40ctl new --model RX-Q40E radio.Q40");
   command->callback([&context, arguments] { context.exit_code = Run(context, *arguments); });
 }

@@ -1,10 +1,8 @@
 #include <memory>
 
-#include "cli/commands.h"
 #include "cli/document_text.h"
 #include "cli/radio_session.h"
-#include "files/clone_file.h"
-#include "files/whole_file.h"
+#include "cli/user_files.h"
 #include "image/defaults.h"
 
 namespace q40 {
@@ -21,16 +19,12 @@ int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
   const Half half = HalfOf(arguments.only);
-  const bool exists = FileIsThere(arguments.file);
-  const bool keeps_a_half = exists && half != Half::kBoth;
-  // Before the work, not after it.
-  if (const auto problem = CheckReplaceable(arguments.file)) {
-    return context.console.Error(*problem);
-  }
-  if (exists && !keeps_a_half && !arguments.force) {
-    return context.console.Error(kExitUsage, arguments.file +
-                                                 " exists. Use --force to replace it, or --only "
-                                                 "to read one half into it.");
+  Product product(context, arguments.file);
+  const bool keeps_a_half = half != Half::kBoth && product.Exists();
+  if (const int code =
+          product.Prepare(arguments.force || keeps_a_half,
+                          "Use --force to replace it, or --only to read one half into it.")) {
+    return code;
   }
   CloneDocument document = FreshDocument();
   if (keeps_a_half) {
@@ -39,12 +33,8 @@ int Run(CommandContext& context, const Arguments& arguments) {
   RadioSession session(context, *device, document);
   if (keeps_a_half && !arguments.force) session.KeepModel();
   if (const int code = session.Read(half); code != kExitDone) return code;
-  // A file that has appeared meanwhile is as precious as one that was there.
-  FileSystem& files = exists || arguments.force ? SystemFiles() : NewFilesOnly();
-  if (const auto problem = SaveCloneFile(arguments.file, document, document.model, files)) {
-    return context.console.Error(*problem);
-  }
-  context.console.Note(ModelText(document) + " read into " + arguments.file);
+  if (const int code = product.Store(document)) return code;
+  context.console.Note(ModelText(document) + " read into " + product.Name());
   return kExitDone;
 }
 
@@ -57,7 +47,7 @@ void AddRead(CLI::App& app, CommandContext& context) {
   AddOnlyOption(*command, arguments->only);
   command->add_flag("--force", arguments->force,
                     "replace an existing file, also by one of another model");
-  command->add_option("FILE", arguments->file, kClonePathHelp)->required();
+  command->add_option("FILE", arguments->file, kNewClonePathHelp)->required();
   command->footer(
       "A new file starts from the defaults of the radio's model. With --only an existing file\n"
       "keeps its other half.\n"

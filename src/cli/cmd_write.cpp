@@ -1,8 +1,7 @@
 #include <memory>
 
-#include "cli/commands.h"
 #include "cli/radio_session.h"
-#include "files/clone_file.h"
+#include "cli/user_files.h"
 #include "files/whole_file.h"
 #include "image/defaults.h"
 
@@ -38,12 +37,11 @@ std::string RestoreCommand(const Arguments& arguments) {
 // kExitDone when the backup's file can be made. An older backup is never replaced: it may be the one
 // that is needed.
 int CheckBackup(CommandContext& context, const std::string& path) {
-  if (FileIsThere(path)) {
-    return context.console.Error(kExitUsage,
-                                 path + " exists. A backup replaces no file; name another.");
+  Product product(context, path);
+  if (product.IsStream()) {
+    return context.console.Error(kExitUsage, path + " is no file. A backup needs one.");
   }
-  if (const auto problem = CheckReplaceable(path)) return context.console.Error(*problem);
-  return kExitDone;
+  return product.Prepare(false, "A backup replaces no file; name another.");
 }
 
 WriteNet NetOf(CommandContext& context, const Arguments& arguments) {
@@ -73,7 +71,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
   const int code =
       session.Write(HalfOf(arguments.only), NetOf(context, arguments), RestoreCommand(arguments));
   if (code != kExitDone) return code;
-  context.console.Note(arguments.file + " written to the radio: " +
+  context.console.Note(InputName(arguments.file) + " written to the radio: " +
                        std::to_string(session.report().acknowledged.size()) +
                        " blocks acknowledged" + (arguments.verify ? " and verified" : ""));
   return kExitDone;

@@ -1,28 +1,9 @@
-#include <filesystem>
 #include <sstream>
 
 #include "cli/commands.h"
-#include "files/clone_file.h"
 #include "version.h"
 
 namespace q40 {
-
-int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document) {
-  const OpenResult result = OpenCloneFile(path, document);
-  if (result.problem) return context.console.Error(*result.problem);
-  if (result.odd_digit) context.console.Note(result.odd_digit->Message());
-  return kExitDone;
-}
-
-bool FileIsThere(const std::string& path) {
-  std::error_code error;
-  return std::filesystem::exists(std::filesystem::symlink_status(path, error));
-}
-
-int Print(CommandContext& context, std::string_view text) {
-  if (context.console.Result(text)) return kExitDone;
-  return context.console.Error(kExitCannotWrite, "standard output takes no more");
-}
 
 namespace {
 

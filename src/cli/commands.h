@@ -46,13 +46,13 @@ void AddDump(CLI::App& app, CommandContext& context);
 
 // ---- What several commands share.
 
-// Opens a clone file; kExitDone, or the code of the error that was said.
+// Opens a clone file, also from a pipe or "-"; kExitDone, or the code of the error that was said.
 int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document);
-// Whether a path is taken, also by a broken link.
-bool FileIsThere(const std::string& path);
-// Writes a result to standard output; kExitCannotWrite when it takes no more.
+// Writes a result to standard output; kExitCannotWrite (said) when it takes no more. A reader that
+// goes away early is no error.
 int Print(CommandContext& context, std::string_view text);
 
-inline constexpr const char* kClonePathHelp = "clone file (*.Q40)";
+inline constexpr const char* kClonePathHelp = "clone file (*.Q40), - for standard input";
+inline constexpr const char* kNewClonePathHelp = "clone file (*.Q40), - for standard output";
 
 }  // namespace q40

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/ioctl.h>
 #include <system_error>
@@ -39,7 +40,24 @@ void Console::Say(std::string_view text) {
 }
 
 bool Console::Result(std::string_view text) {
-  return std::fwrite(text.data(), 1, text.size(), out_) == text.size() && std::fflush(out_) == 0;
+  const bool taken =
+      std::fwrite(text.data(), 1, text.size(), out_) == text.size() && std::fflush(out_) == 0;
+  output_error_ = taken ? 0 : errno;
+  return taken;
+}
+
+std::string Console::OutputProblem() const {
+  if (output_error_ == EBADF) return "standard output is closed";
+  return "standard output takes no more: " + std::generic_category().message(output_error_);
+}
+
+bool Console::TakesResults() {
+  const int handle = fileno(out_);
+  if (handle < 0) return true;  // in memory
+  const int flags = fcntl(handle, F_GETFL);
+  if (flags >= 0 && (flags & O_ACCMODE) != O_RDONLY) return true;
+  output_error_ = EBADF;
+  return false;
 }
 
 void Console::Note(std::string_view text) {

@@ -1,6 +1,7 @@
 // Where rxq40ctl speaks: results on one stream, messages and progress on the other.
 #pragma once
 
+#include <cerrno>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -20,6 +21,11 @@ class Console {
 
   // A result, pushed out at once. False when its stream takes no more.
   bool Result(std::string_view text);
+  // Why: its reader has gone, as `head` does, and has what it wanted; or this.
+  [[nodiscard]] bool ReaderIsGone() const { return output_error_ == EPIPE; }
+  [[nodiscard]] std::string OutputProblem() const;
+  // Whether results can be printed at all; a full disk shows later.
+  bool TakesResults();
   // What happens, and what is worth knowing.
   void Note(std::string_view text);
   // What went wrong, and what to try next. Returns `code`, so that a command can end with it.
@@ -39,6 +45,7 @@ class Console {
   bool terminal_;
   bool colour_;
   bool bar_shown_ = false;
+  int output_error_ = 0;  // errno of the last result
   std::string job_;
 };
 

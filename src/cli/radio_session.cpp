@@ -106,6 +106,7 @@ int RadioSession::Dump(int first_block, int count) {
     if (const int code = Print(context_, line)) {
       return link_.StopRequested() ? static_cast<int>(kExitInterrupted) : code;
     }
+    if (console.ReaderIsGone()) break;
   }
   return kExitDone;
 }

@@ -2,9 +2,11 @@
 // a file to the disk.
 #include "files/file_system.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
 
 #ifdef _WIN32
@@ -13,6 +15,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
+#ifdef __linux__
+#include <sys/xattr.h>
 #endif
 
 namespace q40 {
@@ -24,23 +29,16 @@ bool StoreReason(const std::error_code& error) {
   return !error;
 }
 
-// Only root may give a file away, and only root need: a user's file must not become root's. A disk that
-// knows no owners is no reason to fail.
-void KeepOwner([[maybe_unused]] const std::string& pattern,
-               [[maybe_unused]] const std::string& path) {
-#ifndef _WIN32
-  struct stat owner {};
-  if (geteuid() != 0 || stat(pattern.c_str(), &owner) != 0) return;
-  [[maybe_unused]] const int kept = chown(path.c_str(), owner.st_uid, owner.st_gid);
+#ifdef __linux__
+constexpr const char* kAccessList = "system.posix_acl_access";
 #endif
-}
 
 class NewFiles final : public FileSystem {
  public:
   bool Rename(const std::string& from, const std::string& to) override {
 #ifdef RENAME_NOREPLACE
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-    if (errno != EINVAL && errno != ENOSYS) return false;
+    if (!IsUnsupported(errno)) return false;
 #endif
     return RenameWhereNothingIs(from, to);
   }
@@ -48,13 +46,23 @@ class NewFiles final : public FileSystem {
 
 }  // namespace
 
+bool IsUnsupported(int error) {
+  constexpr int kReasons[] = {EINVAL, ENOSYS, ENOTSUP, EOPNOTSUPP, EROFS};
+  return std::find(std::begin(kReasons), std::end(kReasons), error) != std::end(kReasons);
+}
+
 bool FileSystem::MayWrite(const std::string& path) {
   std::FILE* file = std::fopen(path.c_str(), "r+b");
   return file != nullptr && std::fclose(file) == 0;
 }
 
-std::FILE* FileSystem::Create(const std::string& path) {
+std::FILE* FileSystem::Create(const std::string& path, [[maybe_unused]] std::uint32_t mode) {
+#ifdef _WIN32
   std::FILE* file = std::fopen(path.c_str(), "wbx");
+#else
+  const int handle = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+  std::FILE* file = handle < 0 ? nullptr : fdopen(handle, "wb");
+#endif
   if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
   return file;
 }
@@ -68,8 +76,7 @@ bool FileSystem::Sync(std::FILE* file) {
 #ifdef _WIN32
   return _commit(_fileno(file)) == 0;
 #else
-  // A file system without fsync (EINVAL) has nothing to push.
-  return fsync(fileno(file)) == 0 || errno == EINVAL;
+  return fsync(fileno(file)) == 0;
 #endif
 }
 
@@ -81,13 +88,49 @@ std::int64_t FileSystem::Size(const std::string& path) {
   return StoreReason(error) ? static_cast<std::int64_t>(size) : -1;
 }
 
-bool FileSystem::CopyRights(const std::string& pattern, const std::string& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(pattern, error);
-  if (!StoreReason(error)) return false;
-  KeepOwner(pattern, path);  // first: a new owner clears some of the permissions
-  fs::permissions(path, status.permissions(), error);
-  return StoreReason(error);
+bool FileSystem::Rights([[maybe_unused]] const std::string& path, FileRights& rights) {
+  rights = {};
+#ifndef _WIN32
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) return false;
+  rights = {status.st_uid, status.st_gid, status.st_mode & 07777U, {}};
+#endif
+#ifdef __linux__
+  const ssize_t size = getxattr(path.c_str(), kAccessList, nullptr, 0);
+  rights.access_list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+  if (size > 0 && getxattr(path.c_str(), kAccessList, rights.access_list.data(),
+                           rights.access_list.size()) != size) {
+    return false;
+  }
+#endif
+  return true;
+}
+
+bool FileSystem::SetOwner([[maybe_unused]] std::FILE* file, [[maybe_unused]] std::uint32_t owner,
+                          [[maybe_unused]] std::uint32_t group) {
+#ifndef _WIN32
+  return fchown(fileno(file), owner, group) == 0;
+#else
+  return true;
+#endif
+}
+
+bool FileSystem::SetAccessList([[maybe_unused]] std::FILE* file,
+                               [[maybe_unused]] const std::string& list) {
+#ifdef __linux__
+  if (list.empty()) return fremovexattr(fileno(file), kAccessList) == 0;
+  return fsetxattr(fileno(file), kAccessList, list.data(), list.size(), 0) == 0;
+#else
+  return true;
+#endif
+}
+
+bool FileSystem::SetMode([[maybe_unused]] std::FILE* file, [[maybe_unused]] std::uint32_t mode) {
+#ifndef _WIN32
+  return fchmod(fileno(file), mode) == 0;
+#else
+  return true;
+#endif
 }
 
 bool FileSystem::Rename(const std::string& from, const std::string& to) {

@@ -8,6 +8,9 @@
 #include <random>
 #include <system_error>
 
+#include "files/file_rights.h"
+#include "files/standard_streams.h"
+
 namespace q40 {
 namespace fs = std::filesystem;
 namespace {
@@ -36,21 +39,6 @@ std::string NotAFile(const fs::file_status& status) {
   }
 }
 
-// The file that a path stands for when it is a symbolic link, also one whose target does not exist
-// yet; otherwise the path itself. The links in /proc name open streams, and are not followed.
-std::string Resolved(const std::string& path) {
-  constexpr int kLongestChain = 40;
-  fs::path target = path;
-  std::error_code error;
-  for (int i = 0; i < kLongestChain && fs::is_symlink(target, error); ++i) {
-    if (target.string().starts_with("/proc/")) break;
-    const fs::path next = fs::read_symlink(target, error);
-    if (error) break;
-    target = next.is_absolute() ? next : target.parent_path() / next;
-  }
-  return target.string();
-}
-
 std::string RandomSuffix() {
   constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz0123456789";
   constexpr int kLength = 8;
@@ -64,18 +52,10 @@ fs::path FolderOf(const fs::path& file) {
   return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-}  // namespace
-
-std::optional<FileProblem> ReadFile(const std::string& path, std::size_t limit,
-                                    std::string& content) {
-  content.clear();
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::none) return Unreadable(path, error.message());
-  if (std::string why = NotAFile(status); !why.empty()) return Unreadable(path, std::move(why));
-
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (file == nullptr) return Unreadable(path, Reason(errno));
+// Up to `limit` bytes of a file that has been opened, and closes it.
+std::optional<FileProblem> ReadAll(std::FILE* file, const std::string& name, std::size_t limit,
+                                   std::string& content) {
+  if (file == nullptr) return Unreadable(name, errno == EBADF ? "is closed" : Reason(errno));
   constexpr std::size_t kPiece = 65536;
   std::size_t got = 0;
   do {
@@ -85,8 +65,34 @@ std::optional<FileProblem> ReadFile(const std::string& path, std::size_t limit,
   content.resize(got);
   const int failure = std::ferror(file) != 0 ? errno : 0;
   std::fclose(file);
-  if (failure != 0) return Unreadable(path, Reason(failure));
+  if (failure != 0) return Unreadable(name, Reason(failure));
   return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<FileProblem> ReadFile(const std::string& path, std::size_t limit,
+                                    std::string& content) {
+  content.clear();
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::none) return Unreadable(path, error.message());
+  if (std::string why = NotAFile(status); !why.empty()) return Unreadable(path, std::move(why));
+  return ReadAll(std::fopen(path.c_str(), "rb"), path, limit, content);
+}
+
+std::optional<FileProblem> ReadInput(const std::string& path, std::size_t limit,
+                                     std::string& content) {
+  content.clear();
+  if (const auto number = StreamNumber(path, StreamUse::kRead)) {
+    return ReadAll(OpenStream(*number, StreamUse::kRead), InputName(path), limit, content);
+  }
+  if (!IsPipe(path)) return ReadFile(path, limit, content);
+  return ReadAll(std::fopen(path.c_str(), "rb"), path, limit, content);
+}
+
+std::string InputName(const std::string& path) {
+  return path == kStandardStream ? "standard input" : path;
 }
 
 FileReplacement::~FileReplacement() {
@@ -101,7 +107,7 @@ std::optional<FileProblem> FileReplacement::Failed(std::string_view doing) const
 std::optional<FileProblem> FileReplacement::Open(const std::string& path) {
   path_ = path;
   target_ = Resolved(path);
-  if (target_.starts_with("/proc/")) {  // as /dev/stdout: to replace its file would lose that one
+  if (IsInProc(target_)) {  // as /dev/stdout: to replace its file would lose that one
     return Unwritable(path, "is an open stream, not a file");
   }
   const fs::path target = target_;
@@ -112,13 +118,22 @@ std::optional<FileProblem> FileReplacement::Open(const std::string& path) {
     return Unwritable(path, std::move(why));
   }
 
-  // Only the folder's rights would count for the rename; a protected file is meant to stay.
-  if (fs::exists(target, error) && !system_.MayWrite(target_)) return Failed("be written");
+  if (fs::exists(target, error)) {
+    // Only the folder's rights would count for the rename; a protected file is meant to stay.
+    if (!system_.MayWrite(target_)) return Failed("be written");
+    if (!system_.Rights(target_, old_.emplace())) return Failed("keep its access rights");
+  }
+  return CreateBeside();
+}
 
+std::optional<FileProblem> FileReplacement::CreateBeside() {
+  constexpr std::uint32_t kPermissions = 0777;
+  constexpr std::uint32_t kNewFile = 0666;
+  const std::uint32_t mode = old_ ? old_->mode & kPermissions : kNewFile;
   constexpr int kTries = 16;
   for (int i = 0; i < kTries && file_ == nullptr; ++i) {
-    const fs::path beside = FolderOf(target) / (".q40-" + RandomSuffix() + ".tmp");
-    file_ = system_.Create(beside.string());
+    const fs::path beside = FolderOf(target_) / (".q40-" + RandomSuffix() + ".tmp");
+    file_ = system_.Create(beside.string(), mode);
     if (file_ != nullptr) temporary_ = beside.string();
     if (file_ == nullptr && errno != EEXIST) break;
   }
@@ -130,7 +145,7 @@ std::optional<FileProblem> FileReplacement::Store(std::string_view content) {
   if (system_.Write(file_, content) != content.size()) return Failed("write");
   // A full disk may show only here, or only in the size: both are looked at before the old file
   // goes.
-  if (!system_.Sync(file_)) return Failed("write");
+  if (!system_.Sync(file_) && !IsUnsupported(errno)) return Failed("write");
   std::FILE* file = file_;
   file_ = nullptr;
   if (!system_.Close(file)) return Failed("write");
@@ -144,11 +159,11 @@ std::optional<FileProblem> FileReplacement::Store(std::string_view content) {
 }
 
 std::optional<FileProblem> FileReplacement::Commit(std::string_view content) {
-  if (auto problem = Store(content)) return problem;
-  std::error_code error;
-  if (fs::exists(target_, error) && !system_.CopyRights(target_, temporary_)) {
+  // First, so that nobody reads the content who may not.
+  if (old_ && !KeepRights(system_, *old_, file_, temporary_)) {
     return Failed("keep its access rights");
   }
+  if (auto problem = Store(content)) return problem;
   if (!system_.Rename(temporary_, target_)) return Failed("replace the file");
   temporary_.clear();
   // The new file is in place. That its name may not survive a power cut is no reason to call the

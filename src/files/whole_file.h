@@ -15,6 +15,13 @@ namespace q40 {
 [[nodiscard]] std::optional<FileProblem> ReadFile(const std::string& path, std::size_t limit,
                                                   std::string& content);
 
+// The same for a program that its user lets wait. The path may also be a pipe, name a stream that is
+// open already, or be "-" for standard input.
+[[nodiscard]] std::optional<FileProblem> ReadInput(const std::string& path, std::size_t limit,
+                                                   std::string& content);
+// What messages call such a path.
+[[nodiscard]] std::string InputName(const std::string& path);
+
 // A file that is about to be replaced. The temporary file beside the target exists from Open to
 // Commit; until the last step of Commit the target is untouched, and afterwards it is complete. A
 // symbolic link is followed: the file it names is replaced, the link stays.
@@ -29,10 +36,12 @@ class FileReplacement {
   // missing or closed to us.
   [[nodiscard]] std::optional<FileProblem> Open(const std::string& path);
 
-  // Writes, pushes to the disk, compares the size, renames. Once, after a successful Open.
+  // Takes over the old file's rights, writes, pushes to the disk, compares the size, renames. Once,
+  // after a successful Open.
   [[nodiscard]] std::optional<FileProblem> Commit(std::string_view content);
 
  private:
+  std::optional<FileProblem> CreateBeside();
   std::optional<FileProblem> Store(std::string_view content);
   [[nodiscard]] std::optional<FileProblem> Failed(std::string_view doing) const;
 
@@ -41,6 +50,7 @@ class FileReplacement {
   std::string target_;     // what it stands for, links resolved
   std::string temporary_;  // empty when there is none
   std::FILE* file_ = nullptr;
+  std::optional<FileRights> old_;  // of the target, when there is one
 };
 
 // Whether `path` could be replaced now; leaves nothing behind. Long jobs ask first.
