@@ -119,6 +119,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void Open();
   void OpenCloneFile(const std::string& path);
   void OpenAfterQuestion(const std::string& path);
+  void OpenRecentFile(const std::string& path);
   void FillRecentFiles(QMenu& menu);
   void SaveCommand();
   void SaveAs();
@@ -129,8 +130,10 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   bool SaveTo(const std::string& path, int model);
   void DataError(const FileProblem& problem);
   bool AskToSave() override;
-  enum class FileDialog : unsigned char { kOpen, kSave };
-  std::string AskPath(FileDialog kind, const char* filter, const char* extension);
+  enum class FileDialog : unsigned char { kOpen, kSaveAs, kImport, kExport };
+  std::string AskPath(FileDialog kind);
+  bool MayReplace(const std::string& path);
+  bool IsNoCloneFile(const std::string& path);
 
   // ---- radio commands (frm_main_radio.cpp)
   void AutoSelect();

@@ -5,7 +5,6 @@
 #include <optional>
 #include <system_error>
 
-#include "app/tables/models.h"
 #include "cli/commands.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
@@ -58,13 +57,6 @@ void NotePassedOver(Console& console, const ImportReport& report) {
   if (more > 0) console.Note("and " + std::to_string(more) + " more");
 }
 
-// A slip of the hand between two names must not cost a clone file.
-bool IsCloneFile(const std::string& path) {
-  constexpr std::size_t kHeaderLength = 32;
-  std::string text;
-  return !ReadFile(path, kHeaderLength, text) && FindHeaderLine(text);
-}
-
 int RunExport(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
@@ -72,6 +64,7 @@ int RunExport(CommandContext& context, const Arguments& arguments) {
   if (arguments.csv == kStandardStream || arguments.csv == "/dev/stdout") {
     return Print(context, text);
   }
+  // A slip of the hand between two names must not cost a clone file.
   if (IsCloneFile(arguments.csv)) {
     return context.console.Error(kExitUsage, arguments.csv +
                                                  " is a clone file. Name another file for the "

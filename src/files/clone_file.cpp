@@ -174,6 +174,11 @@ OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDo
   return result;
 }
 
+bool IsCloneFile(const std::string& path) {
+  std::string text;
+  return !ReadFile(path, kCloneLineLength, text) && FindHeaderLine(text);
+}
+
 OpenResult OpenCloneFile(const std::string& path, CloneDocument& document) {
   std::string text;
   if (auto problem = ReadFile(path, kLongestCloneFile, text)) return Refused(std::move(*problem));

@@ -66,6 +66,9 @@ OpenResult OpenCloneFile(const std::string& path, CloneDocument& document);
 // The same from a text. `path` only names the file in the problem.
 OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document);
 
+// Whether the file at `path` begins with the header of a clone file.
+[[nodiscard]] bool IsCloneFile(const std::string& path);
+
 // The 456 lines of a document under the header of `model` (0..3). Rebuilds the document's settings
 // lines from its settings values. No value for another model, and for data that no file can hold.
 [[nodiscard]] std::optional<std::string> CloneFileText(CloneDocument& document, int model);
