@@ -49,11 +49,9 @@ std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
   return CheckCsvSize(text, NameOf(path));
 }
 
-void NotePassedOver(Console& console, const ImportReport& report) {
-  for (const auto& record : report.passed_over) {
-    console.Note("line " + std::to_string(record.line) + ": passed over, " + record.why);
-  }
-  const int more = report.passed_over_count - static_cast<int>(report.passed_over.size());
+void TellNotes(Console& console, const ImportReport& report) {
+  for (const ImportNote& note : report.notes) console.Note(note.Message());
+  const int more = report.note_count - static_cast<int>(report.notes.size());
   if (more > 0) console.Note("and " + std::to_string(more) + " more");
 }
 
@@ -86,7 +84,7 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
   std::string text;
   if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
   const ImportReport report = ImportChannels(text, document.image);
-  NotePassedOver(context.console, report);
+  TellNotes(context.console, report);
   if (const auto problem = ProblemOf(report, NameOf(arguments.csv))) {
     return context.console.Error(*problem);
   }

@@ -201,6 +201,11 @@ bool HoldsNextRecord(const Items& items) {
   return false;
 }
 
+void AddNote(ImportReport& report, ImportNote note) {
+  ++report.note_count;
+  if (report.notes.size() < kNotesListed) report.notes.push_back(std::move(note));
+}
+
 class Importer {
  public:
   Importer(std::string_view text, CloneImage image) : items_(text), image_(std::move(image)) {}
@@ -211,6 +216,9 @@ class Importer {
       if (*item == kModelItem) Record();
     }
     report_.unclosed_quote_line = items_.UnclosedLine();
+    if (report_.memory_records + report_.special_records == 0) {
+      report_.no_list = "no channel of an RX-Q40 in it";
+    }
     ShowBand(image_, image_.ShownBand);
     return std::move(image_);
   }
@@ -219,9 +227,7 @@ class Importer {
  private:
   void PassOver(std::string why) {
     ++report_.passed_over_count;
-    if (report_.passed_over.size() < kPassedOverListed) {
-      report_.passed_over.push_back({line_, std::move(why)});
-    }
+    AddNote(report_, {line_, {}, "passed over, " + why});
   }
 
   // One record behind its MODEL item. Every return leaves the reader where the next MODEL item may
@@ -264,7 +270,7 @@ class Importer {
     if (record.Number(kKind, Field::kSkip) == 1) record.cellText[0].insert(0, 1, '*');
     image_.MemoryTable[row] = std::move(record);
     image_.ChannelInUse[row] = true;
-    report_.imported[row] = true;
+    report_.imported[row] = line_;
     ++report_.memory_records;
   }
 
@@ -281,6 +287,7 @@ class Importer {
     }
     set[static_cast<std::size_t>(k)] = std::move(record);
     SetStoredPresent(image_, band, present);
+    report_.imported_special[static_cast<std::size_t>(band)][static_cast<std::size_t>(k)] = line_;
     ++report_.special_records;
   }
 
@@ -318,6 +325,32 @@ ImportReport ImportChannels(std::string_view text, CloneImage& image) {
   CloneImage imported = importer.Run();
   if (importer.report().unclosed_quote_line == 0) image = std::move(imported);
   return importer.report();
+}
+
+std::string ImportNote::Message() const {
+  return "line " + std::to_string(line) + (item.empty() ? "" : ", " + item) + ": " + text;
+}
+
+bool ImportReport::Whole() const {
+  return no_list.empty() && unclosed_quote_line == 0 && note_count == loss_count;
+}
+
+void ImportReport::AddLoss(const ListedChannel& channel, std::string_view field, std::string text) {
+  const auto row = static_cast<std::size_t>(channel.index);
+  const int line = channel.kind == ChannelKind::kMemory
+                       ? imported[row]
+                       : imported_special[static_cast<std::size_t>(channel.band)][row];
+  if (line == 0) return;
+  const auto* const column = std::find_if(kColumns.begin(), kColumns.end(), [&](const Column& c) {
+    return FieldName(c.field) == field;
+  });
+  const std::string_view heading = column == kColumns.end() ? field : column->heading;
+  ++note_count;
+  ++loss_count;
+  if (notes.size() >= kNotesListed) return;
+  const auto place = std::upper_bound(notes.begin(), notes.end(), line,
+                                      [](int l, const ImportNote& note) { return l < note.line; });
+  notes.insert(place, {line, std::string(heading), std::move(text), channel});
 }
 
 std::optional<FileProblem> CheckCsvSize(std::string_view text, const std::string& name) {

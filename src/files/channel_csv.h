@@ -18,21 +18,52 @@ namespace q40 {
 // Lines end with CR LF; every item is quoted. Texts stand under the heading of their meaning.
 std::string ExportChannels(const CloneImage& image);
 
+// The channel that a record of a list names.
+struct ListedChannel {
+  ChannelKind kind = ChannelKind::kMemory;
+  Band band = Band::kVhf;  // of a special channel; VHF elsewhere
+  int index = 0;           // memory channel, or row of the special set
+
+  bool operator==(const ListedChannel&) const = default;
+};
+
+// Something in a list that is not stored as it is written, or not stored at all.
+struct ImportNote {
+  int line = 0;      // on which the record begins, counted from 1
+  std::string item;  // heading of its column, "FREQUENCY"; empty: the record as a whole
+  std::string text;  // "stored as 145.0000; written was "145,7125"". Without control characters.
+  std::optional<ListedChannel> channel{};  // where it went; no value when no channel took it
+
+  // "line 12, FREQUENCY: stored as 145.0000; written was "145,7125""
+  [[nodiscard]] std::string Message() const;
+};
+inline constexpr std::size_t kNotesListed = 1000;
+
+// What became of a list. The image is as prescribed whatever the notes say; they only tell.
 struct ImportReport {
-  std::array<bool, kMemoryChannelCount> imported{};  // memory channels that a record named
+  // Line of the record that set a channel, 0 when none did; of two records the later one.
+  std::array<int, kMemoryChannelCount> imported{};
+  std::array<std::array<int, kSpecialChannelCount>, 2> imported_special{};  // VHF, UHF
   int memory_records = 0;
   int special_records = 0;
-  // Records that were passed over or are doubtful, with the line of their first item. The first 20
-  // are listed, all are counted.
-  struct PassedOver {
-    int line = 0;
-    std::string why;  // "channel "210""
-  };
-  std::vector<PassedOver> passed_over;
-  int passed_over_count = 0;
+  int passed_over_count = 0;  // records that set no channel
+  // In the order of their lines. The first kNotesListed are listed, all are counted.
+  std::vector<ImportNote> notes;
+  int note_count = 0;
+  int loss_count = 0;  // how many of them came from AddLoss
+  // Why the text set no channel at all: "the columns are separated by semicolons; ...". Empty when
+  // it set one. It is not among the notes.
+  std::string no_list;
   int unclosed_quote_line = 0;  // 0: none. Otherwise the image is as it was.
+
+  // Whether everything in the list was understood. What the clone file will not keep of it (losses)
+  // is another matter.
+  [[nodiscard]] bool Whole() const;
+
+  // Adds what a check-up found about a channel: a value that was taken as written, but will not be
+  // kept. `field` is the field's name. Nothing when the list did not set the channel.
+  void AddLoss(const ListedChannel& channel, std::string_view field, std::string text);
 };
-inline constexpr std::size_t kPassedOverListed = 20;
 
 // Takes the channels of a CSV text into the image. Records are read item by item and need not begin
 // on a new line. What does not fit is passed over; an unknown word takes the fallback of its
