@@ -11,7 +11,7 @@ namespace {
 
 class Net : public Window {
  protected:
-  Net() { options_.backup_folder = folder_ / "data \xFF/backups"; }
+  Net() { options_.backup_folder = folder_ / "data/\xFF"; }
   // The window with a radio that has the faults, and a demo file with another dialer memory.
   void StartNet(const std::vector<std::string>& faults, bool back_up, bool verify) {
     Start(faults, SavedDemo());
