@@ -247,6 +247,7 @@ void frmMain::ShowDocument() {
   UpdateVFOData();
   ShowDialTexts();
   memory_->RedrawAll();
+  ForgetImportNotes();
   ShowStatus();
   CheckNewData();
 }

@@ -12,11 +12,8 @@
 #include "app/paths.h"
 #include "app/tables/models.h"
 #include "app/user_options.h"
-#include "editor/memory_page.h"
 #include "editor/message_box.h"
-#include "files/channel_csv.h"
 #include "files/clone_file.h"
-#include "files/whole_file.h"
 #include "image/defaults.h"
 #include "image/hex.h"
 #include "settings/settings_page1.h"
@@ -240,50 +237,6 @@ bool frmMain::SaveTo(const std::string& path, int model) {
   SetPath(path);
   UserOptions::AddRecentFile(path);
   return true;
-}
-
-// ---- CSV
-
-void frmMain::Export() {
-  const std::string path = AskPath(FileDialog::kExport);
-  if (path.empty()) return;
-  if (const auto problem = WriteFile(path, ExportChannels(document_.image))) {
-    return DataError(*problem);
-  }
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
-  // Intended: the next Save writes a clone file under this bare name.
-  SetPath(FileName(path));
-  Note(tr("Exported. The next Save writes a clone file named %1 into the working folder.")
-           .arg(Shown(path_)));
-}
-
-void frmMain::Import() {
-  if (HasChanges() && !AskToSave()) return;
-  const std::string path = AskPath(FileDialog::kImport);
-  if (path.empty()) return;
-  std::string text;
-  if (const auto problem = ReadFile(path, kLongestCsv + 1, text)) return DataError(*problem);
-  if (const auto problem = CheckCsvSize(text, path)) return DataError(*problem);
-  const ImportReport report = ImportChannels(text, document_.image);
-  if (const auto problem = ProblemOf(report, path)) return DataError(*problem);
-  UpdateVFOData();
-  memory_->grid().SelectRow(1);
-  memory_->RedrawAll();
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const auto row = static_cast<std::size_t>(n);
-    const bool skipped =
-        document_.image.MemoryTable[row].Number(ChannelKind::kMemory, Field::kSkip) == 1;
-    if (report.imported[row] && skipped) memory_->grid().cells().StarTitle(n);
-  }
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
-  SetPath({});
-  CheckNewData();
-  Note(tr("%1 memory and %2 special channel records imported, %3 passed over.")
-           .arg(report.memory_records)
-           .arg(report.special_records)
-           .arg(report.passed_over_count));
 }
 
 }  // namespace q40

@@ -236,13 +236,17 @@ void frmMain::ShowSettings() {
 void frmMain::ShowSpecialChannels() {
   settings1_->ShowBand(document_.image.ShownBand);
   UpdateVFOData();
+  ForgetImportNotes();
 }
 
 void frmMain::ShowDialText(int index) {
   settings2_->SetDialText(index, document_.dial[static_cast<std::size_t>(index)]);
 }
 
-void frmMain::ShowMemoryChannel(int n) { memory_->ShowReadChannel(n); }
+void frmMain::ShowMemoryChannel(int n) {
+  memory_->ShowReadChannel(n);
+  ForgetImportNotes();
+}
 
 // ---- the end of a sequence
 
