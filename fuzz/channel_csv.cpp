@@ -1,6 +1,8 @@
 // Channel lists: import, export, import again. The input is the CSV text.
 #include "files/channel_csv.h"
 
+#include <algorithm>
+
 #include "files/clone_file.h"
 #include "image/defaults.h"
 #include "target.h"
@@ -25,14 +27,19 @@ void Run(std::string_view text) {
     return;
   }
   CheckImage(image);
+  Check(report.notes.size() ==
+            std::min<std::size_t>(static_cast<std::size_t>(report.note_count), kNotesListed),
+        "every note is listed while there is room");
+  Check(std::is_sorted(report.notes.begin(), report.notes.end(),
+                       [](auto& a, auto& b) { return a.line < b.line; }),
+        "notes stand in the order of their lines");
 
   // The texts that an export shows are final from the first import on. The cells behind them are so
   // one import later: a PH or PL that is absent is emptied only when a record names it.
   const std::string once = ExportChannels(image);
   CloneImage second = image;
   const ImportReport again = ImportChannels(once, second);
-  Check(again.unclosed_quote_line == 0 && again.passed_over_count == 0,
-        "nothing of an export is passed over");
+  Check(again.Whole(), "everything in an export is understood");
   Check(again.special_records == 2 * kSpecialChannelCount &&
             again.memory_records == static_cast<int>(std::count(
                                         second.ChannelInUse.begin(),

@@ -17,6 +17,12 @@ using enum Field;
 
 constexpr auto kMemory = ChannelKind::kMemory;
 
+std::vector<std::string> Messages(const ImportReport& report) {
+  std::vector<std::string> messages;
+  for (const ImportNote& note : report.notes) messages.push_back(note.Message());
+  return messages;
+}
+
 // What follows the channel in a record, up to the name.
 const std::string kItems = ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal";
 const std::string kRest = kItems + ",,Off\r\n";
@@ -75,7 +81,8 @@ TEST(CsvImport, ExportedListsComeBackTheSame) {
     }
     CloneImage other = FreshDocument().image;
     other.TemplateChannel() = image.TemplateChannel();
-    EXPECT_EQ(ImportChannels(ExportChannels(image), other).passed_over_count, 0) << seed;
+    const ImportReport report = ImportChannels(ExportChannels(image), other);
+    EXPECT_TRUE(report.Whole()) << seed << testing::PrintToString(Messages(report));
     EXPECT_EQ(other.ChannelInUse, image.ChannelInUse) << seed;
     EXPECT_EQ(other.MemoryTable, image.MemoryTable) << seed;
     EXPECT_EQ(other.VhfSpecialSet, image.VhfSpecialSet) << seed;
@@ -102,7 +109,8 @@ TEST(CsvImport, VocabularyAndFallbacks) {
     for (const std::string& item : items) text += ",\"" + item + '"';
     return text + "\r\n";
   };
-  const auto expect = [&](std::size_t item, const char* text, int number, std::string_view cell) {
+  const auto expect = [&](std::size_t item, const char* text, int number, std::string_view cell,
+                          bool as_written) {
     const Field field = kReadingOrder[item];
     for (const auto& base : bases) {
       CloneImage image;
@@ -110,25 +118,45 @@ TEST(CsvImport, VocabularyAndFallbacks) {
       auto items = base;
       items[18] = "Off";
       items[item] = text;
-      ImportChannels(record(items), image);
+      const ImportReport report = ImportChannels(record(items), image);
+      EXPECT_EQ(report.Whole(), as_written) << item << " " << text;
       EXPECT_EQ(image.MemoryTable[1].Number(kMemory, field), number) << item << " " << text;
       EXPECT_EQ(image.MemoryTable[1].Text(kMemory, field), cell) << item << " " << text;
     }
   };
-  const std::tuple<std::size_t, const char*, int> cases[] = {
-      {1, "25KHz", 5},   {1, "7KHz", 2},   {2, "Tone", 1},  {2, "tone", 0},   {3, "250.30", 38},
-      {3, "88.6", 10},   {4, "67", 0},     {5, "25", 1},    {5, "999", 50},   {6, "754", 103},
-      {7, " +Shift", 2}, {7, "-Shift", 1}, {7, "Split", 3}, {7, " Split", 0}, {9, "On", 1},
-      {9, "yes", 0},     {10, "Hi", 2},    {10, "", 0},     {11, "3", 3},     {11, "10", 10},
-      {11, "11", 7},     {12, "10dB", 1},  {12, "20", 2},   {12, "30dB", 0},  {13, "Off", 0},
-      {13, "BS-1", 1},   {13, "", 2},      {14, "On", 1},   {15, "on", 0},    {16, "Narrow", 1},
-      {16, "?", 0}};
-  for (const auto& [item, text, code] : cases)
-    expect(item, text, code, CodeText(kReadingOrder[item], code));
-  expect(0, "*146", 1'460'000, "146.0000");
-  expect(0, "45.5", 455'000, "45.5000");
-  expect(0, "-5", 0, ".0000");
-  expect(8, "12.5", 125'000, "12.5000");
+  // Item, its text, the code; the last tells whether that is what was written.
+  const std::tuple<std::size_t, const char*, int, bool> cases[] = {
+      {1, "25KHz", 5, true},   {1, "7KHz", 2, false},   {1, "12.5kHz", 2, true},
+      {1, "25kHz", 2, false},  {2, "Tone", 1, true},    {2, "tone", 0, false},
+      {2, "none", 0, true},    {3, "250.30", 38, true}, {3, "88.6", 10, false},
+      {3, "88,5", 10, false},  {4, "67", 0, true},      {4, "67,0 hz", 0, true},
+      {5, "25", 1, true},      {5, "999", 50, false},   {5, "25N", 1, false},
+      {6, "754", 103, true},   {7, " +Shift", 2, true}, {7, "-Shift", 1, true},
+      {7, "Split", 3, true},   {7, " Split", 0, false}, {7, "#NAME?", 0, false},
+      {9, "On", 1, true},      {9, "yes", 0, false},    {10, "Hi", 2, true},
+      {10, "hi", 0, false},    {10, "", 0, false},      {11, "3", 3, true},
+      {11, "10", 10, true},    {11, "11", 7, false},    {11, "5.0", 7, false},
+      {11, "", 7, true},       {12, "10dB", 1, true},   {12, "20", 2, true},
+      {12, "30dB", 0, false},  {13, "Off", 0, true},    {13, "BS-1", 1, true},
+      {13, "", 2, false},      {14, "On", 1, true},     {15, "on", 0, false},
+      {16, "Narrow", 1, true}, {16, "?", 0, false}};
+  for (const auto& [item, text, code, as_written] : cases)
+    expect(item, text, code, CodeText(kReadingOrder[item], code), as_written);
+  const std::tuple<std::size_t, const char*, int, const char*, bool> numbers[] = {
+      {0, "*146", 1'460'000, "146.0000", true},
+      {0, "45.5", 455'000, "45.5000", true},
+      {0, "-5", 0, ".0000", false},
+      {0, "", 0, ".0000", false},
+      {0, "145,7125", 1'450'000, "145.0000", false},
+      {0, "145,0000", 1'450'000, "145.0000", true},
+      {0, "145.712500 MHz", 1'457'125, "145.7125", true},
+      {0, "145.71255", 1'457'126, "145.7126", false},
+      {0, "145abc", 1'450'000, "145.0000", false},
+      {0, "12E3", 120'000, "12.0000", false},
+      {8, "12.5", 125'000, "12.5000", true},
+      {8, "1.2.3", 12'000, "1.2000", false}};
+  for (const auto& [item, text, number, cell, as_written] : numbers)
+    expect(item, text, number, cell, as_written);
 
   CloneImage image;
   const ChannelRecord& channel = image.MemoryTable[1];
@@ -175,10 +203,86 @@ TEST(CsvImport, ForeignAndBrokenRecordsCostNothingElse) {
   const auto report = ImportChannels("MODEL,BANK\n\n\"other radio\",1,2\nRX-Q20,MEMORY,7" + kRest +
                                          "RX-Q40,MEMORY,210" + kRest + "RX-Q40,MEMORY,3" + kRest,
                                      image);
-  ASSERT_EQ(report.passed_over.size(), 1U);
-  EXPECT_EQ(report.passed_over[0].line, 5);
+  EXPECT_EQ(Messages(report),
+            (std::vector<std::string>{
+                "line 3: passed over to line 4: begins with \"other radio\" instead of \"RX-Q40\"",
+                "line 5: passed over, channel \"210\""}));
+  EXPECT_EQ(report.passed_over_count, 1);
   EXPECT_EQ(std::count(image.ChannelInUse.begin(), image.ChannelInUse.end(), true), 1);
   EXPECT_TRUE(image.ChannelInUse[3]);
+}
+
+// One list, and everything that is to be said of it.
+TEST(CsvImport, NotesNameTheLineTheColumnAndWhatWasWritten) {
+  using Notes = std::vector<std::string>;
+  const std::string one = "RX-Q40,MEMORY,1";
+  const std::pair<std::string, Notes> cases[] = {
+      {one + kRest + "RX-Q40,VFO VHF,PH,," + std::string(17, 'x') + std::string(17, ','), {}},
+      {one + kItems + ",ABCDEFGH,Off",
+       {R"(line 1, Name: stored as "ABCDEF"; written was "ABCDEFGH")"}},
+      {one + kItems + ",,yes", {R"(line 1, Skip: stored as Off; written was "yes")"}},
+      {one + kItems + ",\"A\"B,Off",
+       {R"(line 1, Name: passed over behind the closing quote: "B")"}},
+      {one + kRest + one + kRest,
+       {"line 2, CHANNEL: channel 1 stands in line 1 too; this record replaces that one"}},
+      {"RX-Q40,MEMORY,D12" + kRest, {R"(line 1, CHANNEL: stored as D2; written was "D12")"}},
+      {one + kItems + ",,Off,,x,y\n",
+       {R"(line 1: has more than 22 items; passed over from "x" on)"}},
+      {"RX-Q40,VFO UHF,PL,x" + kItems.substr(4) + ",No,On",
+       {R"(line 1, FREQUENCY: stored as .0000; written was "x")"}},
+      {"RX-Q40,VFO UHF,CALL" + kItems + ",X,Off",
+       {R"(line 1, Name: a special channel has none; written was "X")"}},
+      // A channel may have the name of the radio.
+      {one + kItems + ",RX-Q40,Off\n", {}},
+      {one + kItems + ",RX-Q40,MEMORY,2\n",
+       {R"(line 1, Skip: stored as Off; written was "MEMORY")",
+        "line 1: passed over, taken for the rest of channel 1 of line 1, which has 20 of 22 "
+        "items"}},
+      {one + kItems + ",A\nRX-Q40,MEMORY,2" + kRest,
+       {R"(line 1, Skip: stored as Off; written was "RX-Q40")",
+        "line 2: passed over, taken for the rest of channel 1 of line 1, which has 21 of 22 "
+        "items"}},
+      {"RX-Q40,MEMORY\nRX-Q40,MEMORY,2" + kRest + one + kRest,
+       {R"(line 1: passed over, channel "RX-Q40")",
+        "line 2: passed over, taken for the rest of the record of line 1, which has 2 of 22 "
+        "items"}},
+      {one + kItems + ",\"A" + kRest + "RX-Q40,MEMORY,2" + kItems + ",\"B\",Off",
+       {"line 1, Name: passed over inside the quotes of one item: 1 record; is a quote missing?",
+        R"(line 1, Name: passed over behind the closing quote: "B"")",
+        R"(line 1, Name: stored as "A,145,"; written was "A,145,5KHz,None,67,67,023,023,No...")"}}};
+  for (const auto& [text, expected] : cases) {
+    CloneImage image;
+    EXPECT_EQ(Messages(ImportChannels(text, image)), expected) << text;
+    EXPECT_EQ(image.ChannelInUse[1], text.find(one) != std::string::npos);
+    EXPECT_FALSE(image.ChannelInUse[2]);
+  }
+}
+
+TEST(CsvImport, WhatIsNoListSaysWhatItIs) {
+  const std::string list = "RX-Q40,MEMORY,1" + kRest;
+  const auto with = [](std::string text, char separator) {
+    std::replace(text.begin(), text.end(), ',', separator);
+    return text;
+  };
+  std::string wide = "\xFF\xFE";
+  for (const char c : with(list, '\t')) wide += {c, '\0'};
+  const std::pair<std::string, std::string_view> cases[] = {
+      {with(list, ';'), "columns are separated by semicolons; "},
+      {with("\"RX-Q40\",\"MEMORY\",\"1\"", ';') + ",7125\"",
+       "columns are separated by semicolons; "},
+      {with(list, '\t'), "columns are separated by tabs; "},
+      {wide, "the text is UTF-16; "},
+      {wide.substr(2), "the text is UTF-16; "},
+      {"", "no channel of an RX-Q40"},
+      {"dear diary;\nhello\n", "no channel of an RX-Q40"}};
+  for (const auto& [text, why] : cases) {
+    CloneImage image;
+    const ImportReport report = ImportChannels(text, image);
+    EXPECT_TRUE(report.no_list.starts_with(why)) << report.no_list;
+    EXPECT_EQ(report.note_count, 0);
+    EXPECT_FALSE(report.Whole());
+    EXPECT_EQ(image, CloneImage());
+  }
 }
 
 TEST(CsvImport, ARecordThatEndsAnywhereIsPassedOver) {
@@ -188,25 +292,8 @@ TEST(CsvImport, ARecordThatEndsAnywhereIsPassedOver) {
     CloneImage image;
     const auto report = ImportChannels(record.substr(0, end), image);
     ASSERT_EQ(report.passed_over_count, 1) << end;
-    EXPECT_EQ(report.passed_over[0].why, "items are missing");
+    EXPECT_EQ(report.notes.at(0).Message(), "line 1: passed over, items are missing");
     EXPECT_EQ(image, CloneImage());
-  }
-}
-
-// A channel may have the name of the radio.
-TEST(CsvImport, AShortRecordTakesTheNextOneInAndSaysSo) {
-  const std::pair<std::string, int> cases[] = {
-      // and the line that is passed over
-      {",145,5KHz\nRX-Q40,MEMORY,2" + kRest, 2},
-      {kItems + ",RX-Q40,MEMORY,2\n", 1},  // the skip item is missing, or the next record came
-      {kItems + ",RX-Q40,Off\n", 0}};
-  for (const auto& [rest, line] : cases) {
-    CloneImage image;
-    const auto report = ImportChannels("RX-Q40,MEMORY,1" + rest, image);
-    ASSERT_EQ(report.passed_over_count, line == 0 ? 0 : 1) << rest;
-    EXPECT_TRUE(line == 0 || report.passed_over[0].line == line) << rest;
-    EXPECT_TRUE(image.ChannelInUse[1]);
-    EXPECT_FALSE(image.ChannelInUse[2]);
   }
 }
 
@@ -219,14 +306,23 @@ TEST(CsvImport, AQuoteThatNeverClosesChangesNothing) {
   EXPECT_EQ(ProblemOf(report, "a.csv").value().line, 2);
 }
 
-TEST(CsvImport, ManyForeignRecordsAreCountedAndAFewListed) {
-  std::string text;
-  for (int i = 0; i < 1000; ++i) text += "RX-Q40,\"\x1B[2J" + std::string(5000, 'x') + "\"\n";
+TEST(CsvImport, AllNotesAreCountedAndTheFirstListed) {
+  std::string text = "RX-Q40,MEMORY,1" + kRest;
+  for (int i = 0; i < 998; ++i) text += "RX-Q40,\"\x1B[2J" + std::string(5000, 'x') + "\"\n";
   CloneImage image;
-  const auto report = ImportChannels(text, image);
-  EXPECT_EQ(report.passed_over_count, 1000);
-  ASSERT_EQ(report.passed_over.size(), 20U);
-  EXPECT_EQ(report.passed_over[0].why, "bank \"\\x1B[2J" + std::string(28, 'x') + "...\"");
+  ImportReport report = ImportChannels(text, image);
+  EXPECT_EQ(report.notes[0].text, "passed over, bank \"\\x1B[2J" + std::string(28, 'x') + "...\"");
+  // What a check-up finds stands at the line of the channel, under its column's heading.
+  const ListedChannel channel{kMemory, Band::kVhf, 1};
+  report.AddLoss({kMemory, Band::kVhf, 2}, "Step", "of a channel that the list does not name");
+  report.AddLoss(channel, "TxTone", "first");
+  report.AddLoss(channel, "Name", "second");
+  EXPECT_EQ(report.notes[0].Message(), "line 1, TXTONE: first");
+  EXPECT_EQ(report.notes[1].channel, channel);
+  report.AddLoss(channel, "Name", "one too many");
+  EXPECT_EQ(report.notes.size(), kNotesListed);
+  EXPECT_EQ(report.note_count, 1001);
+  EXPECT_EQ(report.loss_count, 3);
 }
 
 TEST(CsvImport, EmptyItemsOfTheRepeaterRowKeepWhatItDoesNotCarry) {

@@ -409,13 +409,26 @@ TEST_F(Ctl, ExportAndImport) {
       ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal,NEW,Off\n";
   test::Store(csv, "RX-Q40,MEMORY,210" + rest + "RX-Q40,MEMORY,0" + rest);
   const Result import = Run({"import", path, csv, "-o", folder_ / "b.Q40"});
-  EXPECT_EQ(import.code, 0);
+  EXPECT_EQ(import.code, kExitImportedInPart);
   EXPECT_NE(import.err.find("line 1: passed over, channel \"210\""), std::string::npos);
   EXPECT_EQ(test::Content(path), before);
   EXPECT_EQ(Run({"diff", path, folder_ / "b.Q40"}).code, 1);
 
-  for (const char* bad :
-       {"", "no channels here\n", "RX-Q40,MEMORY,abc,1\n", "RX-Q40,MEMORY,0,\"145"}) {
+  // What was understood, but is not kept, is told too; quietly in one line.
+  test::Store(csv, "RX-Q40,MEMORY,0,145,25KHz,None,67,67,023,023,Split" + rest.substr(33));
+  const Result loss = Run({"import", path, csv, "-o", folder_ / "c.Q40"});
+  EXPECT_EQ(loss.code, kExitImportedInPart);
+  EXPECT_NE(loss.err.find("line 1, STEP: The radio and the file store 25KHz"), std::string::npos);
+  EXPECT_NE(loss.err.find("line 1, SHIFT: The radio and the file store \"Split\""),
+            std::string::npos);
+  const Result quiet = Run({"--quiet", "import", path, csv, "-o", folder_ / "d.Q40"});
+  EXPECT_EQ(quiet.code, kExitImportedInPart);
+  EXPECT_EQ(quiet.err, "rxq40ctl: " + csv +
+                           ": imported, but the clone file does not keep all of it (2 notes)\n");
+  EXPECT_EQ(test::Content(folder_ / "c.Q40"), test::Content(folder_ / "d.Q40"));
+
+  for (const char* bad : {"", "no channels here\n", "RX-Q40;MEMORY;0;145\n",
+                          "RX-Q40,MEMORY,abc,1\n", "RX-Q40,MEMORY,0,\"145"}) {
     test::Store(csv, bad);
     EXPECT_EQ(Run({"import", path, csv}).code, kExitDataError) << bad;
     EXPECT_EQ(test::Content(path), before) << bad;

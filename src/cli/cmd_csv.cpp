@@ -5,6 +5,7 @@
 #include <optional>
 #include <system_error>
 
+#include "checkup/import_losses.h"
 #include "cli/commands.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
@@ -55,6 +56,21 @@ void TellNotes(Console& console, const ImportReport& report) {
   if (more > 0) console.Note("and " + std::to_string(more) + " more");
 }
 
+// The last words of an import that was saved. Those that not everything is as written are said in any
+// case.
+int TellResult(Console& console, const ImportReport& report, const std::string& csv,
+               const std::string& target) {
+  console.Note(std::to_string(report.memory_records) + " memory and " +
+               std::to_string(report.special_records) + " special channel records imported into " +
+               target);
+  if (report.note_count == 0) return kExitDone;
+  const std::string notes =
+      std::to_string(report.note_count) + (report.note_count == 1 ? " note" : " notes");
+  const std::string what =
+      report.Whole() ? "the clone file does not keep all of it" : "not all of it was understood";
+  return console.Error(kExitImportedInPart, csv + ": imported, but " + what + " (" + notes + ")");
+}
+
 int RunExport(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
@@ -83,22 +99,19 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   std::string text;
   if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
-  const ImportReport report = ImportChannels(text, document.image);
+  ImportReport report = ImportChannels(text, document.image);
+  const std::string csv = NameOf(arguments.csv);
+  if (const auto problem = ProblemOf(report, csv)) return context.console.Error(*problem);
+  AddLosses(document, report);
   TellNotes(context.console, report);
-  if (const auto problem = ProblemOf(report, NameOf(arguments.csv))) {
-    return context.console.Error(*problem);
-  }
-  if (report.memory_records + report.special_records == 0) {
-    return context.console.Error({FileProblem::Kind::kBadData, NameOf(arguments.csv), 0,
-                                  "no channel of an RX-Q40 in it; nothing was imported"});
+  if (!report.no_list.empty()) {
+    return context.console.Error(
+        {FileProblem::Kind::kBadData, csv, 0, report.no_list + ". Nothing was imported."});
   }
   if (const auto problem = SaveCloneFile(target, document, document.model)) {
     return context.console.Error(*problem);
   }
-  context.console.Note(std::to_string(report.memory_records) + " memory and " +
-                       std::to_string(report.special_records) +
-                       " special channel records imported into " + target);
-  return kExitDone;
+  return TellResult(context.console, report, csv, target);
 }
 
 }  // namespace
@@ -120,7 +133,9 @@ void AddImport(CLI::App& app, CommandContext& context) {
   command->add_option("CSV", arguments->csv, "CSV file, - for standard input")->required();
   command->add_option("-o,--output", arguments->out, "clone file to write instead of FILE")
       ->type_name("OUT");
-  command->footer("Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40");
+  command->footer(
+      "Exit code 9 when not all of the list was understood, or is kept; the notes say what.\n"
+      "Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40");
   command->callback([&context, arguments] { context.exit_code = RunImport(context, *arguments); });
 }
 

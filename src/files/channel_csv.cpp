@@ -1,55 +1,13 @@
 #include "files/channel_csv.h"
 
-#include <algorithm>
-
 #include "app/tables/grid_columns.h"
-#include "app/tables/values.h"
+#include "files/channel_csv_columns.h"
 #include "files/csv_text.h"
-#include "image/digits.h"
-#include "image/name_codes.h"
-#include "image/plain_text.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
 
-constexpr std::string_view kModelItem = "RX-Q40";  // for every variant
-constexpr std::string_view kMemoryBank = "MEMORY";
-constexpr std::string_view kNoName = "No";  // of a special channel
 constexpr std::string_view kLineEnd = "\r\n";
-
-constexpr std::string_view BankOf(Band band) { return band == Band::kVhf ? "VFO VHF" : "VFO UHF"; }
-
-struct Column {
-  std::string_view heading;
-  Field field;
-};
-
-// Items 4 to 22 of a record; MODEL, BANK and CHANNEL stand before them.
-constexpr std::array kColumns = {
-    Column{"FREQUENCY", Field::kFrequency},
-    Column{"STEP", Field::kStep},
-    Column{"TONE", Field::kTone},
-    Column{"TXTONE", Field::kTxTone},
-    Column{"RXTONE", Field::kRxTone},
-    Column{"TXDCS", Field::kTxDcs},
-    Column{"RXDCS", Field::kRxDcs},
-    Column{"SHIFT", Field::kShift},
-    Column{"SHIFT FREQUENCY", Field::kShiftFrequency},
-    Column{"Repeat", Field::kRpt},
-    Column{"Power", Field::kPower},
-    Column{"MID", Field::kMid},
-    Column{"ATT", Field::kAtt},
-    Column{"BS", Field::kBatterySave},
-    Column{"Clock", Field::kClock},
-    Column{"BCLO", Field::kBclo},
-    Column{"Bandwidth", Field::kBandwidth},
-    Column{"Name", Field::kName},
-    Column{"Skip", Field::kSkip},
-};
-using Items = std::array<std::string, kColumns.size()>;
-
-// ---- export
 
 // One record. An empty record (an absent PH or PL) gives empty texts.
 void AppendRecord(std::string& text, std::string_view bank, std::string_view channel,
@@ -58,7 +16,7 @@ void AppendRecord(std::string& text, std::string_view bank, std::string_view cha
     AppendCsvItem(text, item);
     text += ',';
   }
-  for (const Column& column : kColumns) {
+  for (const CsvColumn& column : kCsvColumns) {
     std::string item;
     if (column.field == Field::kSkip) {
       const bool skip = kind == ChannelKind::kMemory && record.Number(kind, Field::kSkip) == 1;
@@ -77,225 +35,15 @@ void AppendRecord(std::string& text, std::string_view bank, std::string_view cha
 }
 
 void AppendHeader(std::string& text) {
-  for (const std::string_view item : {"MODEL", "BANK", "CHANNEL"}) {
+  for (const std::string_view item : kFirstHeadings) {
     AppendCsvItem(text, item);
     text += ',';
   }
-  for (const Column& column : kColumns) {
+  for (const CsvColumn& column : kCsvColumns) {
     AppendCsvItem(text, column.heading);
     text += column.field == Field::kSkip ? kLineEnd : std::string_view(",");
   }
 }
-
-// ---- import
-
-// The entry of a value list that equals the item as a number; none: keep the code.
-std::optional<int> IndexByNumber(Field field, std::string_view item) {
-  const auto list = IndexListOf(field);
-  const auto number = LeadingNumber(item);
-  const auto found = std::find_if(list.begin(), list.end(), [&](std::string_view entry) {
-    return LeadingNumber(entry) == number;
-  });
-  if (found == list.end()) return std::nullopt;
-  return static_cast<int>(found - list.begin());
-}
-
-// Code of an item; no value: the channel keeps its own.
-std::optional<int> CodeOfItem(Field field, std::string_view item) {
-  constexpr std::size_t kShiftWordLength = 6;
-  switch (field) {
-    case Field::kFrequency:
-    case Field::kShiftFrequency: return LeadingFrequency(item);
-    case Field::kTxTone:
-    case Field::kRxTone:
-    case Field::kTxDcs:
-    case Field::kRxDcs: return IndexByNumber(field, item);
-    case Field::kStep: return FindText(IndexListOf(field), item);
-    case Field::kMid:
-      return FindText(IndexListOf(field),
-                      item.size() == 1 ? '0' + std::string(item) : std::string(item));
-    case Field::kShift:  // " -Shift": only the last six characters count
-      return CodeOfWord(field, item.substr(item.size() - std::min(item.size(), kShiftWordLength)));
-    case Field::kAtt: {
-      const auto number = LeadingNumber(item);
-      return number == 10 * kNumberScale ? 1 : number == 20 * kNumberScale ? 2 : 0;
-    }
-    case Field::kBatterySave: return item == "Off" ? 0 : item == "BS-1" ? 1 : 2;
-    case Field::kName: return item.empty() ? 0 : 1;
-    case Field::kSkip: return item == "On" ? 1 : 0;
-    default: return CodeOfWord(field, item);
-  }
-}
-
-// Cell text of a code, as the edit dialog writes it.
-std::string CellText(Field field, int code, const std::string& item) {
-  switch (field) {
-    case Field::kFrequency: return FrequencyText(code);
-    case Field::kShiftFrequency: return OffsetText(code);
-    case Field::kName: return FirstCharacters(item, kNameLength);
-    default: return std::string(CodeText(field, code));
-  }
-}
-
-void TakeItems(const Items& items, ChannelKind kind, bool repeater_row, ChannelRecord& record) {
-  for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    const Field field = kColumns[i].field;
-    if (!HasField(kind, field)) continue;
-    const std::string& item = items[i];
-    if (repeater_row && item.empty() && !CarriedInRepeaterRow(field)) continue;
-    const std::string_view plain = field == Field::kFrequency ? WithoutStar(Trimmed(item)) : item;
-    const int code = CodeOfItem(field, plain).value_or(record.Number(kind, field));
-    record.Set(kind, field, code, CellText(field, code, item));
-  }
-}
-
-// The number of a memory channel, 0..209. "D7" is 207: only the last character counts. The star of
-// a skipped channel and a fraction of zeros may stand around a number, nothing else.
-std::optional<int> MemoryChannelOf(std::string_view item) {
-  item = Trimmed(WithoutStar(Trimmed(item)));
-  if (item.starts_with('D')) {
-    if (!IsDigit(item.back())) return std::nullopt;
-    return kFirstDChannel + (item.back() - '0');
-  }
-  const std::size_t point = std::min(item.find('.'), item.size());
-  const std::string_view whole = item.substr(0, point);
-  const std::string_view fraction = item.substr(std::min(point + 1, item.size()));
-  if (!AreDigits(whole) || fraction.find_first_not_of('0') != std::string_view::npos) {
-    return std::nullopt;
-  }
-  const auto number = LeadingNumber(whole) / kNumberScale;
-  if (number >= kMemoryChannelCount) return std::nullopt;
-  return static_cast<int>(number);
-}
-
-// Where a record goes.
-struct Target {
-  ChannelKind kind = ChannelKind::kMemory;
-  Band band = Band::kVhf;
-  int index = 0;  // memory channel, or row of the special set
-};
-
-std::optional<Target> TargetOf(std::string_view bank, std::string_view channel) {
-  if (bank == kMemoryBank) {
-    const auto n = MemoryChannelOf(channel);
-    if (!n) return std::nullopt;
-    return Target{ChannelKind::kMemory, Band::kVhf, *n};
-  }
-  const auto title = std::find(kSpecialRowTitles.begin(), kSpecialRowTitles.end(), channel);
-  if (title == kSpecialRowTitles.end()) return std::nullopt;
-  const auto row = static_cast<int>(title - kSpecialRowTitles.begin());
-  return Target{ChannelKind::kSpecial, bank == BankOf(Band::kVhf) ? Band::kVhf : Band::kUhf, row};
-}
-
-bool IsBank(std::string_view item) {
-  return item == kMemoryBank || item == BankOf(Band::kVhf) || item == BankOf(Band::kUhf);
-}
-
-// Whether the next record begins among the items of one. A channel may have the name of the radio:
-// then no bank stands behind it.
-bool HoldsNextRecord(const Items& items) {
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    if (items[i] != kModelItem) continue;
-    if (kColumns[i].field != Field::kName || IsBank(items[i + 1])) return true;
-  }
-  return false;
-}
-
-void AddNote(ImportReport& report, ImportNote note) {
-  ++report.note_count;
-  if (report.notes.size() < kNotesListed) report.notes.push_back(std::move(note));
-}
-
-class Importer {
- public:
-  Importer(std::string_view text, CloneImage image) : items_(text), image_(std::move(image)) {}
-
-  // The image with the channels of the text; the report is complete afterwards.
-  CloneImage Run() {
-    while (const auto item = items_.Next()) {
-      if (*item == kModelItem) Record();
-    }
-    report_.unclosed_quote_line = items_.UnclosedLine();
-    if (report_.memory_records + report_.special_records == 0) {
-      report_.no_list = "no channel of an RX-Q40 in it";
-    }
-    ShowBand(image_, image_.ShownBand);
-    return std::move(image_);
-  }
-  [[nodiscard]] const ImportReport& report() const { return report_; }
-
- private:
-  void PassOver(std::string why) {
-    ++report_.passed_over_count;
-    AddNote(report_, {line_, {}, "passed over, " + why});
-  }
-
-  // One record behind its MODEL item. Every return leaves the reader where the next MODEL item may
-  // follow.
-  void Record() {
-    line_ = items_.Line();
-    const auto bank = items_.Next();
-    if (!bank) return PassOver("items are missing");
-    if (!IsBank(*bank)) return PassOver("bank " + Quoted(*bank));
-    const auto channel = items_.Next();
-    if (!channel) return PassOver("items are missing");
-    const auto target = TargetOf(*bank, *channel);
-    if (!target) return PassOver("channel " + Quoted(*channel));
-    Items items;
-    for (std::string& item : items) {
-      auto next = items_.Next();
-      if (!next) return PassOver("items are missing");
-      item = std::move(*next);
-    }
-    // Items are taken as they come, also from the next line. Worth a word, for two channels are now
-    // one.
-    if (HoldsNextRecord(items)) {
-      const std::string first = std::to_string(line_);
-      line_ = items_.Line();
-      PassOver("taken for the rest of the record of line " + first + ", which has too few items");
-    }
-    if (target->kind == ChannelKind::kMemory) {
-      StoreMemory(target->index, items);
-    } else {
-      StoreSpecial(target->band, target->index, items);
-    }
-  }
-
-  void StoreMemory(int n, const Items& items) {
-    constexpr auto kKind = ChannelKind::kMemory;
-    const auto row = static_cast<std::size_t>(n);
-    // The fields of an unused channel may be stale; a new channel starts from nothing.
-    ChannelRecord record = image_.ChannelInUse[row] ? image_.MemoryTable[row] : ChannelRecord();
-    TakeItems(items, kKind, false, record);
-    if (record.Number(kKind, Field::kSkip) == 1) record.cellText[0].insert(0, 1, '*');
-    image_.MemoryTable[row] = std::move(record);
-    image_.ChannelInUse[row] = true;
-    report_.imported[row] = line_;
-    ++report_.memory_records;
-  }
-
-  void StoreSpecial(Band band, int k, const Items& items) {
-    SpecialSet& set = SpecialStore(image_, band);
-    PresentPair present = StoredPresent(image_, band);
-    ChannelRecord record =
-        EffectivelyPresent(set, present, k) ? set[static_cast<std::size_t>(k)] : ChannelRecord();
-    TakeItems(items, ChannelKind::kSpecial, k == kRptRow, record);
-    if (k >= kPhRow) {
-      const bool in_use = record.Frequency() != 0;
-      present[static_cast<std::size_t>(k - kPhRow)] = in_use;
-      if (!in_use) record = {};  // as clearing PH or PL leaves it
-    }
-    set[static_cast<std::size_t>(k)] = std::move(record);
-    SetStoredPresent(image_, band, present);
-    report_.imported_special[static_cast<std::size_t>(band)][static_cast<std::size_t>(k)] = line_;
-    ++report_.special_records;
-  }
-
-  CsvItems items_;
-  CloneImage image_;
-  ImportReport report_;
-  int line_ = 0;
-};
 
 }  // namespace
 
@@ -318,39 +66,6 @@ std::string ExportChannels(const CloneImage& image) {
     AppendRecord(text, kMemoryBank, ChannelTitle(n), ChannelKind::kMemory, image.MemoryTable[row]);
   }
   return text;
-}
-
-ImportReport ImportChannels(std::string_view text, CloneImage& image) {
-  Importer importer(text, image);
-  CloneImage imported = importer.Run();
-  if (importer.report().unclosed_quote_line == 0) image = std::move(imported);
-  return importer.report();
-}
-
-std::string ImportNote::Message() const {
-  return "line " + std::to_string(line) + (item.empty() ? "" : ", " + item) + ": " + text;
-}
-
-bool ImportReport::Whole() const {
-  return no_list.empty() && unclosed_quote_line == 0 && note_count == loss_count;
-}
-
-void ImportReport::AddLoss(const ListedChannel& channel, std::string_view field, std::string text) {
-  const auto row = static_cast<std::size_t>(channel.index);
-  const int line = channel.kind == ChannelKind::kMemory
-                       ? imported[row]
-                       : imported_special[static_cast<std::size_t>(channel.band)][row];
-  if (line == 0) return;
-  const auto* const column = std::find_if(kColumns.begin(), kColumns.end(), [&](const Column& c) {
-    return FieldName(c.field) == field;
-  });
-  const std::string_view heading = column == kColumns.end() ? field : column->heading;
-  ++note_count;
-  ++loss_count;
-  if (notes.size() >= kNotesListed) return;
-  const auto place = std::upper_bound(notes.begin(), notes.end(), line,
-                                      [](int l, const ImportNote& note) { return l < note.line; });
-  notes.insert(place, {line, std::string(heading), std::move(text), channel});
 }
 
 std::optional<FileProblem> CheckCsvSize(std::string_view text, const std::string& name) {

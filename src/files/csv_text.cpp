@@ -62,7 +62,7 @@ std::optional<std::string> CsvItems::Next() {
   const bool quoted = rest_.substr(blanks).starts_with(kQuote);
   if (quoted) rest_.remove_prefix(blanks);
   std::string item = quoted ? QuotedItem() : PlainItem();
-  if (quoted) PlainItem();  // ignored up to the separator
+  ignored_ = quoted ? PlainItem() : std::string();
 
   after_comma_ = rest_.starts_with(',');
   if (after_comma_) {

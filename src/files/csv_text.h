@@ -21,6 +21,8 @@ class CsvItems {
 
   // Line (from 1) on which the item that Next returned last begins.
   [[nodiscard]] int Line() const { return item_line_; }
+  // What stood between its closing quote and the separator.
+  [[nodiscard]] const std::string& Ignored() const { return ignored_; }
   // Line of an item whose closing quote is missing (it then reaches to the end); 0: none.
   [[nodiscard]] int UnclosedLine() const { return unclosed_line_; }
 
@@ -31,6 +33,7 @@ class CsvItems {
   std::string PlainItem();
 
   std::string_view rest_;
+  std::string ignored_;
   int line_ = 1;
   int item_line_ = 0;
   int unclosed_line_ = 0;
