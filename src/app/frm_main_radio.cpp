@@ -55,7 +55,7 @@ QString Reason(const SequenceReport& report) {
   if (report.outcome == Outcome::kCommunicationError) text = report.where + ": " + text;
   if (!report.remedy.empty()) text += ' ' + report.remedy;
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-  return QString::fromStdString(text);
+  return Shown(text);  // it may name a device
 }
 
 }  // namespace
