@@ -32,7 +32,7 @@ std::string FoundByText(const std::filesystem::path& folder, const std::string& 
   std::error_code error;
   for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error)) {
-    const std::string found = entry->path().filename().string();
+    std::string found = entry->path().filename().string();
     if (QString::fromStdString(found) == text) return found;
   }
   return name;
