@@ -60,9 +60,10 @@ void Prepare(QFileDialog& dialog, const FileDialogRow& row, const std::string& p
   dialog.selectFile(QFile::decodeName(name.c_str()));
 }
 
-bool IsThere(const std::string& path) {
+// Not when somebody's rights hide it.
+bool IsGone(const std::string& path) {
   std::error_code error;
-  return std::filesystem::exists(path, error);
+  return std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
 }
 
 }  // namespace
@@ -120,7 +121,7 @@ std::string frmMain::AskPath(FileDialog kind) {
 // typed. So the suffix is ours to add, and a name that has got it ours to ask about.
 bool frmMain::MayReplace(const std::string& path) {
   const QString text = tr("%1 exists.\nDo you want to replace it?").arg(Shown(path));
-  return !IsThere(path) || Confirmed(this, "REPLACE OK", text.toUtf8().constData());
+  return IsGone(path) || Confirmed(this, "REPLACE OK", text.toUtf8().constData());
 }
 
 // A slip of the hand between two names must not cost a clone file.
@@ -205,7 +206,7 @@ void frmMain::FillRecentFiles(QMenu& menu) {
 }
 
 void frmMain::OpenRecentFile(const std::string& path) {
-  if (IsThere(path)) return OpenAfterQuestion(path);
+  if (!IsGone(path)) return OpenAfterQuestion(path);
   UserOptions::ForgetRecentFile(path);
   const QString text = tr("%1 is gone.\nRecent Files no longer names it.").arg(Shown(path));
   ShowMessage(this, QMessageBox::Information, "Recent Files", text.toUtf8().constData());
