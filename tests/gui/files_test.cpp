@@ -205,6 +205,7 @@ TEST_F(FileCommands, ExportTakesThePathOverAndImportForgetsIt) {
   EXPECT_EQ(RowTitle(kMemoryGrid, 3) + RowTitle(kMemoryGrid, 4), "2*3");
   EXPECT_EQ(Title(), kPlainTitle);
   EXPECT_EQ(Flags(), "--");
+  EXPECT_FALSE(Find<QAction>("mnuImportNotes").isEnabled());
   Trigger("mnuReMem");  // a redraw takes the star away: intended
   EXPECT_EQ(RowTitle(kMemoryGrid, 4), "3");
 }
