@@ -262,12 +262,16 @@ try_in_root() {
 
   say "Both packages"
   apt_in_root satisfy "$(depends_of rxq40)"
-  apt_in_root install shared-mime-info desktop-file-utils hicolor-icon-theme libglib2.0-bin
+  apt_in_root install shared-mime-info desktop-file-utils hicolor-icon-theme libglib2.0-bin \
+    qt6-gtk-platformtheme
   inventory "$root" "$work/before"
   install_in_root rxq40 rxq40ctl
   try_window
   try_file_type
-  if in_root sh -c '[ -c /dev/pts/ptmx ]'; then try_desktop; fi
+  if in_root sh -c '[ -c /dev/pts/ptmx ]'; then
+    try_desktop
+    try_native_dialogs
+  fi
   apt_in_root purge rxq40 rxq40ctl
   inventory "$root" "$work/after"
   compare_inventories

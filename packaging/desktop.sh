@@ -52,7 +52,6 @@ desktop_user='
   diff expected arrived'
 
 desktop_keys() {
-  local home=$1
   focus 'Korvex RX-Q40 Clone Utility - mine.Q40'
   sleep 2.5  # no command runs in the first two seconds
   press alt+t c
@@ -74,18 +73,66 @@ desktop_keys() {
   press ctrl+q
   focus '^Save Changes$'
   press alt+n
-  "${as_root[@]}" touch "$home/go-on"
+  "${as_root[@]}" touch "$root/tmp/home/go-on"
+}
+
+# on_display SCRIPT KEYS WHAT: the script of the user, beside the function that presses the keys.
+on_display() {
+  desktop_display
+  local result=0 user
+  (as_user "export DISPLAY=:$display_number; $1") &
+  user=$!
+  ("$2") || result=1
+  [ "$result" -eq 0 ] || "${as_root[@]}" touch "$root/tmp/home/go-on"
+  wait "$user" || result=1
+  kill "$display_process"
+  [ "$result" -eq 0 ] || fail "$3"
 }
 
 try_desktop() {
   echo "The window opens by its desktop entry; a radio is read, checked up, changed and written."
-  desktop_display
-  local result=0 user
-  (as_user "export DISPLAY=:$display_number; $desktop_user") &
-  user=$!
-  (desktop_keys "$root/tmp/home") || result=1
-  [ "$result" -eq 0 ] || "${as_root[@]}" touch "$root/tmp/home/go-on"
-  wait "$user" || result=1
-  kill "$display_process"
-  [ "$result" -eq 0 ] || fail "the window of the fresh system"
+  on_display "$desktop_user" desktop_keys "the window of the fresh system"
+}
+
+# The file dialog of a desktop asks about the name as it was typed, to which the program adds a suffix.
+native_user='
+  cd
+  export QT_QPA_PLATFORM=xcb XDG_CURRENT_DESKTOP=GNOME GSETTINGS_BACKEND=memory
+  rxq40ctl new --model RX-Q40T mine.Q40
+  echo precious | tee radio.Q40 >list.csv
+  rxq40 mine.Q40 &
+  window=$!
+  for _ in $(seq 600); do [ -e go-on ] && break; sleep 0.1; done
+  grep -q libgtk-3 /proc/$window/maps  # the dialogs were not our own
+  kill $window
+  [ "$(cat radio.Q40 list.csv)" = "$(printf "precious\nprecious")" ]'
+
+# refused KEY TITLE NAME: the command asks before it replaces the file; Cancel leads back to its dialog.
+refused() {
+  local tries=100  # no command runs in the first two seconds
+  until [ -n "$(keys search --onlyvisible --name "$2" 2>/dev/null)" ]; do
+    ((tries--)) || fail "no window \"$2\""
+    press "$1"
+  done
+  focus "$2"
+  press ctrl+a
+  keys type --delay 50 "$3"
+  press Return
+  focus '^REPLACE OK$'
+  press Return
+  focus "$2"
+  press Escape
+  focus 'Korvex RX-Q40 Clone Utility - mine.Q40'
+}
+
+native_keys() {
+  focus 'Korvex RX-Q40 Clone Utility - mine.Q40'
+  refused ctrl+shift+s '^Save As$' radio
+  refused ctrl+shift+e '^Export CSV$' list
+  "${as_root[@]}" touch "$root/tmp/home/go-on"
+}
+
+try_native_dialogs() {
+  echo "What exists is not replaced without a question, in the dialogs of a GTK desktop either."
+  on_display "$native_user" native_keys "the file dialogs of the desktop"
 }

@@ -1,37 +1,20 @@
-// The list of what the check-up found. Stays open beside the main window.
+// The list of what the check-up found.
 #pragma once
 
-#include <QWidget>
-
-#include "checkup/finding.h"
-
-class QLabel;
-class QTableWidget;
+#include "app/place_list.h"
 
 namespace q40 {
 
-class CheckUpWindow : public QWidget {
+class CheckUpWindow : public PlaceList {
   Q_OBJECT
 
  public:
   explicit CheckUpWindow(QWidget* owner);
 
-  // Shows the findings of a check-up in place of those before. The row that was current stays it, as
-  // far as there is one.
-  void ShowFindings(Findings findings);
+  void ShowFindings(const Findings& findings);
 
  signals:
   void checkRequested();
-  // Double click, or the Enter key, on a finding.
-  void placeChosen(const q40::Place& place);
-
- private:
-  void Choose();
-  void FillRow(int row, const Finding& finding);
-
-  QLabel* summary_;
-  QTableWidget* table_;
-  Findings findings_;
 };
 
 }  // namespace q40

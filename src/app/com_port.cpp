@@ -2,6 +2,7 @@
 
 #include <QTimer>
 
+#include "app/paths.h"
 #include "link/com_ports.h"
 #include "link/serial_port.h"
 #include "sim/demo_radio.h"
@@ -78,7 +79,7 @@ std::vector<ComPortState> ComPort::States() const {
 }
 
 QString ComPort::device() const {
-  return serial_ ? QString::fromStdString(serial_->device()) : tr("simulated radio");
+  return serial_ ? Shown(serial_->device()) : tr("simulated radio");
 }
 
 }  // namespace q40

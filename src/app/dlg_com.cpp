@@ -7,6 +7,8 @@
 #include <QRadioButton>
 #include <QTimer>
 
+#include "app/paths.h"
+
 namespace q40 {
 namespace {
 
@@ -37,6 +39,7 @@ dlgCOM::dlgCOM(int number, States states, QWidget* parent)
     option->setObjectName(QStringLiteral("opbCom_%1").arg(index));
     options_->addButton(option, index);
     devices_.push_back(new QLabel(this));
+    devices_.back()->setTextFormat(Qt::PlainText);
     plugged_in_.push_back(new QLabel(this));
     plugged_in_.back()->setObjectName(QStringLiteral("lblCom_%1").arg(index));
     grid->addWidget(option, index, 0);
@@ -70,11 +73,11 @@ dlgCOM::dlgCOM(int number, States states, QWidget* parent)
 void dlgCOM::ShowStates() {
   for (const ComPortState& state : states_()) {
     const auto at = static_cast<std::size_t>(state.number - 1);
-    const QString device = QString::fromStdString(state.device);
+    const QString device = Shown(state.device);
     devices_[at]->setText(device);
     plugged_in_[at]->setText(PresenceText(state));
     QAbstractButton* option = options_->button(state.number - 1);
-    option->setToolTip(device);
+    option->setToolTip(PlainToolTip(device));
     option->setAccessibleDescription(device + QStringLiteral(", ") + PresenceText(state));
   }
 }

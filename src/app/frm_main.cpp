@@ -16,6 +16,7 @@
 #include "app/frm_about.h"
 #include "app/help_window.h"
 #include "app/input_guard.h"
+#include "app/paths.h"
 #include "app/service_page.h"
 #include "app/user_options.h"
 #include "editor/dlg_modify.h"
@@ -246,6 +247,7 @@ void frmMain::ShowDocument() {
   UpdateVFOData();
   ShowDialTexts();
   memory_->RedrawAll();
+  ForgetImportNotes();
   ShowStatus();
   CheckNewData();
 }
@@ -325,7 +327,7 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event) {
 void frmMain::dropEvent(QDropEvent* event) {
   if (IsBusy()) return;
   event->acceptProposedAction();
-  const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
+  const std::string path = PathBytes(event->mimeData()->urls().front());
   // After the drop is over: a question must not keep the other program waiting.
   QTimer::singleShot(0, this, [this, path] {
     if (!IsBusy()) OpenAfterQuestion(path);

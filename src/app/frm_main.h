@@ -29,6 +29,7 @@ class CheckUpWindow;
 class dlgCOM;
 class dlgModify;
 class HelpWindow;
+class ImportNotes;
 class InputGuard;
 class MemoryPage;
 class ReportWindow;
@@ -37,6 +38,7 @@ class SettingsPage1;
 class SettingsPage2;
 class SpecialChannels;
 struct CommandRow;
+struct ImportReport;
 struct Place;
 
 struct MainOptions {
@@ -119,18 +121,27 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void Open();
   void OpenCloneFile(const std::string& path);
   void OpenAfterQuestion(const std::string& path);
+  void OpenRecentFile(const std::string& path);
   void FillRecentFiles(QMenu& menu);
   void SaveCommand();
   void SaveAs();
-  void Import();
-  void Export();
   bool Save();
   bool SaveWithDialog(int model);
   bool SaveTo(const std::string& path, int model);
   void DataError(const FileProblem& problem);
   bool AskToSave() override;
-  enum class FileDialog : unsigned char { kOpen, kSave };
-  std::string AskPath(FileDialog kind, const char* filter, const char* extension);
+  enum class FileDialog : unsigned char { kOpen, kSaveAs, kImport, kExport };
+  std::string AskPath(FileDialog kind);
+  bool MayReplace(const std::string& path);
+  bool IsNoCloneFile(const std::string& path);
+
+  // ---- channel lists (frm_main_import.cpp)
+  void Import();
+  void Export();
+  void ShowImported(const ImportReport& report);
+  void KeepImportNotes(const std::string& path, const ImportReport& report);
+  void ForgetImportNotes();
+  void ShowImportNotes();
 
   // ---- radio commands (frm_main_radio.cpp)
   void AutoSelect();
@@ -211,6 +222,7 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   HelpWindow* help_ = nullptr;
   ReportWindow* report_ = nullptr;
   CheckUpWindow* checkup_ = nullptr;
+  ImportNotes* import_notes_ = nullptr;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
   QLabel* model_label_ = nullptr;

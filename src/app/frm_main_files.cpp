@@ -4,29 +4,66 @@
 #include <QAction>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QStatusBar>
 
 #include "app/frm_main.h"
+#include "app/paths.h"
+#include "app/tables/models.h"
 #include "app/user_options.h"
-#include "editor/memory_page.h"
 #include "editor/message_box.h"
-#include "files/channel_csv.h"
 #include "files/clone_file.h"
-#include "files/whole_file.h"
 #include "image/defaults.h"
+#include "image/hex.h"
 #include "settings/settings_page1.h"
 
 namespace q40 {
 namespace {
 
+// What the four file dialogs differ in, in the order of FileDialog.
+struct FileDialogRow {
+  const char* title;
+  const char* filter;
+  const char* suffix;
+  bool saves;
+};
 constexpr const char* kCloneFilter = "Korvex RX-Q40 Clone Files (*.Q40);;All Files (*.*)";
 constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
+constexpr FileDialogRow kFileDialogs[] = {{"Open", kCloneFilter, ".Q40", false},
+                                          {"Save As", kCloneFilter, ".Q40", true},
+                                          {"Import CSV", kCsvFilter, ".csv", false},
+                                          {"Export CSV", kCsvFilter, ".csv", true}};
 
-std::string FileName(const std::string& path) {
-  return std::filesystem::path(path).filename().string();
+// A name with a dot has a suffix already.
+std::string WithSuffix(const std::string& path, const char* suffix) {
+  return FileName(path).find('.') == std::string::npos ? path + suffix : path;
+}
+
+// Name that a save dialog starts with: that of the file in the window, or of its model. A list and
+// the clone file of the same data differ in the suffix only.
+std::string OfferedName(const std::string& path, int model, const char* suffix) {
+  if (path.empty()) return std::string(ModelName(model)) + suffix;
+  const std::filesystem::path name = std::filesystem::path(path).filename();
+  const bool is_list = UpperCase(name.extension().string()) == ".CSV";
+  const bool wants_list = suffix == std::string_view(".csv");
+  return (is_list == wants_list ? name : name.stem() += suffix).string();
+}
+
+void Prepare(QFileDialog& dialog, const FileDialogRow& row, const std::string& path, int model) {
+  dialog.setNameFilters(QString::fromUtf8(row.filter).split(QStringLiteral(";;")));
+  const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+  dialog.setDirectory(folder.empty() ? QDir::currentPath() : QFile::decodeName(folder.c_str()));
+  if (!row.saves) return dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  const std::string name = OfferedName(path, model, row.suffix);
+  dialog.selectFile(QFile::decodeName(name.c_str()));
+}
+
+// Not when somebody's rights hide it.
+bool IsGone(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found;
 }
 
 }  // namespace
@@ -35,11 +72,10 @@ std::string FileName(const std::string& path) {
 
 void frmMain::SetPath(const std::string& path) {
   path_ = path;
-  std::string title(kWindowTitle);
-  if (!path.empty()) title += " - " + FileName(path);
+  QString title = Shown(kWindowTitle);
+  if (!path.empty()) title += QStringLiteral(" - ") + Shown(FileName(path));
   // "[*]" in a title is a mark of the toolkit's own.
-  setWindowTitle(
-      QString::fromStdString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+  setWindowTitle(title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
   ShowStatus();
 }
 
@@ -58,27 +94,43 @@ bool frmMain::AskToSave() {
 }
 
 void frmMain::DataError(const FileProblem& problem) {
-  Note(QString::fromStdString(problem.Message()));
+  Note(Shown(problem.Message()));
   ShowMessage(this, QMessageBox::Critical, kErrorTitle, kDataErrorText);
 }
 
 // Empty when the dialog was cancelled. Never changes the working directory.
-std::string frmMain::AskPath(FileDialog kind, const char* filter, const char* extension) {
-  QFileDialog dialog(this);
-  dialog.setNameFilters(QString::fromUtf8(filter).split(QStringLiteral(";;")));
-  const std::filesystem::path folder = std::filesystem::path(path_).parent_path();
-  dialog.setDirectory(folder.empty() ? QDir::currentPath()
-                                     : QString::fromStdString(folder.string()));
-  if (kind == FileDialog::kOpen) {
-    dialog.setWindowTitle(tr("Open"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-  } else {
-    dialog.setWindowTitle(tr("Save"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QString::fromUtf8(extension));
+std::string frmMain::AskPath(FileDialog kind) {
+  const FileDialogRow& row = kFileDialogs[static_cast<std::size_t>(kind)];
+  QFileDialog dialog(this, QString::fromUtf8(row.title));
+  Prepare(dialog, row, path_, document_.model);
+  while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    const QString chosen = dialog.selectedFiles().front();
+    std::string path = PathBytes(chosen);
+    if (!row.saves) return path;
+    path = WithSuffix(path, row.suffix);
+    const bool asked = path == QFile::encodeName(chosen).toStdString();
+    if ((kind != FileDialog::kExport || IsNoCloneFile(path)) && (asked || MayReplace(path))) {
+      return path;
+    }
+    dialog.selectFile(QFile::decodeName(path.c_str()));
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return dialog.selectedFiles().front().toStdString();
+  return {};
+}
+
+// A dialog asks before it lets an existing file be replaced, but some ask about the name as it was
+// typed. So the suffix is ours to add, and a name that has got it ours to ask about.
+bool frmMain::MayReplace(const std::string& path) {
+  const QString text = tr("%1 exists.\nDo you want to replace it?").arg(Shown(path));
+  return IsGone(path) || Confirmed(this, "REPLACE OK", text.toUtf8().constData());
+}
+
+// A slip of the hand between two names must not cost a clone file.
+bool frmMain::IsNoCloneFile(const std::string& path) {
+  if (!IsCloneFile(path)) return true;
+  const QString text =
+      tr("%1 is a clone file.\nName another file for the channel list.").arg(Shown(path));
+  ShowMessage(this, QMessageBox::Critical, kErrorTitle, text.toUtf8().constData());
+  return false;
 }
 
 // ---- New, and the choice of a model, which starts anew too
@@ -112,7 +164,7 @@ bool frmMain::SelectModel(int model) {
 
 void frmMain::Open() {
   if (HasChanges() && !AskToSave()) return;
-  const std::string path = AskPath(FileDialog::kOpen, kCloneFilter, "Q40");
+  const std::string path = AskPath(FileDialog::kOpen);
   if (!path.empty()) OpenCloneFile(path);
 }
 
@@ -124,8 +176,8 @@ void frmMain::OpenCloneFile(const std::string& path) {
   const OpenResult result = q40::OpenCloneFile(path, document_);
   if (!result.problem) {
     SetPath(path);
-    UserOptions::AddRecentFile(QString::fromStdString(path));
-    if (result.odd_digit) Note(QString::fromStdString(result.odd_digit->Message()));
+    UserOptions::AddRecentFile(path);
+    if (result.odd_digit) Note(Shown(result.odd_digit->Message()));
     return ShowDocument();
   }
   // A file that is refused late leaves its model behind.
@@ -141,16 +193,23 @@ void frmMain::OpenCloneFile(const std::string& path) {
 void frmMain::FillRecentFiles(QMenu& menu) {
   menu.clear();
   int number = 0;
-  for (const QString& path : UserOptions::RecentFiles()) {
-    QString name = QFileInfo(path).fileName();
+  for (const std::string& path : UserOptions::RecentFiles()) {
+    QString name = Shown(FileName(path));
     name.replace(QLatin1Char('&'), QLatin1String("&&"));
-    QAction* action = menu.addAction(QStringLiteral("&%1 %2").arg(++number).arg(name));
-    action->setToolTip(QDir::toNativeSeparators(path));
+    QAction* action = menu.addAction(QStringLiteral("&%1 ").arg(++number) + name);
+    action->setToolTip(PlainToolTip(Shown(path)));
     connect(action, &QAction::triggered, this, [this, path] {
-      if (MayRun()) OpenAfterQuestion(path.toStdString());
+      if (MayRun()) OpenRecentFile(path);
     });
   }
   if (number == 0) menu.addAction(tr("No files yet"))->setEnabled(false);
+}
+
+void frmMain::OpenRecentFile(const std::string& path) {
+  if (!IsGone(path)) return OpenAfterQuestion(path);
+  UserOptions::ForgetRecentFile(path);
+  const QString text = tr("%1 is gone.\nRecent Files no longer names it.").arg(Shown(path));
+  ShowMessage(this, QMessageBox::Information, "Recent Files", text.toUtf8().constData());
 }
 
 // ---- Save
@@ -166,7 +225,7 @@ bool frmMain::Save() {
 void frmMain::SaveAs() { SaveWithDialog(settings1_->ChosenModel()); }
 
 bool frmMain::SaveWithDialog(int model) {
-  const std::string path = AskPath(FileDialog::kSave, kCloneFilter, "Q40");
+  const std::string path = AskPath(FileDialog::kSaveAs);
   return !path.empty() && SaveTo(path, model);
 }
 
@@ -177,52 +236,8 @@ bool frmMain::SaveTo(const std::string& path, int model) {
     return false;
   }
   SetPath(path);
-  UserOptions::AddRecentFile(QString::fromStdString(path));
+  UserOptions::AddRecentFile(path);
   return true;
-}
-
-// ---- CSV
-
-void frmMain::Export() {
-  const std::string path = AskPath(FileDialog::kSave, kCsvFilter, "csv");
-  if (path.empty()) return;
-  if (const auto problem = WriteFile(path, ExportChannels(document_.image))) {
-    return DataError(*problem);
-  }
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
-  // Intended: the next Save writes a clone file under this bare name.
-  SetPath(FileName(path));
-  Note(tr("Exported. The next Save writes a clone file named %1 into the working folder.")
-           .arg(QString::fromStdString(path_)));
-}
-
-void frmMain::Import() {
-  if (HasChanges() && !AskToSave()) return;
-  const std::string path = AskPath(FileDialog::kOpen, kCsvFilter, "csv");
-  if (path.empty()) return;
-  std::string text;
-  if (const auto problem = ReadFile(path, kLongestCsv + 1, text)) return DataError(*problem);
-  if (const auto problem = CheckCsvSize(text, path)) return DataError(*problem);
-  const ImportReport report = ImportChannels(text, document_.image);
-  if (const auto problem = ProblemOf(report, path)) return DataError(*problem);
-  UpdateVFOData();
-  memory_->grid().SelectRow(1);
-  memory_->RedrawAll();
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const auto row = static_cast<std::size_t>(n);
-    const bool skipped =
-        document_.image.MemoryTable[row].Number(ChannelKind::kMemory, Field::kSkip) == 1;
-    if (report.imported[row] && skipped) memory_->grid().cells().StarTitle(n);
-  }
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
-  SetPath({});
-  CheckNewData();
-  Note(tr("%1 memory and %2 special channel records imported, %3 passed over.")
-           .arg(report.memory_records)
-           .arg(report.special_records)
-           .arg(report.passed_over_count));
 }
 
 }  // namespace q40

@@ -1,11 +1,10 @@
 // The window's radio commands. The sequences run here, on the window's thread, and hand it to the
 // event loop while they wait.
 #include <cctype>
+#include <filesystem>
 
 #include <QAction>
 #include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
 #include <QFrame>
 #include <QGuiApplication>
 #include <QLabel>
@@ -14,6 +13,7 @@
 #include <QTabWidget>
 
 #include "app/frm_main.h"
+#include "app/paths.h"
 #include "app/report_window.h"
 #include "app/routing.h"
 #include "app/service_page.h"
@@ -55,7 +55,7 @@ QString Reason(const SequenceReport& report) {
   if (report.outcome == Outcome::kCommunicationError) text = report.where + ": " + text;
   if (!report.remedy.empty()) text += ' ' + report.remedy;
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-  return QString::fromStdString(text);
+  return Shown(text);  // it may name a device
 }
 
 }  // namespace
@@ -134,21 +134,22 @@ WriteNet frmMain::Net(std::string& backup) {
 
 // The path of the new file, named after model and time. Empty: the user has been told why.
 std::string frmMain::KeepBackup(CloneDocument radio) {
-  QDir().mkpath(QString::fromStdString(backup_folder_));
+  std::error_code error;  // of a folder that cannot be had the save tells
+  std::filesystem::create_directories(backup_folder_, error);
   const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
   std::string name(ModelName(radio.model));
   name.insert(0, backup_folder_ + '/').append(" ").append(time.toStdString());
   std::string path = name + ".Q40";
-  for (int copy = 2; QFileInfo::exists(QString::fromStdString(path)); ++copy) {
+  for (int copy = 2; std::filesystem::exists(path, error); ++copy) {
     path = name + " (" + std::to_string(copy) + ").Q40";
   }
   if (const auto problem = SaveCloneFile(path, radio, radio.model, NewFilesOnly())) {
-    const std::string text =
-        "The backup could not be kept, so nothing was written.\r\n" + problem->Message();
-    ShowMessage(this, QMessageBox::Critical, kErrorTitle, text.c_str());
+    const QString text =
+        tr("The backup could not be kept, so nothing was written.\n") + Shown(problem->Message());
+    ShowMessage(this, QMessageBox::Critical, kErrorTitle, text.toUtf8().constData());
     return {};
   }
-  UserOptions::AddRecentFile(QString::fromStdString(path));
+  UserOptions::AddRecentFile(path);
   return path;
 }
 
@@ -157,7 +158,6 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
   // That a backup could not be kept has been said, at length.
   if (result.last.outcome == Outcome::kCancelled) return;
   const bool done = result.last.outcome == Outcome::kDone;
-  const QString kept = QString::fromStdString(backup);
   QStringList lines;
   for (const CellDifference& difference : result.differences) {
     lines << QString::fromStdString(DifferenceText(difference));
@@ -166,7 +166,7 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
     QString text =
         result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
     if (result.backup_kept) {
-      text += tr(" Before, the radio held %1 (Recent Files).").arg(QFileInfo(kept).fileName());
+      text += tr(" Before, the radio held %1 (Recent Files).").arg(Shown(FileName(backup)));
     }
     return Note(text);
   }
@@ -174,7 +174,7 @@ void frmMain::ReportWrite(const WriteResult& result, Half half, const std::strin
                               : half == Half::kMemory ? "Write Memory"
                                                       : "Write All";
   const QString restore = tr("open it (Recent Files) and choose %1 in the Radio menu. It is\n%2")
-                              .arg(QLatin1String(command), kept);
+                              .arg(QLatin1String(command), Shown(backup));
   QString text = QString::fromStdString(AftermathText(result, half, restore.toStdString()));
   if (done) {
     text =
@@ -236,13 +236,17 @@ void frmMain::ShowSettings() {
 void frmMain::ShowSpecialChannels() {
   settings1_->ShowBand(document_.image.ShownBand);
   UpdateVFOData();
+  ForgetImportNotes();
 }
 
 void frmMain::ShowDialText(int index) {
   settings2_->SetDialText(index, document_.dial[static_cast<std::size_t>(index)]);
 }
 
-void frmMain::ShowMemoryChannel(int n) { memory_->ShowReadChannel(n); }
+void frmMain::ShowMemoryChannel(int n) {
+  memory_->ShowReadChannel(n);
+  ForgetImportNotes();
+}
 
 // ---- the end of a sequence
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QIcon>
 #include <QStandardPaths>
 
@@ -51,18 +52,34 @@ bool WantsNoWindow(int argc, char** argv) {
   return false;
 }
 
-q40::MainOptions Options(const QCommandLineParser& parser) {
+// The bytes of an argument, of which the parser knows the text only.
+std::string Argument(char** argv, const QString& text) {
+  while (*argv != nullptr && QString::fromLocal8Bit(*argv) != text) ++argv;
+  return *argv != nullptr ? *argv : text.toStdString();
+}
+
+// A folder of the user's, with the bytes of the environment that it comes from.
+std::string Folder(QStandardPaths::StandardLocation location, const char* variable) {
+  const QString folder = QStandardPaths::writableLocation(location);
+  for (const char* name : {variable, "HOME"}) {
+    const QByteArray start = qgetenv(name);
+    const QString text = QFile::decodeName(start);
+    if (start.isEmpty() || !folder.startsWith(text)) continue;
+    return (start + QFile::encodeName(folder.mid(text.size()))).toStdString();
+  }
+  return folder.toStdString();
+}
+
+q40::MainOptions Options(const QCommandLineParser& parser, char** argv) {
   q40::MainOptions options;
   options.simulation.on = parser.isSet(QStringLiteral("simulate"));
   const QStringList files = parser.positionalArguments();
   if (!files.isEmpty()) {
-    options.startup_path = q40::StartupPath(q40::RawCommandLine(files.front().toStdString()));
+    options.startup_path = q40::StartupPath(q40::RawCommandLine(Argument(argv, files.front())));
   }
   options.program_folder = QCoreApplication::applicationDirPath().toStdString();
-  options.user_folder =
-      QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
-  options.backup_folder =
-      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString() + "/backups";
+  options.user_folder = Folder(QStandardPaths::AppConfigLocation, "XDG_CONFIG_HOME");
+  options.backup_folder = Folder(QStandardPaths::AppDataLocation, "XDG_DATA_HOME") + "/backups";
   return options;
 }
 
@@ -92,7 +109,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setWindowIcon(ProgramIcon());
   Parser().process(application);
   QApplication::setStyle(new q40::ReadableStyle);
-  q40::frmMain window(Options(Parser()));
+  q40::frmMain window(Options(Parser(), argv));
   window.StartUp();
   return QApplication::exec();
 }

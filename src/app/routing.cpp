@@ -35,6 +35,7 @@ std::span<const CommandRow> CommandRow::All() {
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", &M::ChoosePort},
       {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", &M::ShowCheckUp},
+      {"mnuImportNotes", Menu::kTools, "&Import Notes...", kNoKey, "", &M::ShowImportNotes},
       {nullptr, Menu::kTools},
       {"mnuBackUp", Menu::kTools, "&Back Up Before Writing", kNoKey, "", nullptr, nullptr, "",
        kBackUpOption},
@@ -60,6 +61,7 @@ std::span<const CommandHint> CommandHints() {
       {"mnuBackUp", "Reads the whole radio into a file before each write."},
       {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
       {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},
+      {"mnuImportNotes", "Lists what the last import did not take as it is written."},
       {"mnuToolsService", "Raw blocks of the radio's memory."}};
   return hints;
 }

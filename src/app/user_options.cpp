@@ -1,6 +1,8 @@
 #include "app/user_options.h"
 
-#include <QFileInfo>
+#include <filesystem>
+
+#include <QFile>
 #include <QRect>
 #include <QSettings>
 
@@ -25,22 +27,62 @@ class File {
   QSettings settings_;
 };
 
+// As "file:///..." with percent signs, in which a name keeps its bytes. An entry of an earlier
+// version is the path itself.
+constexpr QByteArrayView kScheme = "file://";
+
+QString Stored(const std::string& path) {
+  return QString::fromLatin1(kScheme) +
+         QString::fromLatin1(QByteArray::fromStdString(path).toPercentEncoding("/"));
+}
+
+std::string Path(const QString& stored) {
+  QByteArray path = QFile::encodeName(stored);
+  if (path.startsWith(kScheme)) {
+    path = QByteArray::fromPercentEncoding(path.mid(kScheme.size()));
+  }
+  return path.toStdString();
+}
+
+void StoreRecentFiles(const std::vector<std::string>& files) {
+  QStringList stored;
+  for (const std::string& path : files) stored << Stored(path);
+  File()->setValue(QLatin1String(kRecentKey), stored);
+}
+
+std::string Absolute(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  return error ? path : absolute.lexically_normal().string();
+}
+
 }  // namespace
 
 bool UserOptions::IsOn(const char* key) { return File()->value(QLatin1String(key)).toBool(); }
 
 void UserOptions::SetOn(const char* key, bool on) { File()->setValue(QLatin1String(key), on); }
 
-QStringList UserOptions::RecentFiles() {
-  return File()->value(QLatin1String(kRecentKey)).toStringList().mid(0, kRecentFiles);
+std::vector<std::string> UserOptions::RecentFiles() {
+  std::vector<std::string> files;
+  for (const QString& stored : File()->value(QLatin1String(kRecentKey)).toStringList()) {
+    if (files.size() < kRecentFiles) files.push_back(Path(stored));
+  }
+  return files;
 }
 
-void UserOptions::AddRecentFile(const QString& path) {
-  const QString absolute = QFileInfo(path).absoluteFilePath();
-  QStringList files = RecentFiles();
-  files.removeAll(absolute);
-  files.prepend(absolute);
-  File()->setValue(QLatin1String(kRecentKey), files.mid(0, kRecentFiles));
+void UserOptions::AddRecentFile(const std::string& path) {
+  const std::string absolute = Absolute(path);
+  std::vector<std::string> files = RecentFiles();
+  std::erase(files, absolute);
+  files.insert(files.begin(), absolute);
+  if (files.size() > kRecentFiles) files.resize(kRecentFiles);
+  StoreRecentFiles(files);
+}
+
+void UserOptions::ForgetRecentFile(const std::string& path) {
+  std::vector<std::string> files = RecentFiles();
+  std::erase(files, path);
+  StoreRecentFiles(files);
 }
 
 void UserOptions::RememberPlacement(const QRect& frame) {

@@ -1,8 +1,8 @@
 // What the program remembers for its user between runs, beside the port number.
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include <string>
+#include <vector>
 
 class QRect;
 
@@ -17,9 +17,10 @@ class UserOptions {
   static void SetOn(const char* key, bool on);
 
   // Clone files last opened or saved, the latest first, with absolute paths.
-  [[nodiscard]] static QStringList RecentFiles();
-  static void AddRecentFile(const QString& path);
-  static constexpr qsizetype kRecentFiles = 8;
+  [[nodiscard]] static std::vector<std::string> RecentFiles();
+  static void AddRecentFile(const std::string& path);
+  static void ForgetRecentFile(const std::string& path);
+  static constexpr std::size_t kRecentFiles = 8;
 
   // Written for other programs; the window itself always opens at its own size.
   static void RememberPlacement(const QRect& frame);

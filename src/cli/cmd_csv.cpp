@@ -4,7 +4,6 @@
 #include <optional>
 #include <system_error>
 
-#include "app/tables/models.h"
 #include "checkup/import_losses.h"
 #include "cli/commands.h"
 #include "cli/user_files.h"

@@ -1,4 +1,5 @@
 // The check-up's window: its list, and the way from a finding to its place.
+#include <QAction>
 #include <QTableWidget>
 
 #include "gui/window_test.h"
@@ -27,7 +28,7 @@ class CheckUpTest : public Window {
     EXPECT_EQ(Places(), QStringList({"Settings: Tone Burst (Hz)", "UHF PH: Frequency",
                                      "Auto dialer: M3", "Channel 150: Name"}));
   }
-  QTableWidget& Table() { return Find<QTableWidget>("tblFindings"); }
+  QTableWidget& Table() { return Find<QTableWidget>(table_); }
   QStringList Places() {
     QStringList places;
     for (int row = 0; row < Table().rowCount(); ++row) {
@@ -46,6 +47,8 @@ class CheckUpTest : public Window {
     Table().setFocus();
     Press("tblFindings", Qt::Key_Return);
   }
+
+  QString table_ = "tblFindings";
 };
 
 TEST_F(CheckUpTest, FindingsLeadToTheirPlacesUntilOtherDataComes) {
@@ -85,6 +88,36 @@ TEST_F(CheckUpTest, WaitsForTheRadio) {
   });
   Trigger("mnuReMem");
   EXPECT_TRUE(looked);
+}
+
+TEST_F(CheckUpTest, AnImportKeepsItsNotesUntilOtherDataComes) {
+  Start({}, SavedDemo());
+  table_ = "tblImportNotes";
+  const auto import = [&](const std::string& text) {
+    Store(folder_ / "list.csv", text);
+    answers_.File(File("list.csv"));
+    Trigger("mnuImport");
+  };
+  import("RX-Q40;MEMORY;7\n");
+  EXPECT_TRUE(Status().startsWith("Nothing was imported: columns are separated by semicolons"));
+  EXPECT_TRUE(Find<QLabel>("lblImportNotes").text().startsWith("list.csv: Nothing was imported"));
+  import(
+      "RX-Q40,MEMORY,210\nRX-Q40,MEMORY,7,\"145,7125\",12.5KHz,None,88.5,88.5,023,023,None,12.5,"
+      "Off,Hi,05,Off,BS-1,Off,Off,Normal,HOME,Off\n");
+  EXPECT_TRUE(Status().endsWith("1 passed over. 3 notes: Tools, Import Notes."));
+  EXPECT_FALSE(Find("frmImportNotes").isVisible());
+  Trigger("mnuImportNotes");
+  EXPECT_EQ(Places(), QStringList({"1: ", "2: Channel 7", "2: Channel 7"}));
+  EXPECT_EQ(Table().item(1, 3)->text(), "stored as 145.0000; written was \"145,7125\"");
+  EXPECT_EQ(Table().item(2, 2)->text(), "SHIFT FREQUENCY");
+  DoubleClick(0);
+  EXPECT_EQ(Tab(), 1);
+  DoubleClick(2);
+  EXPECT_EQ(Tab(), 3);
+  EXPECT_EQ(CurrentRow(kMemoryGrid), 8);
+  Trigger("mnuReMem");  // other channels
+  EXPECT_FALSE(Find<QAction>("mnuImportNotes").isEnabled());
+  EXPECT_FALSE(Find("frmImportNotes").isVisible());
 }
 
 }  // namespace

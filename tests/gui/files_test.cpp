@@ -2,6 +2,7 @@
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QTextDocument>
 #include <QUrl>
 
 #include "gui/window_test.h"
@@ -9,7 +10,20 @@
 namespace q40::test {
 namespace {
 
-using FileCommands = Window;
+class FileCommands : public Window {
+ protected:
+  // Saves a clone file under a name and drops it on the window.
+  void Drop(const std::string& name) {
+    QMimeData data;
+    const QByteArray path = QByteArray::fromStdString(SavedDemo(name));
+    data.setUrls({QUrl::fromEncoded("file://" + path.toPercentEncoding("/"))});
+    QDragEnterEvent enter(QPoint(300, 300), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window_.get(), &enter);
+    QDropEvent drop(QPointF(300, 300), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(window_.get(), &drop);
+    QTest::qWait(10);
+  }
+};
 
 const char* const kDeleteText =
     "Are you sure that you want to do the delete?\nDelete cannot be undone.";
@@ -191,34 +205,87 @@ TEST_F(FileCommands, ExportTakesThePathOverAndImportForgetsIt) {
   EXPECT_EQ(RowTitle(kMemoryGrid, 3) + RowTitle(kMemoryGrid, 4), "2*3");
   EXPECT_EQ(Title(), kPlainTitle);
   EXPECT_EQ(Flags(), "--");
+  EXPECT_FALSE(Find<QAction>("mnuImportNotes").isEnabled());
   Trigger("mnuReMem");  // a redraw takes the star away: intended
   EXPECT_EQ(RowTitle(kMemoryGrid, 4), "3");
 }
 
-TEST_F(FileCommands, RecentFilesAreOffered) {
-  Start({}, SavedDemo("A & B.Q40"));
-  answers_.File(QString::fromStdString(SavedDemo()));
-  Trigger("mnuFileOpen");
-  auto& menu = Find<QMenu>("mnuRecentFiles");
-  emit menu.aboutToShow();
-  ASSERT_GE(menu.actions().size(), 2);
-  EXPECT_EQ(menu.actions()[1]->text(), "&2 A && B.Q40");
-  SetFlags(true, false);
-  Save(kNo);
-  menu.actions()[1]->trigger();
-  EXPECT_EQ(Title(), kPlainTitle + " - A & B.Q40");
+TEST_F(FileCommands, WhatTheFileDialogsAreCalledAndOffer) {
+  Start();
+  const auto look = [&](const char* command, const char* title, const char* name) {
+    answers_.Add([=](QWidget& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), title);
+      EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), name);
+      dialog.close();
+    });
+    Trigger(command);
+  };
+  look("mnuFileSave", "Save As", "RX-Q40T.Q40");
+  look("mnuExport", "Export CSV", "RX-Q40T.csv");
+  Drop("my \xFF.Q40");
+  look("mnuFileOpen", "Open", "");
+  look("mnuFileSaveAs", "Save As", "my \uFFFD.Q40");
+  look("mnuImport", "Import CSV", "");
+  answers_.File(File("list"));
+  Trigger("mnuExport");
+  look("mnuFileSaveAs", "Save As", "list.Q40");
 }
 
-TEST_F(FileCommands, ADroppedFileIsOpened) {
-  Start();
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(SavedDemo()))});
-  QDragEnterEvent enter(QPoint(300, 300), Qt::CopyAction, &data, Qt::LeftButton, {});
-  QApplication::sendEvent(window_.get(), &enter);
-  QDropEvent drop(QPointF(300, 300), Qt::CopyAction, &data, Qt::LeftButton, {});
-  QApplication::sendEvent(window_.get(), &drop);
-  QTest::qWait(10);
-  EXPECT_EQ(Title(), kPlainTitle + " - demo.Q40");
+// As typed, no such file exists: a dialog that asks about that name asks nothing.
+TEST_F(FileCommands, WhatExistsIsNotReplacedUnasked) {
+  Start({}, SavedDemo());
+  const auto box = [&](const char* name, QMessageBox::StandardButton press) {
+    answers_.Box("REPLACE OK", File(name) + " exists.\nDo you want to replace it?", press);
+  };
+  for (const auto& [command, typed, name] :
+       {std::array{"mnuFileSaveAs", "radio", "radio.Q40"}, {"mnuExport", "list", "list.csv"}}) {
+    Store(folder_ / name, "old");
+    answers_.File(File(typed));
+    box(name, kCancel);
+    answers_.File("");  // the dialog is back
+    Trigger(command);
+    EXPECT_EQ(Content(folder_ / name), "old");
+    answers_.File(File(typed));
+    box(name, kOk);
+    Trigger(command);
+    EXPECT_NE(Content(folder_ / name), "old");
+  }
+  // A list does not take the place of a clone file, even when the dialog was told to replace it.
+  const std::string clone = Content(folder_ / "demo.Q40");
+  answers_.File(File("demo.Q40"));
+  answers_.Box("Export CSV", "demo.Q40 already exists.\nDo you want to replace it?", kYes);
+  Error((folder_ / "demo.Q40 is a clone file.\nName another file for the channel list.").c_str());
+  answers_.File("");
+  Trigger("mnuExport");
+  EXPECT_EQ(Content(folder_ / "demo.Q40"), clone);
+}
+
+// Whatever bytes their names have.
+TEST_F(FileCommands, RecentFilesAreOfferedUntilTheyAreGone) {
+  const std::string odd = "<b>A & B\n\xFF\u202E\u00E4.Q40";
+  Start({}, SavedDemo(odd));
+  const QString shown = "<b>A & B\\x0A\\xFF\\xE2\\x80\\xAE\u00E4.Q40";
+  EXPECT_EQ(Title(), kPlainTitle + " - " + shown);
+  Drop("demo.Q40");
+  auto& menu = Find<QMenu>("mnuRecentFiles");
+  const auto second = [&] {
+    emit menu.aboutToShow();
+    return menu.actions().value(1);
+  };
+  EXPECT_EQ(second()->text(), "&2 " + QString(shown).replace("&", "&&"));
+  EXPECT_EQ(second()->toolTip(), Qt::convertFromPlainText(File("") + shown));
+  SetFlags(true, false);
+  Save(kNo);
+  second()->trigger();
+  EXPECT_EQ(Title(), kPlainTitle + " - " + shown);
+
+  std::filesystem::remove(folder_ / "demo.Q40");
+  SetFlags(true, false);
+  answers_.Box("Recent Files", File("demo.Q40") + " is gone.\nRecent Files no longer names it.",
+               kOk);
+  second()->trigger();
+  EXPECT_EQ(Title(), kPlainTitle + " - " + shown);
+  EXPECT_TRUE(second() == nullptr || !second()->text().contains("demo.Q40"));
 }
 
 }  // namespace

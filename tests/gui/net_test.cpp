@@ -11,6 +11,7 @@ namespace {
 
 class Net : public Window {
  protected:
+  Net() { options_.backup_folder = folder_ / "data/\xFF"; }
   // The window with a radio that has the faults, and a demo file with another dialer memory.
   void StartNet(const std::vector<std::string>& faults, bool back_up, bool verify) {
     Start(faults, SavedDemo());
@@ -36,10 +37,10 @@ TEST_F(Net, BothAreOffAtFirstAndRemembered) {
 TEST_F(Net, AWriteIsBackedUpAndVerified) {
   StartNet({}, true, true);
   Trigger("mnuWrSet");
-  const QString backup = UserOptions::RecentFiles().value(0);
-  const QString name = backup.split('/').back();
+  const std::string backup = UserOptions::RecentFiles().front();
+  const QString name = QString::fromStdString(backup).split('/').back();
   CloneDocument kept;
-  EXPECT_FALSE(OpenCloneFile(backup.toStdString(), kept).problem);
+  EXPECT_FALSE(OpenCloneFile(backup, kept).problem);
   EXPECT_EQ(kept.dial[0], "0123456789");
   EXPECT_TRUE(kept.image.ChannelInUse[0]);  // both halves, whatever is written
   EXPECT_EQ(Status(), "Written and verified. Before, the radio held " + name + " (Recent Files).");
@@ -74,7 +75,7 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     ASSERT_EQ(report != nullptr, c.report != nullptr) << c.fault;
     if (report == nullptr) continue;
     EXPECT_TRUE(report->isVisible());
-    EXPECT_EQ(UserOptions::RecentFiles().value(0).endsWith("demo.Q40"), !c.back_up);
+    EXPECT_EQ(UserOptions::RecentFiles().front().ends_with("demo.Q40"), !c.back_up);
     EXPECT_TRUE(Find<QLabel>("lblReport").text().contains(c.report)) << c.report;
     EXPECT_EQ(
         Find<QPlainTextEdit>("txtReport").toPlainText().startsWith("Memory 0: In use: \"no\""),
