@@ -150,6 +150,8 @@ int RadioSession::Conclude(const SequenceReport& report, const std::string& writ
       return console.Error(kExitCommunicationError, std::string(kCommunicationErrorText) + ": " +
                                                         report.why + at + "." + kCheckTheCable +
                                                         written);
+    case Outcome::kDataError:
+      return console.Error(kExitDataError, "Data Error: " + report.why + at + "." + written);
     case Outcome::kWrongModel:
     case Outcome::kCancelled:
       return console.Error(

@@ -42,7 +42,9 @@ SequenceReport Cancelled() {
 
 void Sequences::Begin(Sequence sequence, int units) {
   report_ = {};
-  progress_ = {sequence, 0, units, {}};
+  progress_ = {};
+  progress_.sequence = sequence;
+  progress_.total = units;
   StartDeadline();
   host_.Begin(sequence);
 }
@@ -111,6 +113,8 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
   }
   report_.radio_model = variant - '0';
   report_.version_letter = reply[kVersionAt];
+  progress_.radio_model = report_.radio_model;
+  progress_.version_letter = report_.version_letter;
   // Writing clears VersionA and never sets it, and leaves the choice of the model to the user.
   if (purpose == IdentifyFor::kWriting) {
     document_.image.VersionA = false;

@@ -43,6 +43,7 @@ enum class Outcome : unsigned char {
   kCommunicationError,  // "Communication Error"
   kWrongModel,          // the radio is not of the document's model; nothing was written
   kInterrupted,         // the user stopped the program
+  kDataError,           // "Data Error": what was to be written is no data; nothing was sent
 };
 
 // Message boxes. All have this title and a critical icon.
@@ -55,9 +56,9 @@ inline constexpr const char* kWrongModelText =
 // What a sequence did, for those who tell the user.
 struct SequenceReport {
   Outcome outcome = Outcome::kDone;
-  // Why it ended early, in words: "no complete answer within 2 s".
+  // Why it ended early, in words: "nothing came back within 2 s".
   std::string why;
-  // What to try next, in sentences. Only of a port.
+  // What to try next, in sentences; may be empty.
   std::string remedy;
   // Where: "identification", "memory channel D3". Empty before the first exchange.
   std::string where;
@@ -68,6 +69,9 @@ struct SequenceReport {
   // From the identification; -1 and '\0' before.
   int radio_model = -1;
   char version_letter = '\0';
+  // What is worth telling although it ended well: replies that had the right length and were damaged.
+  // One line without a full stop, bounded in length; empty when there is nothing to tell.
+  std::string note;
 };
 
 struct SequenceProgress {
@@ -75,6 +79,10 @@ struct SequenceProgress {
   int done = 0;   // units finished
   int total = 0;  // units of the sequence
   std::string where;
+  // The radio that is talked to, as it has identified itself. A backup's radio need not be what the
+  // document says.
+  int radio_model = -1;
+  char version_letter = '\0';
 };
 
 // Whoever runs the sequences: the window, or the command-line tool. Calls come on the thread that
