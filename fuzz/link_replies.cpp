@@ -42,15 +42,6 @@ bool IsProper(const Exchange& exchange) {
          reply[14] >= '0' && reply[14] <= '2';
 }
 
-// A proper reply that is not what a radio says.
-bool IsDamaged(const Exchange& exchange) {
-  const bool complete = exchange.reply.ends_with('\n');
-  if (!complete || !IsProper(exchange) || exchange.Is("KX~E")) return false;
-  const std::string_view answer = std::string_view(exchange.reply).substr(exchange.sent.size());
-  return !exchange.reply.starts_with(exchange.sent) || !answer.ends_with("\r\n") ||
-         (exchange.Is('R') && !std::all_of(answer.begin(), answer.end() - 2, IsHexDigit));
-}
-
 // Every exchange has its two seconds and a pause, none has more.
 void CheckTime(const test::FakeTime& time, std::size_t exchanges, milliseconds longest) {
   const auto limit = longest + milliseconds(2 * kPauseMs);
@@ -89,8 +80,6 @@ void CheckReport(const SequenceReport& report, const Call& call, const FuzzedPor
       report.in_flight == (open_end ? std::optional<Address>(exchanges.back().At()) : std::nullopt),
       "the report names the unit that may have been stored");
 
-  const auto damaged = std::count_if(exchanges.begin(), exchanges.end(), IsDamaged);
-  Check(report.damaged.size() >= static_cast<std::size_t>(damaged), "what is damaged is named");
   constexpr std::size_t kLongestNote = 300;
   Check(report.note.size() < kLongestNote && report.note.empty() == report.damaged.empty(),
         "the note is a line");

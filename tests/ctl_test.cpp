@@ -137,9 +137,9 @@ TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
   test::Store(folder_ / "b.Q40", letters.replace(34 + 2 * 3, 2, "ZZ"));
   Radio({}, 2);
   const std::string memory(radio_->memory().raw());
-  result = Run({"write", "-p", "1", folder_ / "b.Q40"});
+  result = Run({"write", "-p", "1", "--backup", folder_ / "c.Q40", folder_ / "b.Q40"});
   EXPECT_EQ(result.code, kExitDataError);
-  EXPECT_NE(result.err.find("byte 0x0023 holds \"ZZ\""), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("Nothing was written."), std::string::npos) << result.err;
   EXPECT_EQ(radio_->Exchanges(), 0);
   result = Run({"write", "-p", "1", path});
   EXPECT_EQ(result.code, kExitWrongModel);

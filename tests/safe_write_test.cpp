@@ -95,16 +95,6 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
   }
 }
 
-TEST(SafeWrite, DataThatIsNoneIsRefusedBeforeTheBackup) {
-  Radio radio;
-  radio.document.image.SettingsLine[0] = "000000ZZ";
-  const WriteNet net{[](const CloneDocument&) { return true; }, true};
-  const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, Half::kBoth, net);
-  EXPECT_EQ(result.last.outcome, Outcome::kDataError);
-  EXPECT_EQ(AftermathText(result, Half::kBoth, "so"), "Nothing was written.");
-  EXPECT_TRUE(radio.port.sent.empty());
-}
-
 TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
   Radio radio;
   radio.deaf_to = "1D00";

@@ -245,10 +245,7 @@ TEST(Replies, WhatCameBackInsteadIsSaid) {
                {echo + "RXQ40-0A--\r\n", "an answer of 20 characters instead of 19"}};
   for (const auto& c : cases) {
     Radio radio;
-    radio.port.reply = [&](const std::string&) {
-      return c.received.empty() ? test::ScriptedPort::Reply{}
-                                : test::ScriptedPort::Reply{{c.received}};
-    };
+    radio.port.reply = [&](const std::string&) { return test::ScriptedPort::Reply{{c.received}}; };
     EXPECT_EQ(radio.sequences.Identify().why, c.why);
   }
 }
