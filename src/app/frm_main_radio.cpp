@@ -52,7 +52,9 @@ QString Doing(Sequence sequence) {
 // Why and where a sequence ended, a sentence, with what to try next.
 QString Reason(const SequenceReport& report) {
   std::string text = report.why + '.';
-  if (report.outcome == Outcome::kCommunicationError) text = report.where + ": " + text;
+  if (report.outcome == Outcome::kCommunicationError || report.outcome == Outcome::kDataError) {
+    text = report.where + ": " + text;
+  }
   if (!report.remedy.empty()) text += ' ' + report.remedy;
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
   return Shown(text);  // it may name a device
@@ -256,6 +258,10 @@ void frmMain::End(const SequenceReport& report) {
   switch (report.outcome) {
     case Outcome::kPortError: NoteFailure(Reason(report)); return ComEnd2();
     case Outcome::kCommunicationError: NoteFailure(Reason(report)); return ComEnd1();
+    case Outcome::kDataError:
+      NoteFailure(Reason(report));
+      ShowMessage(this, QMessageBox::Critical, kErrorTitle, kDataErrorText);
+      return ComEnd3();
     case Outcome::kWrongModel:
       ShowMessage(this, QMessageBox::Critical, kErrorTitle, kWrongModelText);
       return ComEnd3();

@@ -19,6 +19,8 @@
 #include "image/clone_document.h"
 #include "image/document_units.h"
 #include "link/link.h"
+#include "link/reply.h"
+#include "link/write_plan.h"
 
 namespace q40 {
 
@@ -33,9 +35,6 @@ enum class Sequence : unsigned char {
   kVerify,
 };
 
-// Which half of a document a command moves.
-enum class Half : unsigned char { kBoth, kSettings, kMemory };
-
 enum class Outcome : unsigned char {
   kDone,
   kCancelled,           // by the answer to a question; nothing more was sent
@@ -43,6 +42,7 @@ enum class Outcome : unsigned char {
   kCommunicationError,  // "Communication Error"
   kWrongModel,          // the radio is not of the document's model; nothing was written
   kInterrupted,         // the user stopped the program
+  kDataError,           // "Data Error": what was to be written is no data; nothing was sent
 };
 
 // Message boxes. All have this title and a critical icon.
@@ -55,9 +55,9 @@ inline constexpr const char* kWrongModelText =
 // What a sequence did, for those who tell the user.
 struct SequenceReport {
   Outcome outcome = Outcome::kDone;
-  // Why it ended early, in words: "no complete answer within 2 s".
+  // Why it ended early, in words: "nothing came back within 2 s".
   std::string why;
-  // What to try next, in sentences. Only of a port.
+  // What to try next, in sentences; may be empty.
   std::string remedy;
   // Where: "identification", "memory channel D3". Empty before the first exchange.
   std::string where;
@@ -68,6 +68,12 @@ struct SequenceReport {
   // From the identification; -1 and '\0' before.
   int radio_model = -1;
   char version_letter = '\0';
+  // Where replies had the right form and were damaged all the same: the sequence went on. In the second
+  // half of a command that moves both, this tells of the first half too.
+  std::vector<std::string> damaged;
+  // The same as one line without a full stop, bounded in length, with what to do: "1 reply was damaged:
+  // memory channel 5; read again". Empty when there is nothing to tell.
+  std::string note;
 };
 
 struct SequenceProgress {
@@ -75,6 +81,10 @@ struct SequenceProgress {
   int done = 0;   // units finished
   int total = 0;  // units of the sequence
   std::string where;
+  // The radio that is talked to, as it has identified itself. A backup's radio need not be what the
+  // document says.
+  int radio_model = -1;
+  char version_letter = '\0';
 };
 
 // Whoever runs the sequences: the window, or the command-line tool. Calls come on the thread that
@@ -134,7 +144,8 @@ class Sequences {
   SequenceReport Finish(bool done);
   // These two note the failure and return false, so that a step can return them.
   bool Fail(Outcome outcome, std::string why);
-  bool FailReply(const std::string& reply, std::string_view why);
+  bool FailReply(const std::string& reply, std::string_view command, const ReplyForm& form);
+  bool FailPort();
   void Begin(Sequence sequence, int units);
   void StartDeadline();
   void NextUnit(std::string where);
@@ -144,20 +155,21 @@ class Sequences {
   bool Announce();
   bool OpenForWriting();
   bool IsDocumentsModel();
+  bool Ask(const std::string& command, const ReplyForm& form, std::string& reply);
   bool ReadUnit(Address address, std::string& digits);
-  bool WriteUnit(Address address, std::string_view digits);
+  bool WriteUnit(const Unit& unit);
   void Pause() { link_.Wait(kPauseMs); }
 
   bool ReadSettingsLines();
   bool ReadSpecialChannels(Band band);
   bool ReadDialTexts();
   bool ReadMemoryChannels();
-  bool WriteSettingsLines();
-  bool WriteSpecialChannels(Band band);
-  bool WriteDialTexts();
-  bool WriteMemoryChannels();
+  bool FailDecoding(const std::string& why);
+  bool IsData(const WritePlan& plan);
+  bool WriteUnits(const std::vector<Unit>& units);
   SequenceReport RunReadSettings();
-  SequenceReport RunReadMemory();
+  SequenceReport RunReadMemory(const SequenceReport& before);
+  SequenceReport RunWrite(Sequence sequence, const WritePlan& plan, const SequenceReport& before);
 
   Link& link_;
   CloneDocument& document_;
