@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QStatusBar>
 
 #include "app/frm_main.h"
 #include "app/user_options.h"
@@ -58,7 +57,7 @@ bool frmMain::AskToSave() {
 }
 
 void frmMain::DataError(const FileProblem& problem) {
-  Note(QString::fromStdString(problem.Message()));
+  NoteFailure(QString::fromStdString(problem.Message()));
   ShowMessage(this, QMessageBox::Critical, kErrorTitle, kDataErrorText);
 }
 
@@ -87,6 +86,7 @@ void frmMain::New() {
   ResetToDefaults(document_);
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
+  NoteStart();
   SetPath({});
   ShowDocument();
 }
@@ -103,6 +103,7 @@ bool frmMain::SelectModel(int model) {
   if (model == document_.model) return true;
   if (startup_path_.empty() && HasChanges() && !AskToSave()) return false;
   ChangeModel(document_, model);
+  NoteStart();
   SetPath({});
   ShowDocument();
   return true;
@@ -125,7 +126,8 @@ void frmMain::OpenCloneFile(const std::string& path) {
   if (!result.problem) {
     SetPath(path);
     UserOptions::AddRecentFile(QString::fromStdString(path));
-    if (result.odd_digit) Note(QString::fromStdString(result.odd_digit->Message()));
+    Note(result.odd_digit ? QString::fromStdString(result.odd_digit->Message())
+                          : tr("Opened %1.").arg(QString::fromStdString(FileName(path))));
     return ShowDocument();
   }
   // A file that is refused late leaves its model behind.
@@ -178,6 +180,7 @@ bool frmMain::SaveTo(const std::string& path, int model) {
   }
   SetPath(path);
   UserOptions::AddRecentFile(QString::fromStdString(path));
+  Note(tr("Saved as %1.").arg(QString::fromStdString(FileName(path))));
   return true;
 }
 

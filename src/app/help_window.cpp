@@ -8,6 +8,9 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTextBlock>
+#include <QVBoxLayout>
+
+#include "app/help_search.h"
 
 // Outside of every namespace. The resources of a library are linked only when somebody asks for them.
 static void LoadDocuments() { Q_INIT_RESOURCE(app); }
@@ -112,11 +115,15 @@ HelpWindow::HelpWindow(QWidget* owner)
   const int character = fontMetrics().averageCharWidth();
   contents_->setFixedWidth(character * kContentsCharacters);
   contents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  auto* right = new QVBoxLayout;
+  right->setSpacing(0);
+  right->addWidget(new HelpSearch(*browser_, this));
+  right->addWidget(browser_, 1);
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(contents_);
-  layout->addWidget(browser_, 1);
+  layout->addLayout(right, 1);
   resize(character * (kTextCharacters + kContentsCharacters), fontMetrics().lineSpacing() * kLines);
   browser_->resize(character * kTextCharacters, height());  // to which the pictures are made to fit
 
@@ -128,6 +135,13 @@ HelpWindow::HelpWindow(QWidget* owner)
   });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
   browser_->setSource(QUrl(QLatin1String(kGuide)));
+  browser_->setFocus();
+}
+
+void HelpWindow::ShowSection(const QString& anchor) {
+  QUrl url(QLatin1String{kGuide});
+  if (!anchor.isEmpty()) url.setFragment(anchor);
+  browser_->setSource(url);
   browser_->setFocus();
 }
 

@@ -21,7 +21,7 @@ class UserOptions {
   static void AddRecentFile(const QString& path);
   static constexpr qsizetype kRecentFiles = 8;
 
-  // Written for other programs; the window itself always opens at its own size.
+  // In twips. Written for other programs; the window itself always opens at its own size.
   static void RememberPlacement(const QRect& frame);
 };
 
