@@ -53,7 +53,7 @@ rxq40ctl import mine.Q40 list.csv -o m;mine.Q40
 rxq40ctl dump --first ;
 rxq40sim --load m;mine.Q40
 rxq40sim --version ;0|A
-rxq40sim --fault n;ng|non-hex|not-stored
+rxq40sim --fault n;ng|no-echo|non-hex|not-stored
 rxq40sim --save-memory n;notes.txt
 CASES
 

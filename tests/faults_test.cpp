@@ -24,8 +24,9 @@ enum Class : std::size_t { kWho, kAnnounce, kRead, kWrite, kEnd, kClasses };
 constexpr std::array<const char*, kClasses> kClassNames = {"identification", "announcement", "read",
                                                            "write", "End"};
 // D: the sequence goes on and is done; C: "Communication Error"; P: "COM Port Error"; L: a late
-// "Communication Error", when the 2 s are over; W: done in the end, after waiting for 2 s; U: done,
-// and the data is wrong, which no answer tells; "." the fault has nothing to change there.
+// "Communication Error", when the 2 s are over; W: done in the end, after waiting for 2 s; N: done,
+// with a note; U: done, and the data is wrong, which no answer tells; M: the data is wrong, and a note
+// tells; "." the fault has nothing to change there.
 struct Row {
   const char* fault;
   std::array<char, kClasses> ends;
@@ -34,9 +35,11 @@ struct Row {
 constexpr Row kRows[] = {
     {"silence", {'L', 'L', 'L', 'L', 'W'}, "nothing comes back"},
     {"echo-only", {'L', 'L', 'L', 'L', 'W'}, "the echo comes, the answer does not"},
+    {"no-echo", {'L', 'L', 'C', 'L', 'W'}, "the answer comes, the echo does not"},
+    {"bad-echo", {'N', 'N', 'N', 'N', 'D'}, "one character of the echo is another"},
     {"short", {'C', 'L', 'C', 'L', 'W'}, "an answer of one character too few"},
     {"long", {'C', 'C', 'C', 'C', 'D'}, "one too many"},
-    {"non-hex", {'C', '.', 'U', '.', '.'}, "no hexadecimal digits in the data"},
+    {"non-hex", {'C', '.', 'M', '.', '.'}, "no hexadecimal digits in the data"},
     {"ng", {'.', 'C', '.', 'C', 'D'}, "\"NG\" instead of \"OK\""},
     {"pieces", {'D', 'D', 'D', 'D', 'D'}, "an answer in pieces, 50 ms apart"},
     {"late", {'L', 'L', 'L', 'L', 'W'}, "the answer comes after 2.5 s"},
@@ -115,9 +118,6 @@ class Talk : public test::FakeTime {
         host_(document_),
         sequences_(link_, document_, host_) {
     radio_.memory() = TheirMemory();
-    document_.image = Mine().image;
-    document_.settings = Mine().settings;
-    document_.dial = Mine().dial;
     pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
   }
 
@@ -137,7 +137,7 @@ class Talk : public test::FakeTime {
   SimulatedRadio radio_;
   std::optional<test::TimePoint> wake_;
   SimulatedPort port_;
-  CloneDocument document_ = FreshDocument();
+  CloneDocument document_ = Mine();
   Link link_;
   test::FakeHost host_;
   Sequences sequences_;
@@ -176,11 +176,11 @@ CloneDocument AfterRead(CloneDocument document, const std::vector<Exchange>& exc
 
 std::string Units(const RadioMemory& memory, const std::vector<Exchange>& exchanges,
                   std::size_t from, std::size_t to) {
-  std::string digits;
+  std::string bytes;
   for (std::size_t i = from; i < std::min(to, exchanges.size()); ++i) {
-    if (exchanges[i].kind == kWrite) digits += memory.Read(exchanges[i].address, kUnitSize).value();
+    if (exchanges[i].kind == kWrite) bytes += memory.raw().substr(exchanges[i].address, kUnitSize);
   }
-  return digits;
+  return bytes;
 }
 
 // What a complete write stores.
@@ -253,9 +253,14 @@ void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at,
   EXPECT_EQ(report.outcome, OutcomeOf(expected.end));
   const Class kind = sequence.exchanges[at].kind;
   bool wrong_data = false;
+  std::size_t noted = 0;
   for (std::size_t i = at; i < sequence.exchanges.size() && (stays || i == at); ++i) {
-    wrong_data = wrong_data || row.ends[sequence.exchanges[i].kind] == 'U';
+    const char end = row.ends[sequence.exchanges[i].kind];
+    wrong_data = wrong_data || end == 'U' || end == 'M';
+    if (i < expected.failing && (end == 'N' || end == 'M')) ++noted;
   }
+  EXPECT_EQ(report.damaged.size(), noted);
+  EXPECT_EQ(report.note.find("damaged") != std::string::npos, noted > 0) << report.note;
   CheckEnd(run, sequence, report, expected, wrong_data);
 
   // Its time: 10 ms a pause, and what the fault takes.
@@ -287,7 +292,9 @@ std::string EndText(char end) {
     case 'L': return "Communication Error, after 2 s";
     case 'P': return "COM Port Error, at once";
     case 'W': return "done, 2 s later";
+    case 'N': return "done, with a note";
     case 'U': return "done, with wrong data";
+    case 'M': return "done, with wrong data and a note";
     case 'D': return "done";
     default: return "no effect";
   }

@@ -112,9 +112,13 @@ TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
     long ms;
   } cases[] = {{"silence", read, "False01", 2000},
                {"echo-only", read, "False01", 2000},
+               {"no-echo", read, unit + "\r\n", 0},
+               {"bad-echo", read, "KX~F0200?\r\n" + unit + "\r\n", 0},
                {"short@0200", read, echo + unit.substr(0, 63) + "\r\n", 0},
                {"long@#1", read, echo + unit + "X\r\n", 0},
                {"non-hex", read, echo + "ZZ" + unit.substr(2) + "\r\n", 0},
+               {"non-hex=31", read, echo + unit.substr(0, 62) + "ZZ\r\n", 0},
+               {"non-hex=32", read, echo + unit + "\r\n", 0},
                {"ng", write, write + "\nNG\r\n", 0},
                {"pieces=20", read, echo + unit + "\r\n", 120},
                {"late=300", read, echo + unit + "\r\n", 300},

@@ -56,6 +56,11 @@ QString BadText(const WriteResult& result, Half half, const Backup& backup) {
   return ReasonText(result.last) + QLatin1Char(' ') + aftermath;
 }
 
+// What is worth telling although it ended well, a sentence more.
+QString NoteText(const SequenceReport& report) {
+  return QLatin1Char(' ') + QString::fromStdString(report.note) + QLatin1Char('.');
+}
+
 }  // namespace
 
 QString DoingText(Sequence sequence) {
@@ -80,8 +85,11 @@ QString ProgressText(const SequenceProgress& progress) {
 
 QString ReasonText(const SequenceReport& report) {
   std::string text = report.why + '.';
-  if (report.outcome == Outcome::kCommunicationError) text = report.where + ": " + text;
+  if (report.outcome == Outcome::kCommunicationError || report.outcome == Outcome::kDataError) {
+    text = report.where + ": " + text;
+  }
   if (!report.remedy.empty()) text += ' ' + report.remedy;
+  if (!report.note.empty() && !report.note.starts_with(report.why)) text += ' ' + report.note + '.';
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
   return QString::fromStdString(text);
 }
@@ -130,8 +138,11 @@ WriteAccount AccountOf(const WriteResult& result, Half half, const Backup& backu
   for (const CellDifference& difference : result.differences) {
     account.differences << QString::fromStdString(DifferenceText(difference));
   }
-  account.good = result.last.outcome == Outcome::kDone && account.differences.isEmpty();
-  account.text = account.good ? GoodText(result, backup) : BadText(result, half, backup);
+  const bool done = result.last.outcome == Outcome::kDone;
+  const bool kept = done && account.differences.isEmpty();
+  account.text = kept ? GoodText(result, backup) : BadText(result, half, backup);
+  if (done && !result.last.note.empty()) account.text += NoteText(result.last);
+  account.good = kept && result.last.note.empty();
   const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
   account.at_length = !account.good && (touched || result.backup_kept);
   return account;

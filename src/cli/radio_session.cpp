@@ -9,9 +9,6 @@
 namespace q40 {
 namespace {
 
-constexpr const char* kCheckTheCable =
-    " Check that the radio is on, the cable is in, and the port is the cable's.";
-
 std::string JobName(Sequence sequence) {
   switch (sequence) {
     case Sequence::kReadSettings: return "Reading settings";
@@ -65,6 +62,7 @@ int RadioSession::Write(Half half, const WriteNet& net, const std::string& resto
   if (result.last.outcome != Outcome::kDone) {
     return Conclude(result.last, ' ' + AftermathText(result, half, restore));
   }
+  Conclude(result.last);
   report_ = result.write;
   return net.verify ? ConcludeVerified(result, restore) : static_cast<int>(kExitDone);
 }
@@ -98,8 +96,8 @@ int RadioSession::Dump(int first_block, int count) {
     if (!IsBlockAnswer(*reply)) {
       return console.Error(kExitCommunicationError, std::string(kCommunicationErrorText) +
                                                         ": no proper answer for address " +
-                                                        AddressText(address) + " within 0.5 s." +
-                                                        kCheckTheCable);
+                                                        AddressText(address) + " within 0.5 s. " +
+                                                        std::string(kCheckTheCable));
     }
     const std::string line = BlockText(block) + '\t' +
                              reply->substr(reply->size() - kBlockDigits - 2, kBlockDigits) + '\n';
@@ -139,19 +137,21 @@ std::string RadioSession::Advice(const PortProblem& problem) const {
 int RadioSession::Conclude(const SequenceReport& report, const std::string& written) {
   report_ = report;
   const std::string at = report.where.empty() ? std::string() : " (" + report.where + ")";
+  const std::string remedy = report.remedy.empty() ? std::string() : ' ' + report.remedy;
+  const std::string reason = ": " + report.why + at + '.' + remedy + written;
   Console& console = context_.console;
   switch (report.outcome) {
-    case Outcome::kDone: return kExitDone;
+    case Outcome::kDone:
+      // Not an error, but nothing that --quiet may swallow.
+      return report.note.empty() ? static_cast<int>(kExitDone)
+                                 : console.Error(kExitDone, report.note);
     case Outcome::kInterrupted: return console.Error(kExitInterrupted, "Interrupted." + written);
     case Outcome::kPortError:
       return console.Error(kExitPortError,
                            kPortErrorText + Advice(link_.port().Problem()) + written);
     case Outcome::kCommunicationError:
-      return console.Error(kExitCommunicationError, std::string(kCommunicationErrorText) + ": " +
-                                                        report.why + at + "." + kCheckTheCable +
-                                                        written);
-    case Outcome::kDataError:
-      return console.Error(kExitDataError, "Data Error: " + report.why + at + "." + written);
+      return console.Error(kExitCommunicationError, kCommunicationErrorText + reason);
+    case Outcome::kDataError: return console.Error(kExitDataError, kDataErrorText + reason);
     case Outcome::kWrongModel:
     case Outcome::kCancelled:
       return console.Error(

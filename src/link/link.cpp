@@ -85,6 +85,7 @@ std::string Link::Exchange(std::string_view command) {
   const auto complete = [&](const std::string& reply) {
     return reply.size() >= command.size() + kShortestAnswer && reply.back() == '\n';
   };
+  reply_.clear();
   if (DeadlineIsOver()) return std::string(kNoReply);
   if (!port_.IsOpen() || !Send(std::string(command) + '\n') ||
       !Collect(timers_.Timer2, kCommandTimeout, complete, {})) {

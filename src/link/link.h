@@ -71,6 +71,8 @@ class Link {
   // Whether the last command reached the port, be it in part. False when the port was lost before, or
   // a stop request held the command back.
   [[nodiscard]] bool WasSent() const { return was_sent_; }
+  // Everything that came back to the last command, also when it was no complete reply.
+  [[nodiscard]] const std::string& Received() const { return reply_; }
 
   // Sends the End command, after a stop request too, and pauses. The answer does not matter; on a
   // silent radio this takes 2010 ms.

@@ -14,8 +14,15 @@ class BackupHost final : public SequenceHost {
   BackupHost(SequenceHost& host, CloneDocument& radio, int model)
       : host_(host), radio_(radio), model_(model) {}
 
-  // The radio's model when it is another one, as the sequences report a question that was cancelled.
+  // What is no backup: one of a radio of another model, which the sequences report as a question that
+  // was cancelled, and one that holds what damaged replies told.
   [[nodiscard]] SequenceReport Judged(SequenceReport report) const {
+    if (report.outcome == Outcome::kDone && last_half_ && !report.damaged.empty()) {
+      report.outcome = Outcome::kCommunicationError;
+      report.why = DamageText(report.damaged);
+      report.remedy = kCheckTheCable;
+      report.where = "backup";
+    }
     if (report.outcome != Outcome::kCancelled) return report;
     report.outcome = Outcome::kWrongModel;
     report.why = "the radio is an " + std::string(ModelName(report.radio_model)) +
@@ -30,7 +37,10 @@ class BackupHost final : public SequenceHost {
     return true;
   }
   void New() override {}
-  void Begin(Sequence /*sequence*/) override { host_.Begin(Sequence::kBackUp); }
+  void Begin(Sequence sequence) override {
+    last_half_ = sequence == Sequence::kReadMemory;
+    host_.Begin(Sequence::kBackUp);
+  }
   void ShowProgress(const SequenceProgress& progress) override {
     SequenceProgress shown = progress;
     shown.sequence = Sequence::kBackUp;
@@ -46,6 +56,7 @@ class BackupHost final : public SequenceHost {
   SequenceHost& host_;
   CloneDocument& radio_;
   int model_;
+  bool last_half_ = false;
 };
 
 // False: `result` says why the write must not start.
@@ -91,7 +102,9 @@ std::string AcknowledgedText(std::size_t settings, std::size_t channels, bool al
 WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, Half half,
                       const WriteNet& net) {
   WriteResult result;
-  if (net.keep_backup && !BackUp(link, document.model, host, net, result)) return result;
+  // The write refuses data that is none, and says so itself: no need to read the radio first.
+  const bool backs_up = net.keep_backup && !FirstBadUnit(MakeWritePlan(document, half));
+  if (backs_up && !BackUp(link, document.model, host, net, result)) return result;
   Sequences sequences(link, document, host);
   result.stage = WriteResult::Stage::kWrite;
   result.write = sequences.Write(half);

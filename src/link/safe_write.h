@@ -32,7 +32,7 @@ struct WriteResult {
 
 // Writes a half of the document, or both, to the radio. The host hears of every sequence: kBackUp,
 // then the writes, then kVerify. The backup reads both halves, so that it is a clone file like any
-// other, and refuses a radio of another model before anything is written.
+// other. Before anything is written it refuses a radio of another model, and replies that were damaged.
 WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, Half half,
                       const WriteNet& net);
 

@@ -8,25 +8,23 @@
 namespace q40 {
 namespace {
 
-// Whole replies, echo included.
-constexpr std::size_t kIdentifyReply = 19;
-constexpr std::size_t kAnnounceReply = 11;
-constexpr std::size_t kReadReply = 77;
-constexpr std::size_t kWriteReply = 79;
-constexpr std::string_view kAcknowledged = "OK\r\n";
-
 // Places in the replies, counted from 0. The characters around digit and letter do not matter.
 constexpr std::size_t kModelTextAt = 8;
 constexpr std::string_view kModelText = "RXQ40";
 constexpr std::size_t kVariantAt = 14;
 constexpr std::size_t kVersionAt = 15;
-constexpr std::size_t kDataAt = 11;
 
 constexpr int kSettingsUnits = kSettingsUnitCount + 2 * kSpecialChannelCount + kDialUnitCount;
 
-// The radio gets these frequencies in its RPT rows, whatever the rows hold. Intended.
-constexpr Units100Hz RepeaterFrequency(Band band) {
-  return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
+// What to do about damaged replies.
+const char* Again(Sequence sequence) {
+  switch (sequence) {
+    case Sequence::kReadSettings:
+    case Sequence::kReadMemory: return "; read again";
+    case Sequence::kWriteSettings:
+    case Sequence::kWriteMemory: return "; write again";
+    default: return "; try again";
+  }
 }
 
 SequenceReport Cancelled() {
@@ -56,6 +54,9 @@ void Sequences::StartDeadline() {
 
 SequenceReport Sequences::Finish(bool done) {
   if (done) report_.outcome = Outcome::kDone;
+  if (!report_.damaged.empty()) {
+    report_.note = DamageText(report_.damaged) + Again(progress_.sequence);
+  }
   link_.StopDeadline();
   host_.End(report_);
   return report_;
@@ -67,20 +68,23 @@ bool Sequences::Fail(Outcome outcome, std::string why) {
   return false;
 }
 
+bool Sequences::FailPort() {
+  report_.remedy = link_.port().Problem().remedy;
+  return Fail(Outcome::kPortError, link_.port().Problem().what);
+}
+
 // A reply that is not what it must be.
-bool Sequences::FailReply(const std::string& reply, std::string_view why) {
+bool Sequences::FailReply(const std::string& reply, std::string_view command,
+                          const ReplyForm& form) {
   if (link_.StopRequested()) return Fail(Outcome::kInterrupted, "stopped");
-  if (reply == kPortFailed) {
-    report_.remedy = link_.port().Problem().remedy;
-    return Fail(Outcome::kPortError, link_.port().Problem().what);
-  }
+  if (reply == kPortFailed) return FailPort();
+  report_.remedy = kCheckTheCable;
   if (link_.DeadlineIsOver()) {
     return Fail(Outcome::kCommunicationError, "the whole command took longer than it may");
   }
-  if (reply == kNoReply) {
-    return Fail(Outcome::kCommunicationError, "no complete answer within 2 s");
-  }
-  return Fail(Outcome::kCommunicationError, std::string(why));
+  BadReply bad = JudgeReply(command, form, link_.Received(), reply == kNoReply);
+  report_.remedy = std::move(bad.remedy);
+  return Fail(Outcome::kCommunicationError, std::move(bad.why));
 }
 
 void Sequences::NextUnit(std::string where) {
@@ -93,21 +97,31 @@ void Sequences::NextUnit(std::string where) {
 // ---- exchanges
 
 // Only here: a port that is lost later stays closed until the next sequence.
-bool Sequences::OpenPort() { return link_.OpenPort() || FailReply(std::string(kPortFailed), {}); }
+bool Sequences::OpenPort() {
+  if (link_.OpenPort()) return true;
+  return link_.StopRequested() ? Fail(Outcome::kInterrupted, "stopped") : FailPort();
+}
+
+// Sends a command. False: no reply of its form came back.
+bool Sequences::Ask(const std::string& command, const ReplyForm& form, std::string& reply) {
+  reply = link_.TxCommand(command);
+  if (!form.Fits(reply)) return FailReply(reply, command, form);
+  if (IsDamaged(command, form, reply)) report_.damaged.push_back(report_.where);
+  return true;
+}
 
 bool Sequences::IdentifyStep(IdentifyFor purpose) {
   report_.where = "identification";
-  const std::string reply = link_.TxCommand(kIdentifyCommand);
-  if (reply.size() != kIdentifyReply) {
-    return FailReply(reply, "an answer of " + std::to_string(reply.size()) +
-                                " characters instead of " + std::to_string(kIdentifyReply));
-  }
+  std::string reply;
+  if (!Ask(std::string(kIdentifyCommand), kIdentifyReply, reply)) return false;
   if (reply.compare(kModelTextAt, kModelText.size(), kModelText) != 0) {
+    report_.remedy = kCheckTheCable;
     return Fail(Outcome::kCommunicationError, "the answer does not come from an RX-Q40 radio");
   }
   const char variant = reply[kVariantAt];
   if (variant < '0' || variant > '2') {
     document_.image.VersionA = false;  // also by a radio that nobody knows
+    report_.remedy = "Known are 0 (RX-Q40T), 1 (RX-Q40E) and 2 (RX-Q40T1).";
     return Fail(Outcome::kCommunicationError,
                 "the radio reports the unknown variant " + Quoted(std::string(1, variant)));
   }
@@ -130,9 +144,8 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
 bool Sequences::Announce() {
   report_.where = "announcement";
   if (!OpenPort()) return false;
-  const std::string reply = link_.TxCommand(kAnnounceCommand);
-  return (reply.size() == kAnnounceReply && reply.ends_with(kAcknowledged)) ||
-         FailReply(reply, "the radio does not answer OK");
+  std::string reply;
+  return Ask(std::string(kAnnounceCommand), kAnnounceReply, reply);
 }
 
 bool Sequences::OpenForWriting() {
@@ -151,24 +164,20 @@ bool Sequences::IsDocumentsModel() {
 
 bool Sequences::ReadUnit(Address address, std::string& digits) {
   NextUnit(UnitName(address));
-  const std::string reply = link_.TxCommand(ReadCommand(address));
-  if (reply.size() != kReadReply) {
-    return FailReply(reply, "an answer of " + std::to_string(reply.size()) +
-                                " characters instead of " + std::to_string(kReadReply));
-  }
-  digits = reply.substr(kDataAt, kUnitDigits);
+  std::string reply;
+  if (!Ask(ReadCommand(address), kReadReply, reply)) return false;
+  digits = DataOf(reply);
   return true;
 }
 
-bool Sequences::WriteUnit(Address address, std::string_view digits) {
-  NextUnit(UnitName(address));
-  const std::string reply = link_.TxCommand(WriteCommand(address, digits));
-  if (link_.WasSent()) report_.in_flight = address;
-  if (reply.size() != kWriteReply || !reply.ends_with(kAcknowledged)) {
-    return FailReply(reply, "the radio does not acknowledge the write");
-  }
+bool Sequences::WriteUnit(const Unit& unit) {
+  NextUnit(UnitName(unit.address));
+  std::string reply;
+  const bool acknowledged = Ask(WriteCommand(unit.address, unit.digits), kWriteReply, reply);
+  if (link_.WasSent()) report_.in_flight = unit.address;
+  if (!acknowledged) return false;
   report_.in_flight.reset();
-  report_.acknowledged.push_back({address, std::string(digits)});
+  report_.acknowledged.push_back(unit);
   return true;
 }
 
@@ -190,6 +199,14 @@ bool Sequences::ReadSettingsLines() {
   return true;
 }
 
+// The cable is only to blame when the reply was damaged.
+bool Sequences::FailDecoding(const std::string& why) {
+  const bool damaged = !report_.damaged.empty() && report_.damaged.back() == report_.where;
+  report_.remedy = damaged ? "The reply was damaged. " + std::string(kCheckTheCable)
+                           : "Store that channel anew at the radio, then read again.";
+  return Fail(Outcome::kCommunicationError, "the channel cannot be decoded: " + why);
+}
+
 // The band's store changes when all its five channels have arrived, not before.
 bool Sequences::ReadSpecialChannels(Band band) {
   SpecialSet set;
@@ -198,7 +215,7 @@ bool Sequences::ReadSpecialChannels(Band band) {
     std::string digits;
     if (!ReadUnit(SpecialChannelAddress(band, k), digits)) return false;
     if (const auto error = DecodeSpecialChannel(digits, k, set)) {
-      return Fail(Outcome::kCommunicationError, error->Message());
+      return FailDecoding(error->Message());
     }
   }
   CloneImage& image = document_.image;
@@ -228,7 +245,7 @@ bool Sequences::ReadMemoryChannels() {
     std::string digits;
     if (!ReadUnit(MemoryChannelAddress(n), digits)) return false;
     if (const auto error = DecodeMemoryChannel(digits, n, document_.image)) {
-      return Fail(Outcome::kCommunicationError, error->Message());
+      return FailDecoding(error->Message());
     }
     host_.ShowMemoryChannel(n);
   }
@@ -237,43 +254,21 @@ bool Sequences::ReadMemoryChannels() {
 
 // ---- writing
 
-bool Sequences::WriteSettingsLines() {
-  auto& lines = document_.image.SettingsLine;
-  EncodeSettings(document_.settings, document_.image);
-  if (!WriteUnit(kSettingsAddress[0], lines[0] + lines[1])) return false;
-  Pause();
-  return WriteUnit(kSettingsAddress[1], lines[2] + lines[3]);
+bool Sequences::IsData(const WritePlan& plan) {
+  const auto bad = FirstBadUnit(plan);
+  if (!bad) return true;
+  report_.where = bad->where;
+  report_.remedy = "Read the radio again, or correct the clone file.";
+  return Fail(Outcome::kDataError, bad->why);
 }
 
-bool Sequences::WriteSpecialChannels(Band band) {
-  SpecialSet set = SpecialStore(document_.image, band);  // a working copy: the store keeps its RPT
-  const PresentPair present = StoredPresent(document_.image, band);
-  set[kRptRow].value[0] = RepeaterFrequency(band);
-  for (int k = 0; k < kSpecialChannelCount; ++k) {
-    Pause();
-    const auto lines = EncodeSpecialChannel(set, present, k);
-    if (!lines) return Fail(Outcome::kCommunicationError, "the channel cannot be encoded");
-    if (!WriteUnit(SpecialChannelAddress(band, k), lines->Joined())) return false;
-  }
-  return true;
-}
-
-bool Sequences::WriteDialTexts() {
-  for (int unit = 0; unit < kDialUnitCount; ++unit) {
-    Pause();
-    const std::string digits =
-        MakeDialData(document_.dial, 2 * unit) + MakeDialData(document_.dial, 2 * unit + 1);
-    if (!WriteUnit(DialAddress(unit), digits)) return false;
-  }
-  return true;
-}
-
-bool Sequences::WriteMemoryChannels() {
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    Pause();
-    const auto lines = EncodeMemoryChannel(document_.image, n);
-    if (!lines) return Fail(Outcome::kCommunicationError, "the channel cannot be encoded");
-    if (!WriteUnit(MemoryChannelAddress(n), lines->Joined())) return false;
+bool Sequences::WriteUnits(const std::vector<Unit>& units) {
+  // The first settings unit follows the identification at once.
+  bool pause = progress_.sequence == Sequence::kWriteMemory;
+  for (const Unit& unit : units) {
+    if (pause) Pause();
+    pause = true;
+    if (!WriteUnit(unit)) return false;
   }
   return true;
 }
@@ -310,8 +305,9 @@ SequenceReport Sequences::RunReadSettings() {
   return Finish(true);
 }
 
-SequenceReport Sequences::RunReadMemory() {
+SequenceReport Sequences::RunReadMemory(const SequenceReport& before) {
   Begin(Sequence::kReadMemory, kMemoryChannelCount);
+  report_.damaged = before.damaged;
   if (!OpenPort() || !IdentifyStep(IdentifyFor::kReading) || !ReadMemoryChannels()) {
     return Finish(false);
   }
@@ -334,7 +330,7 @@ SequenceReport Sequences::ReadMemory() {
     return Cancelled();
   }
   document_.MemoryChanged = false;
-  return RunReadMemory();
+  return RunReadMemory({});
 }
 
 SequenceReport Sequences::ReadAll() {
@@ -346,47 +342,41 @@ SequenceReport Sequences::ReadAll() {
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
   SequenceReport settings = RunReadSettings();
-  if (settings.outcome == Outcome::kDone) return RunReadMemory();
+  if (settings.outcome == Outcome::kDone) return RunReadMemory(settings);
   // The channels are still the user's, unless another model has replaced them.
   if (document_.model == model) document_.MemoryChanged = memory_changed;
   return settings;
 }
 
-SequenceReport Sequences::WriteSettings() {
-  Begin(Sequence::kWriteSettings, kSettingsUnits);
-  if (!OpenForWriting() || !WriteSettingsLines() || !WriteSpecialChannels(Band::kVhf) ||
-      !WriteSpecialChannels(Band::kUhf) || !WriteDialTexts()) {
-    return Finish(false);
-  }
+// `plan` is all that the command sends, in both halves: nothing of it goes out when a part is no data.
+SequenceReport Sequences::RunWrite(Sequence sequence, const WritePlan& plan,
+                                   const SequenceReport& before) {
+  const bool settings = sequence == Sequence::kWriteSettings;
+  const std::vector<Unit>& units = settings ? plan.settings : plan.memory;
+  Begin(sequence, static_cast<int>(units.size()));
+  report_.damaged = before.damaged;
+  if (!IsData(plan) || !OpenForWriting()) return Finish(false);
+  if (settings) EncodeSettings(document_.settings, document_.image);
+  if (!WriteUnits(units)) return Finish(false);
   Pause();
   link_.TxEnd();
   return Finish(true);
 }
 
-SequenceReport Sequences::WriteMemory() {
-  Begin(Sequence::kWriteMemory, kMemoryChannelCount);
-  if (!OpenForWriting() || !WriteMemoryChannels()) return Finish(false);
-  Pause();
-  link_.TxEnd();
-  return Finish(true);
-}
-
-SequenceReport Sequences::WriteAll() {
-  SequenceReport settings = WriteSettings();
-  if (settings.outcome != Outcome::kDone) return settings;
-  SequenceReport memory = WriteMemory();
+SequenceReport Sequences::Write(Half half) {
+  const WritePlan plan = MakeWritePlan(document_, half);
+  if (half == Half::kMemory) return RunWrite(Sequence::kWriteMemory, plan, {});
+  SequenceReport settings = RunWrite(Sequence::kWriteSettings, plan, {});
+  if (half == Half::kSettings || settings.outcome != Outcome::kDone) return settings;
+  SequenceReport memory = RunWrite(Sequence::kWriteMemory, plan, settings);
   memory.acknowledged.insert(memory.acknowledged.begin(), settings.acknowledged.begin(),
                              settings.acknowledged.end());
   return memory;
 }
 
-SequenceReport Sequences::Write(Half half) {
-  switch (half) {
-    case Half::kSettings: return WriteSettings();
-    case Half::kMemory: return WriteMemory();
-    default: return WriteAll();
-  }
-}
+SequenceReport Sequences::WriteSettings() { return Write(Half::kSettings); }
+SequenceReport Sequences::WriteMemory() { return Write(Half::kMemory); }
+SequenceReport Sequences::WriteAll() { return Write(Half::kBoth); }
 
 SequenceReport Sequences::Verify(const std::vector<Unit>& written, std::vector<Unit>& found) {
   Begin(Sequence::kVerify, static_cast<int>(written.size()));

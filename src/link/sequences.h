@@ -19,6 +19,8 @@
 #include "image/clone_document.h"
 #include "image/document_units.h"
 #include "link/link.h"
+#include "link/reply.h"
+#include "link/write_plan.h"
 
 namespace q40 {
 
@@ -32,9 +34,6 @@ enum class Sequence : unsigned char {
   kBackUp,  // a read of everything, into another document than the one that is shown
   kVerify,
 };
-
-// Which half of a document a command moves.
-enum class Half : unsigned char { kBoth, kSettings, kMemory };
 
 enum class Outcome : unsigned char {
   kDone,
@@ -69,8 +68,11 @@ struct SequenceReport {
   // From the identification; -1 and '\0' before.
   int radio_model = -1;
   char version_letter = '\0';
-  // What is worth telling although it ended well: replies that had the right length and were damaged.
-  // One line without a full stop, bounded in length; empty when there is nothing to tell.
+  // Where replies had the right form and were damaged all the same: the sequence went on. In the second
+  // half of a command that moves both, this tells of the first half too.
+  std::vector<std::string> damaged;
+  // The same as one line without a full stop, bounded in length, with what to do: "1 reply was damaged:
+  // memory channel 5; read again". Empty when there is nothing to tell.
   std::string note;
 };
 
@@ -142,7 +144,8 @@ class Sequences {
   SequenceReport Finish(bool done);
   // These two note the failure and return false, so that a step can return them.
   bool Fail(Outcome outcome, std::string why);
-  bool FailReply(const std::string& reply, std::string_view why);
+  bool FailReply(const std::string& reply, std::string_view command, const ReplyForm& form);
+  bool FailPort();
   void Begin(Sequence sequence, int units);
   void StartDeadline();
   void NextUnit(std::string where);
@@ -152,20 +155,21 @@ class Sequences {
   bool Announce();
   bool OpenForWriting();
   bool IsDocumentsModel();
+  bool Ask(const std::string& command, const ReplyForm& form, std::string& reply);
   bool ReadUnit(Address address, std::string& digits);
-  bool WriteUnit(Address address, std::string_view digits);
+  bool WriteUnit(const Unit& unit);
   void Pause() { link_.Wait(kPauseMs); }
 
   bool ReadSettingsLines();
   bool ReadSpecialChannels(Band band);
   bool ReadDialTexts();
   bool ReadMemoryChannels();
-  bool WriteSettingsLines();
-  bool WriteSpecialChannels(Band band);
-  bool WriteDialTexts();
-  bool WriteMemoryChannels();
+  bool FailDecoding(const std::string& why);
+  bool IsData(const WritePlan& plan);
+  bool WriteUnits(const std::vector<Unit>& units);
   SequenceReport RunReadSettings();
-  SequenceReport RunReadMemory();
+  SequenceReport RunReadMemory(const SequenceReport& before);
+  SequenceReport RunWrite(Sequence sequence, const WritePlan& plan, const SequenceReport& before);
 
   Link& link_;
   CloneDocument& document_;

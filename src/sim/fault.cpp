@@ -19,9 +19,11 @@ struct KindRow {
 constexpr KindRow kKinds[] = {
     {"silence", FaultKind::kSilence, -1, "nothing comes back"},
     {"echo-only", FaultKind::kEchoOnly, -1, "the echo comes, the answer does not"},
+    {"no-echo", FaultKind::kNoEcho, -1, "the answer comes, the echo does not"},
+    {"bad-echo", FaultKind::kBadEcho, -1, "one character of the echo is another"},
     {"short", FaultKind::kShort, -1, "an answer of one character too few"},
     {"long", FaultKind::kLong, -1, "an answer of one character too many"},
-    {"non-hex", FaultKind::kNonHex, -1, "data with characters that are no digits"},
+    {"non-hex", FaultKind::kNonHex, 0, "no digits in byte =N of the data"},
     {"ng", FaultKind::kNotGood, -1, R"("NG" instead of "OK")"},
     {"pieces", FaultKind::kPieces, 50, "the answer in pieces, =MS apart"},
     {"late", FaultKind::kLate, 2500, "the answer comes =MS later"},

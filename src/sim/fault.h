@@ -20,9 +20,11 @@ namespace q40 {
 enum class FaultKind : unsigned char {
   kSilence,        // silence: nothing comes back
   kEchoOnly,       // echo-only: the echo comes, the answer does not
+  kNoEcho,         // no-echo: the answer comes, the echo does not
+  kBadEcho,        // bad-echo: one character of the echo is another
   kShort,          // short: an answer of one character too few
   kLong,           // long: one too many
-  kNonHex,         // non-hex: "ZZ" in the data
+  kNonHex,         // non-hex=N: "ZZ" in byte N of the data (0)
   kNotGood,        // ng: "NG" instead of "OK"
   kPieces,         // pieces=MS: the answer in pieces of ten characters, MS apart (50)
   kLate,           // late=MS: the answer comes MS later (2500)

@@ -111,6 +111,7 @@ void SimulatedRadio::FinishLine(std::size_t length, bool with_line_feed) {
   ++exchanges_;
   Answer answer = AnswerTo(command, with_line_feed);
   Spoil(answer, command, with_line_feed);
+  if (answer.bad_echo && !command.empty()) line_[command.size() - 1] = '?';
   if (answer.echo) {
     EchoLine(length);
   } else {
@@ -168,12 +169,17 @@ void SimulatedRadio::Spoil(Answer& answer, std::string_view command, bool with_l
         answer.text.clear();
         break;
       case FaultKind::kEchoOnly: answer.text.clear(); break;
+      case FaultKind::kNoEcho: answer.echo = false; break;
+      case FaultKind::kBadEcho: answer.bad_echo = true; break;
       case FaultKind::kShort:
         if (end > start) answer.text.erase(end - 1, 1);
         break;
       case FaultKind::kLong: answer.text.insert(end, 1, 'X'); break;
       case FaultKind::kNonHex:
-        if (answer.to_store.empty() && end > start + 2) answer.text.replace(start, 2, "ZZ");
+        if (const std::size_t at = start + 2 * static_cast<std::size_t>(fault.number);
+            answer.to_store.empty() && end > start + 2 && at + 2 <= end) {
+          answer.text.replace(at, 2, "ZZ");
+        }
         break;
       case FaultKind::kNotGood:
         if (const auto at = answer.text.find("OK"); at != std::string::npos) {

@@ -64,7 +64,8 @@ class SimulatedRadio {
   // The answer to one command; faults change it before it is spoken.
   struct Answer {
     bool echo = true;
-    std::string text;  // with its line ends; empty: no answer
+    bool bad_echo = false;  // its last character before the line end is another
+    std::string text;       // with its line ends; empty: no answer
     std::chrono::milliseconds delay{0};
     std::chrono::milliseconds gap{0};  // between pieces of ten characters; 0: in one piece
     // A write stores this when it is answered.

@@ -122,6 +122,17 @@ TEST_F(RadioCommands, TheFocusComesBack) {
   }
 }
 
+// Letters that a bad cable made of digits arrive like any data, and are not sent back.
+TEST_F(RadioCommands, DamagedRepliesAreToldAndNotWritten) {
+  Start({"non-hex=8@0040"});
+  Trigger("mnuReAll");
+  EXPECT_TRUE(Status().startsWith("1 reply was damaged: ")) << Status().toStdString();
+  Error("Data Error");
+  Trigger("mnuWrSet");
+  EXPECT_TRUE(Status().startsWith("Settings area 2: byte 0x0048")) << Status().toStdString();
+  EXPECT_TRUE(Status().endsWith("Nothing was written.")) << Status().toStdString();
+}
+
 TEST_F(RadioCommands, ServicePage) {
   Start();
   Trigger("mnuToolsService");

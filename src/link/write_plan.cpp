@@ -1,0 +1,87 @@
+#include "link/write_plan.h"
+
+#include <algorithm>
+
+#include "image/channel_codec.h"
+#include "image/hex.h"
+#include "image/plain_text.h"
+#include "image/settings_codec.h"
+
+namespace q40 {
+namespace {
+
+// The radio gets these frequencies in its RPT rows, whatever the rows hold. Intended.
+constexpr Units100Hz RepeaterFrequency(Band band) {
+  return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
+}
+
+std::string DigitsOf(const std::optional<ChannelLines>& lines) {
+  return lines ? std::string(lines->Joined()) : std::string();
+}
+
+void AddSpecialChannels(const CloneImage& image, Band band, std::vector<Unit>& units) {
+  SpecialSet set = SpecialStore(image, band);  // a working copy: the store keeps its RPT
+  set[kRptRow].value[0] = RepeaterFrequency(band);
+  for (int k = 0; k < kSpecialChannelCount; ++k) {
+    units.push_back({SpecialChannelAddress(band, k),
+                     DigitsOf(EncodeSpecialChannel(set, StoredPresent(image, band), k))});
+  }
+}
+
+std::vector<Unit> SettingsUnitsOf(const CloneDocument& document) {
+  CloneImage image = document.image;
+  EncodeSettings(document.settings, image);
+  const auto& lines = image.SettingsLine;
+  std::vector<Unit> units = {{kSettingsAddress[0], lines[0] + lines[1]},
+                             {kSettingsAddress[1], lines[2] + lines[3]}};
+  for (const Band band : kBands) AddSpecialChannels(image, band, units);
+  for (int unit = 0; unit < kDialUnitCount; ++unit) {
+    units.push_back({DialAddress(unit), MakeDialData(document.dial, 2 * unit) +
+                                            MakeDialData(document.dial, 2 * unit + 1)});
+  }
+  return units;
+}
+
+std::vector<Unit> MemoryUnitsOf(const CloneImage& image) {
+  std::vector<Unit> units;
+  units.reserve(kMemoryChannelCount);
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    units.push_back({MemoryChannelAddress(n), DigitsOf(EncodeMemoryChannel(image, n))});
+  }
+  return units;
+}
+
+std::optional<BadUnit> BadUnitOf(const Unit& unit) {
+  if (unit.digits.size() != kUnitDigits) {
+    return BadUnit{UnitName(unit.address), "the data cannot be encoded"};
+  }
+  const auto odd =
+      std::find_if(unit.digits.begin(), unit.digits.end(), [](char c) { return !IsHexDigit(c); });
+  if (odd == unit.digits.end()) return std::nullopt;
+  const auto byte = (odd - unit.digits.begin()) / 2;
+  const int address = unit.address + static_cast<int>(byte);
+  const std::string digits = unit.digits.substr(2 * static_cast<std::size_t>(byte), 2);
+  return BadUnit{UnitName(unit.address), "byte 0x" + HexByteText(address >> 8) +
+                                             HexByteText(address) + " holds " + Quoted(digits) +
+                                             ", which is no hexadecimal number"};
+}
+
+}  // namespace
+
+WritePlan MakeWritePlan(const CloneDocument& document, Half half) {
+  WritePlan plan;
+  if (half != Half::kMemory) plan.settings = SettingsUnitsOf(document);
+  if (half != Half::kSettings) plan.memory = MemoryUnitsOf(document.image);
+  return plan;
+}
+
+std::optional<BadUnit> FirstBadUnit(const WritePlan& plan) {
+  for (const auto* units : {&plan.settings, &plan.memory}) {
+    for (const Unit& unit : *units) {
+      if (auto bad = BadUnitOf(unit)) return bad;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace q40

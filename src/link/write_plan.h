@@ -1,0 +1,32 @@
+// What a write sends. It is made, and looked through, before the first byte goes out: data that is
+// none is refused while the radio is still as it was.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "image/clone_document.h"
+#include "image/document_units.h"
+
+namespace q40 {
+
+// Which half of a document a command moves.
+enum class Half : unsigned char { kBoth, kSettings, kMemory };
+
+// The units in the order of the wire. One that cannot be encoded has no digits.
+struct WritePlan {
+  std::vector<Unit> settings;  // 17, or none
+  std::vector<Unit> memory;    // 210, or none
+};
+WritePlan MakeWritePlan(const CloneDocument& document, Half half);
+
+// A unit that must not be sent.
+struct BadUnit {
+  std::string where;  // "settings area 1"
+  std::string why;
+};
+// The first one whose digits are no 64 hexadecimal digits.
+std::optional<BadUnit> FirstBadUnit(const WritePlan& plan);
+
+}  // namespace q40
