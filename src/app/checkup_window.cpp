@@ -10,6 +10,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "app/outer_size.h"
+
 namespace q40 {
 namespace {
 
@@ -80,7 +82,8 @@ CheckUpWindow::CheckUpWindow(QWidget* owner)
   layout->addWidget(table_, 1);
   layout->addLayout(buttons);
   table_->setFocus();
-  resize(fontMetrics().averageCharWidth() * 115, fontMetrics().lineSpacing() * 24);
+  resize(QSize(fontMetrics().averageCharWidth() * 115, fontMetrics().lineSpacing() * 24)
+             .boundedTo(RoomBeside(*owner)));
 }
 
 void CheckUpWindow::ShowFindings(Findings findings) {

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "app/help_search.h"
+#include "app/outer_size.h"
 
 // Outside of every namespace. The resources of a library are linked only when somebody asks for them.
 static void LoadDocuments() { Q_INIT_RESOURCE(app); }
@@ -124,8 +125,11 @@ HelpWindow::HelpWindow(QWidget* owner)
   layout->setSpacing(0);
   layout->addWidget(contents_);
   layout->addLayout(right, 1);
-  resize(character * (kTextCharacters + kContentsCharacters), fontMetrics().lineSpacing() * kLines);
-  browser_->resize(character * kTextCharacters, height());  // to which the pictures are made to fit
+  resize(QSize(character * (kTextCharacters + kContentsCharacters),
+               fontMetrics().lineSpacing() * kLines)
+             .boundedTo(RoomBeside(*owner)));
+  browser_->resize(width() - contents_->width(),
+                   height());  // to which the pictures are made to fit
 
   connect(browser_, &GuideBrowser::documentChanged, this, &HelpWindow::FillContents);
   connect(contents_, &QListWidget::currentRowChanged, [this](int row) {

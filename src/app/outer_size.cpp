@@ -20,34 +20,39 @@ constexpr int Twips(int pixels, int first_twips) {
   return pixels == Pixels(first_twips) ? first_twips : pixels * kTwipsPerPixel;
 }
 
+// With its frame.
 QSize LargestSize(const QWidget& window) {
   // Offscreen nothing is seen, and so nothing can be outside.
-  if (QGuiApplication::platformName() == QLatin1String("offscreen")) return kPixels;
+  if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+    return {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
+  }
   return window.screen()->availableGeometry().size();
 }
 
+QMargins FrameOf(const QWidget& window) {
+  const QWindow* handle = window.windowHandle();
+  return handle != nullptr && window.isVisible() ? handle->frameMargins() : QMargins();
+}
+
 }  // namespace
+
+QSize RoomBeside(const QWidget& owner) { return LargestSize(owner).shrunkBy(FrameOf(owner)); }
 
 OuterSize::OuterSize(QWidget& window) : QObject(&window), window_(window) {
   window_.resize(kPixels.boundedTo(LargestSize(window_)));
   window_.installEventFilter(this);
 }
 
-QMargins OuterSize::Frame() const {
-  const QWindow* handle = window_.windowHandle();
-  return handle != nullptr && window_.isVisible() ? handle->frameMargins() : frame_;
-}
-
 void OuterSize::Fit() {
   const QSize outer = kPixels.boundedTo(LargestSize(window_));
-  const QMargins frame = Frame();
-  if (frame == frame_ || window_.size() != outer.shrunkBy(frame_)) return;
+  const QMargins frame = FrameOf(window_);
+  if (!window_.isVisible() || frame == frame_ || window_.size() != outer.shrunkBy(frame_)) return;
   frame_ = frame;
   window_.resize(outer.shrunkBy(frame_));
 }
 
 QRect OuterSize::Placement() const {
-  const QRect frame = window_.geometry() + Frame();
+  const QRect frame = window_.geometry() + FrameOf(window_);
   return {frame.left() * kTwipsPerPixel, frame.top() * kTwipsPerPixel,
           Twips(frame.width(), kTwips[0]), Twips(frame.height(), kTwips[1])};
 }

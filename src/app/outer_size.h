@@ -2,12 +2,16 @@
 // puts around it, less on a screen that has less.
 #pragma once
 
+#include <QMargins>
 #include <QObject>
 #include <QRect>
 
 class QWidget;
 
 namespace q40 {
+
+// What the screen of `owner` has for another window, which will get a frame like the owner's.
+QSize RoomBeside(const QWidget& owner);
 
 // Sizes the window at once, and again when its frame becomes known, which is after it was shown; a
 // window that the user or the window manager has given another size keeps that.
@@ -25,8 +29,6 @@ class OuterSize final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  [[nodiscard]] QMargins Frame() const;
-
   QWidget& window_;
   QMargins frame_;
 };
