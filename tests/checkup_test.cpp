@@ -163,6 +163,7 @@ TEST(CheckUp, OneFaultEach) {
 TEST(CheckUp, WhatIsNoFinding) {
   void (*const harmless[])(S&) = {
       [](S& /*s*/) {},
+      [](S& s) { LoadSpecialDefaults(s.image, s.document.model); },  // PH and PL of a new document
       [](S& s) { s.image.ChannelInUse[3] = false; },  // not in use: whatever it still holds
       [](S& s) { s.Code(4, kStep, 6).Code(4, kFrequency, 9'000'000); },  // nor is this one
       [](S& s) { s.VersionA().Channel(4, 1'000'000, "LOW"); },

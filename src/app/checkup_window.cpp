@@ -2,6 +2,8 @@
 
 #include <QPushButton>
 
+#include "app/outer_size.h"
+
 namespace q40 {
 
 CheckUpWindow::CheckUpWindow(QWidget* owner)

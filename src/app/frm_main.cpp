@@ -3,10 +3,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QFrame>
-#include <QLabel>
 #include <QMimeData>
-#include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
@@ -14,10 +13,12 @@
 
 #include "app/dlg_com.h"
 #include "app/frm_about.h"
-#include "app/help_window.h"
+#include "app/help_desk.h"
 #include "app/input_guard.h"
+#include "app/outer_size.h"
 #include "app/paths.h"
 #include "app/service_page.h"
+#include "app/status_line.h"
 #include "app/user_options.h"
 #include "editor/dlg_modify.h"
 #include "editor/memory_page.h"
@@ -34,17 +35,10 @@ constexpr int kSettings1Tab = 0;
 constexpr int kSettings2Tab = 1;
 constexpr int kMemoryTab = 2;
 constexpr std::chrono::milliseconds kLinkTimerInterval{500};
-constexpr int kNoteMs = 15000;
-constexpr int kFailureNoteMs = 60000;
-constexpr int kTwipsPerPixel = 15;  // at 96 dpi
-constexpr int kWindowWidthTwips = 12370;
-constexpr int kWindowHeightTwips = 8305;
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
-
-int Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
 
 }  // namespace
 
@@ -57,16 +51,18 @@ frmMain::frmMain(const MainOptions& options)
       port_(new ComPort(options.simulation, this)),
       events_(this),
       link_(port_->port(), events_.Timers(), events_),
-      sequences_(link_, document_, *this) {
+      sequences_(link_, document_, *this),
+      focus_(*this),
+      status_(new StatusLine(this)),
+      size_(new OuterSize(*this)) {
   setObjectName(QStringLiteral("frmMain"));
   port_->setObjectName(QStringLiteral("MSComm1"));
   setWindowTitle(Text(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
   setAcceptDrops(true);
-  resize(Pixels(kWindowWidthTwips), Pixels(kWindowHeightTwips));
+  setStatusBar(status_);
   MakePages();
   ConnectPages();
-  MakeStatusBar();
   MakeMenus();
   MakeToolBar();
   modify_ = new dlgModify(this);
@@ -91,6 +87,7 @@ void frmMain::StartUp() {
 
 void frmMain::FinishStartUp() {
   if (!isVisible()) return;  // closed in the meantime
+  size_->Fit();
   findChild<QTimer*>(QStringLiteral("Timer1"))->setInterval(kLinkTimerInterval);
   setWindowTitle(Text(kWindowTitle));
   SwitchTab(tabs_->currentIndex());
@@ -107,15 +104,18 @@ void frmMain::FinishStartUp() {
 
 void frmMain::SetBusy(Busy busy) {
   busy_ = busy;
+  if (busy == Busy::kTalking) focus_.Keep();
   guard_->SetActive(busy != Busy::kNo);
   // The pages' own shortcuts and mnemonics pass no filter.
   memory_->SetLocked(busy != Busy::kNo);
   special_->SetLocked(busy != Busy::kNo);
+  if (busy == Busy::kTalking) focus_.Park();
+  if (busy == Busy::kNo) focus_.Restore(*tabs_->currentWidget());
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (busy_ == Busy::kTalking) return Note(tr("The radio is being read or written."));
+  if (busy_ == Busy::kTalking) return status_->Hint(tr("The radio is being read or written."));
   // Intended: changed channels alone are not asked about.
   if (document_.SettingsChanged && !AskToSave()) return;
   port_file_.Write(port_->number());
@@ -123,7 +123,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     windows_.back()->close();
     windows_.pop_back();
   }
-  if (!isMinimized()) UserOptions::RememberPlacement(frameGeometry());
+  if (!isMinimized()) UserOptions::RememberPlacement(size_->Placement());
   event->accept();
 }
 
@@ -137,7 +137,7 @@ void frmMain::Run(Command command) {
 
 // Says so when the radio is in the way.
 bool frmMain::MayRun() {
-  if (busy_ == Busy::kTalking) Note(tr("Please wait until the radio is done."));
+  if (busy_ == Busy::kTalking) status_->Hint(tr("Please wait until the radio is done."));
   return busy_ == Busy::kNo;
 }
 
@@ -175,7 +175,7 @@ void frmMain::ToggleToolBar(bool visible) {
   findChild<QToolBar*>(QStringLiteral("tbToolBar"))->setVisible(visible);
 }
 
-void frmMain::ToggleStatusBar(bool visible) { statusBar()->setVisible(visible); }
+void frmMain::ToggleStatusBar(bool visible) { status_->setVisible(visible); }
 
 void frmMain::EditCurrent() {
   if (tabs_->currentIndex() == kSettings1Tab) OpenSpecialChannel(special_->grid().CurrentRow() - 1);
@@ -189,12 +189,8 @@ void frmMain::ChoosePort() {
   ShowStatus();
 }
 
-void frmMain::About() { frmAbout(port_label_->text(), this).exec(); }
-
-void frmMain::Help() {
-  if (help_ == nullptr) help_ = new HelpWindow(this);
-  ShowWindow(*help_);
-}
+void frmMain::About() { frmAbout(status_->port(), this).exec(); }
+void frmMain::Help() { help_->Explain(focusWidget()); }
 
 void frmMain::ShowWindow(QWidget& window) {
   std::erase(windows_, &window);
@@ -207,34 +203,33 @@ void frmMain::ShowWindow(QWidget& window) {
 // ---- the status bar
 
 void frmMain::ShowStatus() {
-  model_label_->setText(
-      tr("%1 version %2")
-          .arg(Text(ModelName(document_.model)), document_.image.VersionA ? "A" : "0"));
-  port_label_->setText(tr("COM %1: %2").arg(port_->number()).arg(port_->device()));
-  file_label_->setText(HasChanges() ? tr("Changed") : tr("Not changed"));
+  QString state = HasChanges() ? tr("Changed") : tr("Not changed");
+  if (!part_.Text().isEmpty()) state += tr(", part of a radio");
+  status_->ShowFacts(
+      {tr("%1 version %2")
+           .arg(Text(ModelName(document_.model)), document_.image.VersionA ? "A" : "0"),
+       tr("COM %1: %2").arg(port_->number()).arg(port_->device()), state, part_.Text()});
 }
 
-void frmMain::Note(const QString& text) {
-  constexpr std::chrono::milliseconds kReadingTime{2000};
-  statusBar()->showMessage(text, kNoteMs);
-  note_stays_.setRemainingTime(kReadingTime);
+void frmMain::Edited() {
+  status_->Action();
+  ShowStatus();
 }
 
-void frmMain::NoteFailure(const QString& text) { statusBar()->showMessage(text, kFailureNoteMs); }
+void frmMain::Note(const QString& text) { status_->Result(text); }
+void frmMain::NoteFailure(const QString& text) { status_->Failure(text); }
 
-// A long message takes the place of the permanent texts, and a longer one can be read in its tool
-// tip.
-void frmMain::MakeRoomFor(const QString& message) {
-  QStatusBar* bar = statusBar();
-  bar->setToolTip(message);
-  const int needed = bar->fontMetrics().horizontalAdvance(message);
-  constexpr int kAroundALabel = 12;  // and around the message, and the size grip
-  int taken = 5 * kAroundALabel;
-  for (const QLabel* label : {model_label_, port_label_, file_label_}) {
-    taken += label->sizeHint().width() + kAroundALabel;
+// The document starts anew, with the defaults of its model. While a radio is talked to this is part of
+// what is told at the end.
+void frmMain::NoteStart() {
+  let_go_.clear();
+  if (!path_.empty()) {
+    const QString name = QFileInfo(QString::fromStdString(path_)).fileName();
+    let_go_ = tr(" Before, %1 was open.").arg(name);
   }
-  const bool fits = needed + taken <= bar->width();
-  for (QLabel* label : {model_label_, port_label_, file_label_}) label->setVisible(fits);
+  if (busy_ == Busy::kTalking) return;
+  Note(tr("Started anew with the defaults of the %1.").arg(Text(ModelName(document_.model))) +
+       let_go_);
 }
 
 bool frmMain::HasChanges() const { return document_.SettingsChanged || document_.MemoryChanged; }
@@ -248,6 +243,7 @@ void frmMain::ShowDocument() {
   ShowDialTexts();
   memory_->RedrawAll();
   ForgetImportNotes();
+  part_.Forget();
   ShowStatus();
   CheckNewData();
 }
@@ -294,7 +290,7 @@ void frmMain::OpenMemoryChannel(int n) {
   document_.SettingsChanged = true;
   image.MemoryTable[row] = modify_->Result();
   memory_->Grid1Data(n);
-  ShowStatus();
+  Edited();
 }
 
 void frmMain::OpenSpecialChannel(int k) {
@@ -314,7 +310,7 @@ void frmMain::OpenSpecialChannel(int k) {
   if (k >= kPhRow) image.ShownPresent[row - kPhRow] = true;
   StoreShownRow(image, k);
   special_->Grid2Data(k);
-  ShowStatus();
+  Edited();
 }
 
 // ---- a file dropped on the window

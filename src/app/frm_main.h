@@ -7,18 +7,17 @@
 #include <chrono>
 #include <string>
 
-#include <QDeadlineTimer>
 #include <QMainWindow>
 
 #include "app/com_port.h"
+#include "app/kept_focus.h"
+#include "app/radio_texts.h"
 #include "files/port_number_file.h"
 #include "image/clone_document.h"
-#include "link/safe_write.h"
 #include "link/serial_port.h"
 
 class QAction;
 class QFrame;
-class QLabel;
 class QMenu;
 class QTabWidget;
 
@@ -28,15 +27,17 @@ class ChannelGrid;
 class CheckUpWindow;
 class dlgCOM;
 class dlgModify;
-class HelpWindow;
+class HelpDesk;
 class ImportNotes;
 class InputGuard;
 class MemoryPage;
+class OuterSize;
 class ReportWindow;
 class ServicePage;
 class SettingsPage1;
 class SettingsPage2;
 class SpecialChannels;
+class StatusLine;
 struct CommandRow;
 struct ImportReport;
 struct Place;
@@ -82,7 +83,6 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   // ---- the window (frm_main.cpp, frm_main_layout.cpp)
   void MakePages();
   void ConnectPages();
-  void MakeStatusBar();
   void MakeMenus();
   void MakeToolBar();
   QAction* AddCommand(QMenu& menu, const CommandRow& row);
@@ -97,9 +97,10 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void ToggleToolBar(bool visible);
   void ToggleStatusBar(bool visible);
   void ShowStatus();
-  void Note(const QString& text);
-  void NoteFailure(const QString& text);
-  void MakeRoomFor(const QString& message);
+  void Edited();
+  void Note(const QString& text);         // what came of a command that has succeeded
+  void NoteFailure(const QString& text);  // of one that has not
+  void NoteStart();
 
   // ---- the document and the pages
   void ShowDocument();
@@ -160,6 +161,8 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   void WriteFromMenu(Half half);
   WriteNet Net(std::string& backup);
   std::string KeepBackup(CloneDocument radio);
+  void NoteEnd(const QString& why);
+  void ReportRead(const SequenceReport& report);
   void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
   void TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence first);
   void ShowPageOf(Sequence sequence);
@@ -208,8 +211,10 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   Sequences sequences_;
   Busy busy_ = Busy::kNo;
   InputGuard* guard_ = nullptr;
-  QDeadlineTimer note_stays_{0};  // progress does not take the place of a fresh note
-  bool follow_pages_ = false;     // a menu entry brings the pages to the front
+  KeptFocus focus_;
+  PartialRead part_;
+  QString let_go_;             // which file's data a command has let go
+  bool follow_pages_ = false;  // a menu entry brings the pages to the front
 
   QTabWidget* tabs_ = nullptr;
   std::array<QFrame*, 4> frames_{};
@@ -219,15 +224,14 @@ class frmMain final : public QMainWindow, private SequenceHost {  // NOLINT: the
   SettingsPage2* settings2_ = nullptr;
   ServicePage* service_ = nullptr;
   dlgModify* modify_ = nullptr;
-  HelpWindow* help_ = nullptr;
+  HelpDesk* help_ = nullptr;
   ReportWindow* report_ = nullptr;
   CheckUpWindow* checkup_ = nullptr;
   ImportNotes* import_notes_ = nullptr;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
   QAction* edit_channel_ = nullptr;
-  QLabel* model_label_ = nullptr;
-  QLabel* port_label_ = nullptr;
-  QLabel* file_label_ = nullptr;
+  StatusLine* status_ = nullptr;
+  OuterSize* size_ = nullptr;
 };
 
 }  // namespace q40

@@ -6,7 +6,6 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QStatusBar>
 
 #include "app/frm_main.h"
 #include "app/paths.h"
@@ -94,7 +93,7 @@ bool frmMain::AskToSave() {
 }
 
 void frmMain::DataError(const FileProblem& problem) {
-  Note(Shown(problem.Message()));
+  NoteFailure(Shown(problem.Message()));
   ShowMessage(this, QMessageBox::Critical, kErrorTitle, kDataErrorText);
 }
 
@@ -139,6 +138,7 @@ void frmMain::New() {
   ResetToDefaults(document_);
   document_.SettingsChanged = false;
   document_.MemoryChanged = false;
+  NoteStart();
   SetPath({});
   ShowDocument();
 }
@@ -155,6 +155,7 @@ bool frmMain::SelectModel(int model) {
   if (model == document_.model) return true;
   if (startup_path_.empty() && HasChanges() && !AskToSave()) return false;
   ChangeModel(document_, model);
+  NoteStart();
   SetPath({});
   ShowDocument();
   return true;
@@ -177,7 +178,8 @@ void frmMain::OpenCloneFile(const std::string& path) {
   if (!result.problem) {
     SetPath(path);
     UserOptions::AddRecentFile(path);
-    if (result.odd_digit) Note(Shown(result.odd_digit->Message()));
+    Note(result.odd_digit ? Shown(result.odd_digit->Message())
+                          : tr("Opened %1.").arg(Shown(FileName(path))));
     return ShowDocument();
   }
   // A file that is refused late leaves its model behind.
@@ -237,6 +239,7 @@ bool frmMain::SaveTo(const std::string& path, int model) {
   }
   SetPath(path);
   UserOptions::AddRecentFile(path);
+  Note(tr("Saved as %1.").arg(Shown(FileName(path))));
   return true;
 }
 

@@ -1,19 +1,19 @@
 // The window's parts: pages, menus, toolbar, status bar.
 #include <QApplication>
 #include <QFrame>
-#include <QLabel>
 #include <QMenuBar>
 #include <QScrollArea>
-#include <QStatusBar>
 #include <QStyle>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 #include "app/frm_main.h"
+#include "app/help_desk.h"
 #include "app/input_guard.h"
 #include "app/routing.h"
 #include "app/service_page.h"
+#include "app/status_line.h"
 #include "app/user_options.h"
 #include "editor/dlg_modify.h"
 #include "editor/memory_page.h"
@@ -24,8 +24,18 @@
 namespace q40 {
 namespace {
 
+// So low that the pages need no scroll bar under the usual title bars, which are part of the window's
+// height.
+constexpr int kAbovePage = 3;
+constexpr int kBetweenRows = 3;
+
 // A page frame. What does not fit into the window scrolls.
 QFrame* MakeFrame(int index, QWidget* page) {
+  QMargins margins = page->layout()->contentsMargins();
+  margins.setTop(kAbovePage);
+  margins.setBottom(kAbovePage);
+  page->layout()->setContentsMargins(margins);
+  page->layout()->setSpacing(kBetweenRows);
   auto* frame = new QFrame;
   frame->setObjectName(QStringLiteral("Frame1_%1").arg(index));
   auto* area = new QScrollArea(frame);
@@ -75,13 +85,16 @@ void frmMain::MakePages() {
   frames_[3]->hide();
   setCentralWidget(tabs_);
   guard_ = new InputGuard({frames_.begin(), frames_.end()}, this);
+  help_ = new HelpDesk(
+      *this, [this] { return frames_[3]->isVisible() ? frames_[3] : tabs_->currentWidget(); });
+  connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
 void frmMain::ConnectPages() {
   const auto guarded = [this](Command command) { return [this, command] { Run(command); }; };
   const auto edited = [this] {
     document_.SettingsChanged = true;
-    ShowStatus();
+    Edited();
   };
   connect(tabs_, &QTabWidget::currentChanged, this, &frmMain::SwitchTab);
   connect(tabs_, &QTabWidget::tabBarClicked, this, [this](int tab) {
@@ -101,32 +114,16 @@ void frmMain::ConnectPages() {
   });
   connect(memory_, &MemoryPage::readRequested, this, guarded(&frmMain::ReadMemory));
   connect(memory_, &MemoryPage::writeRequested, this, guarded(&frmMain::WriteMemory));
-  connect(memory_, &MemoryPage::edited, this, &frmMain::ShowStatus);
+  connect(memory_, &MemoryPage::edited, this, &frmMain::Edited);
   connect(memory_, &MemoryPage::openRequested, this, [this](int n) {
     if (!IsBusy()) OpenMemoryChannel(n);
   });
-  connect(special_, &SpecialChannels::edited, this, &frmMain::ShowStatus);
+  connect(special_, &SpecialChannels::edited, this, &frmMain::Edited);
   connect(special_, &SpecialChannels::openRequested, this, [this](int k) {
     if (!IsBusy()) OpenSpecialChannel(k);
   });
   connect(service_, &ServicePage::readRequested, this, &frmMain::ServiceRead);
   connect(service_, &ServicePage::dumpRequested, this, guarded(&frmMain::ServiceDump));
-}
-
-void frmMain::MakeStatusBar() {
-  auto* bar = new QStatusBar(this);
-  bar->setObjectName(QStringLiteral("sbStatusBar"));
-  setStatusBar(bar);
-  const auto label = [bar](const char* name) {
-    auto* made = new QLabel(bar);
-    made->setObjectName(QLatin1String(name));
-    bar->addPermanentWidget(made);
-    return made;
-  };
-  model_label_ = label("lblStatusModel");
-  port_label_ = label("lblStatusPort");
-  file_label_ = label("lblStatusFile");
-  connect(bar, &QStatusBar::messageChanged, this, &frmMain::MakeRoomFor);
 }
 
 void frmMain::MakeMenus() {

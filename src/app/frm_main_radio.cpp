@@ -1,15 +1,10 @@
 // The window's radio commands. The sequences run here, on the window's thread, and hand it to the
 // event loop while they wait.
-#include <cctype>
-#include <filesystem>
-
 #include <QAction>
 #include <QDateTime>
 #include <QFrame>
 #include <QGuiApplication>
-#include <QLabel>
 #include <QProgressBar>
-#include <QStatusBar>
 #include <QTabWidget>
 
 #include "app/frm_main.h"
@@ -17,6 +12,7 @@
 #include "app/report_window.h"
 #include "app/routing.h"
 #include "app/service_page.h"
+#include "app/status_line.h"
 #include "app/tables/settings_items.h"
 #include "app/user_options.h"
 #include "editor/memory_page.h"
@@ -37,27 +33,8 @@ bool MovesMemory(Sequence sequence) {
   return sequence == Sequence::kReadMemory || sequence == Sequence::kWriteMemory;
 }
 
-QString Doing(Sequence sequence) {
-  switch (sequence) {
-    case Sequence::kReadSettings: return frmMain::tr("Reading settings");
-    case Sequence::kReadMemory: return frmMain::tr("Reading memory");
-    case Sequence::kWriteSettings: return frmMain::tr("Writing settings");
-    case Sequence::kWriteMemory: return frmMain::tr("Writing memory");
-    case Sequence::kBackUp: return frmMain::tr("Backing up the radio");
-    case Sequence::kVerify: return frmMain::tr("Verifying");
-    default: return frmMain::tr("Identifying the radio");
-  }
-}
-
-// Why and where a sequence ended, a sentence, with what to try next.
-QString Reason(const SequenceReport& report) {
-  std::string text = report.why + '.';
-  if (report.outcome == Outcome::kCommunicationError || report.outcome == Outcome::kDataError) {
-    text = report.where + ": " + text;
-  }
-  if (!report.remedy.empty()) text += ' ' + report.remedy;
-  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-  return Shown(text);  // it may name a device
+bool Reads(Sequence sequence) {
+  return sequence == Sequence::kReadMemory || sequence == Sequence::kReadSettings;
 }
 
 }  // namespace
@@ -80,11 +57,21 @@ void frmMain::MenuWriteAll() { WriteFromMenu(Half::kBoth); }
 
 void frmMain::Talk(SequenceReport (Sequences::*sequence)()) {
   CollectSettings();
+  let_go_.clear();
   SetBusy(Busy::kTalking);
-  (sequences_.*sequence)();
+  const SequenceReport report = (sequences_.*sequence)();
   SetBusy(Busy::kNo);
+  ReportRead(report);
   ShowStatus();
   CheckNewData();
+}
+
+// Of what failed, End has told before its message box.
+void frmMain::ReportRead(const SequenceReport& report) {
+  if (report.outcome != Outcome::kDone) return;
+  const QString text = ReadText(part_.sequence(), report) + let_go_;
+  if (report.note.empty()) return Note(text);
+  NoteFailure(QString::fromStdString(report.note) + QLatin1String(". ") + text);
 }
 
 // A menu entry first brings the page that shows the data to the front.
@@ -100,6 +87,7 @@ void frmMain::TalkFromMenu(SequenceReport (Sequences::*sequence)(), Sequence fir
 void frmMain::Write(Half half) {
   if (report_ != nullptr) report_->hide();  // it tells of another write
   CollectSettings();
+  let_go_.clear();
   SetBusy(Busy::kTalking);
   std::string backup;
   const WriteNet net = Net(backup);
@@ -155,41 +143,16 @@ std::string frmMain::KeepBackup(CloneDocument radio) {
   return path;
 }
 
-// In the status bar; with a net, which has more to tell, in a window too.
+// In the status bar; what touched the radio and did not end well, in a window too.
 void frmMain::ReportWrite(const WriteResult& result, Half half, const std::string& backup) {
   // That a backup could not be kept has been said, at length.
   if (result.last.outcome == Outcome::kCancelled) return;
-  const bool done = result.last.outcome == Outcome::kDone;
-  QStringList lines;
-  for (const CellDifference& difference : result.differences) {
-    lines << QString::fromStdString(DifferenceText(difference));
-  }
-  if (done && lines.isEmpty()) {
-    QString text =
-        result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
-    if (result.backup_kept) {
-      text += tr(" Before, the radio held %1 (Recent Files).").arg(Shown(FileName(backup)));
-    }
-    return Note(text);
-  }
-  const char* const command = half == Half::kSettings ? "Write Settings"
-                              : half == Half::kMemory ? "Write Memory"
-                                                      : "Write All";
-  const QString restore = tr("open it (Recent Files) and choose %1 in the Radio menu. It is\n%2")
-                              .arg(QLatin1String(command), Shown(backup));
-  QString text = QString::fromStdString(AftermathText(result, half, restore.toStdString()));
-  if (done) {
-    text =
-        tr("The radio did not keep everything. These are the differences between what was "
-           "written and what it holds.");
-    if (result.backup_kept) text += tr(" To bring the backup back: ") + restore;
-  } else if (result.last.outcome != Outcome::kWrongModel) {
-    text = Reason(result.last) + QLatin1Char(' ') + text;
-  }
-  NoteFailure(QString(text).replace(QLatin1Char('\n'), QLatin1Char(' ')));
-  if (!result.backup_kept && result.stage != WriteResult::Stage::kVerify) return;
+  const WriteAccount account = AccountOf(result, half, {Shown(FileName(backup)), Shown(backup)});
+  if (account.good) return Note(account.text);
+  NoteFailure(account.text);
+  if (!account.at_length) return;
   if (report_ == nullptr) report_ = new ReportWindow(this);
-  report_->Tell(text, lines);
+  report_->Tell(account.text, account.differences);
   ShowWindow(*report_);
 }
 
@@ -207,9 +170,10 @@ void frmMain::ShowPageOf(Sequence sequence) {
 void frmMain::Begin(Sequence sequence) {
   const bool shows_pages = sequence != Sequence::kBackUp && sequence != Sequence::kVerify;
   if (follow_pages_ && shows_pages) ShowPageOf(sequence);
+  part_.Begin(sequence);
   SetCloneButtonsEnabled(false);
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  statusBar()->showMessage(Doing(sequence));
+  status_->Doing(DoingText(sequence));
   if (sequence == Sequence::kWriteMemory) {
     memory_->progress().setValue(0);
     memory_->progress().show();
@@ -217,20 +181,19 @@ void frmMain::Begin(Sequence sequence) {
 }
 
 void frmMain::ShowProgress(const SequenceProgress& progress) {
+  QProgressBar& bar = memory_->progress();
   if (MovesMemory(progress.sequence)) {
-    memory_->progress().setValue(progress.done);
-    memory_->progress().show();
+    bar.setValue(progress.done);
+    bar.show();
   }
+  const bool seen = bar.isVisible();
+  status_->ShowWork(progress.done, seen ? 0 : progress.total);
+  status_->Doing(ProgressText(progress));
   ShowStatus();
-  if (!note_stays_.hasExpired()) return;
-  statusBar()->showMessage(tr("%1 (%2): %3, %4 of %5")
-                               .arg(Doing(progress.sequence), model_label_->text(),
-                                    QString::fromStdString(progress.where))
-                               .arg(progress.done + 1)
-                               .arg(progress.total));
 }
 
 void frmMain::ShowSettings() {
+  part_.SettingsArrived();
   settings1_->SetValues(document_.settings);
   settings2_->SetValues(document_.settings);
 }
@@ -246,6 +209,7 @@ void frmMain::ShowDialText(int index) {
 }
 
 void frmMain::ShowMemoryChannel(int n) {
+  part_.ChannelArrived(n);
   memory_->ShowReadChannel(n);
   ForgetImportNotes();
 }
@@ -254,19 +218,31 @@ void frmMain::ShowMemoryChannel(int n) {
 
 void frmMain::End(const SequenceReport& report) {
   QGuiApplication::restoreOverrideCursor();
-  statusBar()->clearMessage();
+  status_->Idle();
+  part_.End(report);
+  // Before the message box, whose few words it explains.
   switch (report.outcome) {
-    case Outcome::kPortError: NoteFailure(Reason(report)); return ComEnd2();
-    case Outcome::kCommunicationError: NoteFailure(Reason(report)); return ComEnd1();
-    case Outcome::kDataError:
-      NoteFailure(Reason(report));
-      ShowMessage(this, QMessageBox::Critical, kErrorTitle, kDataErrorText);
-      return ComEnd3();
+    case Outcome::kPortError: NoteEnd(ReasonText(report)); return ComEnd2();
+    case Outcome::kCommunicationError: NoteEnd(ReasonText(report)); return ComEnd1();
     case Outcome::kWrongModel:
+      NoteEnd(WrongModelText(
+          report, part_.sequence() == Sequence::kVerify ? QString() : tr("Nothing was written.")));
       ShowMessage(this, QMessageBox::Critical, kErrorTitle, kWrongModelText);
+      return ComEnd3();
+    case Outcome::kDataError:
+      NoteEnd(ReasonText(report));
+      ShowMessage(this, QMessageBox::Critical, kErrorTitle, kDataErrorText);
       return ComEnd3();
     default: return ComEnd3();
   }
+}
+
+// Why, what of the radio is here now, and what of the user's is not.
+void frmMain::NoteEnd(const QString& why) {
+  QStringList sentences = {why};
+  if (Reads(part_.sequence()) && !part_.Text().isEmpty()) sentences << part_.Text();
+  NoteFailure(sentences.join(QLatin1Char(' ')) + let_go_);
+  ShowStatus();
 }
 
 void frmMain::ComEnd1() {
@@ -283,6 +259,7 @@ void frmMain::ComEnd3() {
   SetCloneButtonsEnabled(true);
   memory_->progress().hide();
   memory_->progress().setValue(0);
+  status_->ShowWork(0, 0);
 }
 
 void frmMain::SetCloneButtonsEnabled(bool enabled) {
@@ -290,18 +267,19 @@ void frmMain::SetCloneButtonsEnabled(bool enabled) {
   settings1_->SetAutoSelectEnabled(enabled);
   settings2_->SetCloneButtonsEnabled(enabled);
   memory_->SetCloneButtonsEnabled(enabled);
+  if (!enabled) focus_.Park();
 }
 
 // ---- service
 
 void frmMain::BeginService() {
   SetCloneButtonsEnabled(false);
-  statusBar()->showMessage(tr("Reading raw blocks"));
+  status_->Doing(tr("Reading raw blocks"));
 }
 
 void frmMain::EndService() {
   SetCloneButtonsEnabled(true);
-  statusBar()->clearMessage();
+  status_->Idle();
 }
 
 void frmMain::ServiceRead(const QString& digits) {

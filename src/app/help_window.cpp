@@ -8,6 +8,10 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTextBlock>
+#include <QVBoxLayout>
+
+#include "app/help_search.h"
+#include "app/outer_size.h"
 
 // Outside of every namespace. The resources of a library are linked only when somebody asks for them.
 static void LoadDocuments() { Q_INIT_RESOURCE(app); }
@@ -112,13 +116,20 @@ HelpWindow::HelpWindow(QWidget* owner)
   const int character = fontMetrics().averageCharWidth();
   contents_->setFixedWidth(character * kContentsCharacters);
   contents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  auto* right = new QVBoxLayout;
+  right->setSpacing(0);
+  right->addWidget(new HelpSearch(*browser_, this));
+  right->addWidget(browser_, 1);
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(contents_);
-  layout->addWidget(browser_, 1);
-  resize(character * (kTextCharacters + kContentsCharacters), fontMetrics().lineSpacing() * kLines);
-  browser_->resize(character * kTextCharacters, height());  // to which the pictures are made to fit
+  layout->addLayout(right, 1);
+  resize(QSize(character * (kTextCharacters + kContentsCharacters),
+               fontMetrics().lineSpacing() * kLines)
+             .boundedTo(RoomBeside(*owner)));
+  browser_->resize(width() - contents_->width(),
+                   height());  // to which the pictures are made to fit
 
   connect(browser_, &GuideBrowser::documentChanged, this, &HelpWindow::FillContents);
   connect(contents_, &QListWidget::currentRowChanged, [this](int row) {
@@ -128,6 +139,13 @@ HelpWindow::HelpWindow(QWidget* owner)
   });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
   browser_->setSource(QUrl(QLatin1String(kGuide)));
+  browser_->setFocus();
+}
+
+void HelpWindow::ShowSection(const QString& anchor) {
+  QUrl url(QLatin1String{kGuide});
+  if (!anchor.isEmpty()) url.setFragment(anchor);
+  browser_->setSource(url);
   browser_->setFocus();
 }
 

@@ -49,6 +49,9 @@ class HelpWindow : public QWidget {
  public:
   explicit HelpWindow(QWidget* owner);
 
+  // Shows a section of the guide by the anchor of its heading. Of an empty one the start.
+  void ShowSection(const QString& anchor);
+
  private:
   void FillContents();
 

@@ -86,17 +86,16 @@ void UserOptions::ForgetRecentFile(const std::string& path) {
 }
 
 void UserOptions::RememberPlacement(const QRect& frame) {
-  constexpr int kTwipsPerPixel = 15;  // at 96 dpi
   const struct {
     const char* key;
-    int pixels;
+    int twips;
   } values[] = {{"MainLeft", frame.left()},
                 {"MainTop", frame.top()},
                 {"MainWidth", frame.width()},
                 {"MainHeight", frame.height()}};
   File file;
   for (const auto& value : values) {
-    file->setValue(QLatin1String(value.key), QString::number(value.pixels * kTwipsPerPixel));
+    file->setValue(QLatin1String(value.key), QString::number(value.twips));
   }
 }
 

@@ -22,7 +22,7 @@ class UserOptions {
   static void ForgetRecentFile(const std::string& path);
   static constexpr std::size_t kRecentFiles = 8;
 
-  // Written for other programs; the window itself always opens at its own size.
+  // In twips. Written for other programs; the window itself always opens at its own size.
   static void RememberPlacement(const QRect& frame);
 };
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "checkup/read_back.h"
+#include "image/defaults.h"
 #include "image/document_cells.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
@@ -180,11 +181,20 @@ class CheckUpRun {
     const auto row = static_cast<std::size_t>(place.index);
     if (marked && !later) {
       Add(FindingKind::kLimitWithoutFrequency, place, FieldName(Field::kFrequency), {name});
-    } else if (!marked && later) {
+    } else if (!marked && later && !IsDefault(place)) {
       Add(FindingKind::kLimitComesBack, place, FieldName(Field::kFrequency),
           {name, Mhz(SpecialStore(image_, place.band)[row].Frequency())});
     }
     return Present(image_, place.band, place.index);
+  }
+
+  // A special channel of a new document, which nobody has chosen: so are PH and PL, absent and with a
+  // frequency.
+  [[nodiscard]] bool IsDefault(const Place& place) const {
+    CloneImage fresh;
+    LoadSpecialDefaults(fresh, document_.model);
+    const auto row = static_cast<std::size_t>(place.index);
+    return SpecialStore(image_, place.band)[row] == SpecialStore(fresh, place.band)[row];
   }
 
   void MemoryChannel(int n) {

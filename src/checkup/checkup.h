@@ -13,7 +13,8 @@ namespace q40 {
 // What will not stay is not a list of known cases: the document is encoded and decoded, and compared
 // with itself. Frequencies are held against the limits of the document's model and version; the
 // RX-Q20A has none, so that nothing is out of its bands. Channels that are not in use, and what the
-// RPT rows do not carry, are passed over.
+// RPT rows do not carry, are passed over; so are the PH and PL of a new document, although their
+// frequencies come back.
 //
 // document.settings must hold what the settings pages show.
 Findings CheckUp(const CloneDocument& document);

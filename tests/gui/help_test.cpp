@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QSet>
 #include <QTextBlock>
+#include <QWindow>
 
 #include "app/help_window.h"
 #include "gui/window_test.h"
@@ -59,6 +60,73 @@ TEST_F(Help, LinksAndContentsScroll) {
   EXPECT_LT(bar->value(), names);
   contents.setCurrentItem(contents.findItems("Names", Qt::MatchEndsWith).value(0));
   EXPECT_EQ(bar->value(), names);
+}
+
+TEST_F(Help, F1ExplainsWhatIsInFront) {
+  const auto section = [&] { return browser_->source().fragment(); };
+  browser_->window()->close();
+  const char* const pages[] = {"the-page-settings-1", "the-page-settings-2", "the-page-memory"};
+  for (int tab = 1; tab <= 3; ++tab) {
+    ShowTab(tab);
+    Trigger("mnuHelpContents");
+    EXPECT_EQ(section(), pages[tab - 1]);
+  }
+  Trigger("mnuCheckUp");
+  Press("tblFindings", Qt::Key_F1);
+  EXPECT_EQ(section(), "check-up");
+  // A dialog keeps the user from all windows but the help, and may be closed before it.
+  SetFlags(true, false);
+  const struct {
+    const char* command;
+    const char* section;
+  } dialogs[] = {{"mnuEditUndo", "editing-a-channel"},
+                 {"mnuToolsOptions", "connecting-the-radio"},
+                 {"mnuFileNew", "what-is-asked-and-what-is-not"},
+                 {"mnuFileSaveAs", "files"},
+                 {"cmbDelete", "the-page-memory"}};
+  for (const auto& d : dialogs) {
+    answers_.Add([&](QWidget& dialog) {
+      QTest::keyClick(&dialog, Qt::Key_F1);
+      EXPECT_EQ(section(), d.section);
+      QTest::keyClick(browser_->window()->windowHandle(), Qt::Key_F1);
+      EXPECT_EQ(section(), "keyboard");
+      dialog.close();
+    });
+    Trigger(d.command);
+  }
+  for (const char* heading : {"editing-a-channel", "names", "connecting-the-radio", "check-up",
+                              "backing-up-and-verifying", "files", "keyboard", "the-service-page",
+                              "what-is-asked-and-what-is-not", "when-it-does-not-work"}) {
+    const auto& headings = browser_->headings();
+    EXPECT_TRUE(std::any_of(headings.begin(), headings.end(), [&](const auto& h) {
+      return h.anchor == heading;
+    })) << heading;
+  }
+}
+
+TEST_F(Help, CanBeSearched) {
+  auto& box = Find<QLineEdit>("txtFind");
+  const auto found = [&] {
+    return browser_->source().fileName() + ": " + browser_->textCursor().selectedText();
+  };
+  const struct {
+    const char* text;
+    Qt::Key key;
+    const char* found;
+    const char* outcome;
+  } cases[] = {{"D9 FALLS off", Qt::Key_Return, "guide.md: D9 falls off", ""},
+               {nullptr, Qt::Key_F3, "guide.md: D9 falls off", "Gone round"},
+               {"no such words", Qt::Key_F3, "guide.md: D9 falls off", "Not found"},
+               {"KX~WHO", Qt::Key_F3, "protocol.md: KX~WHO", ""}};
+  for (const auto& c : cases) {
+    if (c.text != nullptr) {
+      box.clear();
+      QTest::keyClicks(&box, c.text);
+    }
+    QTest::keyClick(&box, c.key);
+    EXPECT_EQ(found(), c.found);
+    EXPECT_EQ(Find<QLabel>("lblFound").text(), c.outcome);
+  }
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 // Writing with a net, and what the window says when a port or a radio fails it.
+#include <QClipboard>
 #include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QStatusTipEvent>
 
 #include "app/user_options.h"
 #include "files/clone_file.h"
@@ -35,8 +38,15 @@ TEST_F(Net, BothAreOffAtFirstAndRemembered) {
 }
 
 TEST_F(Net, AWriteIsBackedUpAndVerified) {
-  StartNet({}, true, true);
+  StartNet({"late=250@0200"}, true, true);
+  document().image.VersionA = false;  // unlike the radio
+  QTimer::singleShot(100, [&] {
+    EXPECT_TRUE(Status().startsWith("Backing up the radio (RX-Q40E version A)"));
+    EXPECT_TRUE(Find("prgStatus").isVisible());  // on a page without a bar of its own
+    ShowTab(3);
+  });
   Trigger("mnuWrSet");
+  EXPECT_FALSE(Find("prgStatus").isVisible());
   const std::string backup = UserOptions::RecentFiles().front();
   const QString name = QString::fromStdString(backup).split('/').back();
   CloneDocument kept;
@@ -45,6 +55,9 @@ TEST_F(Net, AWriteIsBackedUpAndVerified) {
   EXPECT_TRUE(kept.image.ChannelInUse[0]);  // both halves, whatever is written
   EXPECT_EQ(Status(), "Written and verified. Before, the radio held " + name + " (Recent Files).");
   EXPECT_EQ(window_->findChild<QWidget*>("frmReport"), nullptr);
+  ShowTab(1);
+  Press("chkBeep", Qt::Key_Space);
+  EXPECT_EQ(Status(), "");  // a result stays until the next action
 }
 
 // The backup takes 231 exchanges, opening a write 2 more.
@@ -60,6 +73,8 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
       {"silence@1C20", true, false, "Communication Error", nullptr, "nothing was written"},
       {"ng@#234", true, true, "Communication Error", "To bring the backup back: open it",
        "perhaps"},
+      {"ng@#3", false, false, "Communication Error", "perhaps", "the rest as before"},
+      {"ng@#1", false, false, "Communication Error", nullptr, "Nothing was written"},
       {"not-stored@0200", false, true, nullptr, "The radio did not keep everything.", ""},
   };
   for (const auto& c : cases) {
@@ -103,16 +118,33 @@ TEST_F(Net, APortProblemIsToldAndTheNextCommandTriesAgain) {
   StartOnPort(link);
   Error("COM Port Error");
   Trigger("mnuReMem");
-  EXPECT_TRUE(Status().contains("does not exist. Plug in the cable")) << Status().toStdString();
-  EXPECT_EQ(Find("sbStatusBar").toolTip(), Status());
+  const QString account = Status();
+  EXPECT_TRUE(account.contains("does not exist. Plug in the cable")) << account.toStdString();
+  EXPECT_EQ(Find("lblStatusText").toolTip(), "<qt>" + account + "</qt>");
   EXPECT_FALSE(Find("lblStatusPort").isVisible());
+  EXPECT_TRUE(Find("lblStatusFile").isVisible());
+  // The hint of a menu entry covers it, and goes; what fails to happen does not count.
+  for (const QString tip : {"A hint.", ""}) {
+    QStatusTipEvent event(tip);
+    QApplication::sendEvent(window_.get(), &event);
+    EXPECT_EQ(Find("lblStatusText").isVisible(), tip.isEmpty());
+  }
+  answers_.File({});
+  Trigger("mnuFileOpen");
+  Trigger("mnuCopyStatus");
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), account);
+  EXPECT_EQ(Status(), account);
   const SimulatorProcess radio({"--link", link, "--fault", "hang-up=300@0400"});
   Error("COM Port Error");
   Trigger("mnuReMem");
   EXPECT_TRUE(Status().contains("was disconnected. Plug the cable in again"));
   QTest::qWait(600);
+  EXPECT_EQ(Find<QLabel>("lblStatusFile").text(), "Not changed, part of a radio");
+  EXPECT_TRUE(Status().contains("channels 0 to 15 are the radio's")) << Status().toStdString();
   Trigger("mnuReMem");
   EXPECT_EQ(Flags(), "-M");
+  EXPECT_EQ(Find<QLabel>("lblStatusFile").text(), "Changed");
+  EXPECT_TRUE(Status().startsWith("Read from an RX-Q40"));  // and no word of the failure
 }
 
 }  // namespace

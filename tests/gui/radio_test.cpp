@@ -1,5 +1,6 @@
 // The window with its radio; start-up, exit, port and other windows.
 #include <QPlainTextEdit>
+#include <QSettings>
 
 #include "gui/window_test.h"
 
@@ -53,6 +54,9 @@ TEST_F(RadioCommands, AnotherModelIsNotWrittenAndReadAfterAQuestion) {
   Start();  // RX-Q40T against an RX-Q40E
   answers_.Box("ERROR", "Model is not correct\nPlease select model or click Auto Select", kOk);
   Trigger("mnuWrAll");
+  EXPECT_TRUE(
+      Status().startsWith("The radio is an RX-Q40E, the data is for an RX-Q40T. Nothing was "
+                          "written. Choosing a model, or Auto Select, starts anew"));
   SetFlags(false, true);  // Read Settings does not ask for it, but the change of the model does
   Save(kCancel);
   Trigger("mnuReSet");
@@ -99,6 +103,34 @@ TEST_F(RadioCommands, OneBusyGuard) {
   Trigger("mnuReMem");
   EXPECT_EQ(looked, 2);
   EXPECT_EQ(Flags(), "-M");
+}
+
+// A button that is disabled while the radio talks would pass its focus on, and the next key with it.
+TEST_F(RadioCommands, TheFocusComesBack) {
+  Start({"late=250@0020", "silence@0040"}, SavedDemo());
+  for (const char* button : {"cmbRxData1", "cmdAuto"}) {
+    auto& pressed = Find(button);
+    pressed.setFocus();
+    if (button == std::string_view("cmbRxData1")) {
+      QTimer::singleShot(100, [&] { EXPECT_EQ(window_->focusWidget(), window_.get()); });
+      Error("Communication Error");
+    }
+    Press(button, Qt::Key_Space);
+    EXPECT_EQ(window_->focusWidget(), &pressed) << button;
+    EXPECT_TRUE(Status().endsWith("Before, demo.Q40 was open.") == (&pressed == &Find("cmdAuto")));
+    SetFlags(false, false);
+  }
+}
+
+// Letters that a bad cable made of digits arrive like any data, and are not sent back.
+TEST_F(RadioCommands, DamagedRepliesAreToldAndNotWritten) {
+  Start({"non-hex=8@0040"});
+  Trigger("mnuReAll");
+  EXPECT_TRUE(Status().startsWith("1 reply was damaged: ")) << Status().toStdString();
+  Error("Data Error");
+  Trigger("mnuWrSet");
+  EXPECT_TRUE(Status().startsWith("Settings area 2: byte 0x0048")) << Status().toStdString();
+  EXPECT_TRUE(Status().endsWith("Nothing was written.")) << Status().toStdString();
 }
 
 TEST_F(RadioCommands, ServicePage) {
@@ -164,6 +196,16 @@ TEST_F(RadioCommands, NothingRunsBeforeTheStartUpPauseIsOver) {
   EXPECT_FALSE(window_->isVisible());
   QTest::qWait(200);
   EXPECT_TRUE(window_->IsBusy());  // it never became ready
+}
+
+TEST_F(RadioCommands, TheWindowHasItsSizeWithItsFrame) {
+  Start();
+  EXPECT_NE(window_->frameSize(), window_->size());
+  EXPECT_EQ(window_->frameSize(), QSize(825, 554));
+  EXPECT_TRUE(window_->close());
+  QSettings stored(QSettings::IniFormat, QSettings::UserScope, kPlainTitle);
+  EXPECT_EQ(stored.value("Settings/MainWidth").toString(), "12370");
+  EXPECT_EQ(stored.value("Settings/MainHeight").toString(), "8305");
 }
 
 // Intended: read or cleared channels alone are not asked about, but a box without a byte is.

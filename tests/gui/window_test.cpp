@@ -2,7 +2,6 @@
 
 #include <QFileDialog>
 #include <QSignalSpy>
-#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -220,9 +219,7 @@ void Window::Edit(const QString& grid, int row, std::function<void()> use, const
   Press(grid, Qt::Key_Return);
 }
 
-QString Window::Status() {
-  return Find<QStatusBar>(QStringLiteral("sbStatusBar")).currentMessage();
-}
+QString Window::Status() { return Find<QLabel>(QStringLiteral("lblStatusText")).text(); }
 
 std::string Window::Flags() {
   return std::string(document().SettingsChanged ? "S" : "-") +

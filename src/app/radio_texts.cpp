@@ -1,0 +1,151 @@
+#include "app/radio_texts.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include <QCoreApplication>
+
+#include "app/tables/models.h"
+
+namespace q40 {
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("RadioTexts", text); }
+
+QString RadioText(int model, char version_letter) {
+  const std::string_view name = ModelName(model);
+  return tr("%1 version %2")
+      .arg(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())),
+           QLatin1String(version_letter == 'A' ? "A" : "0"));
+}
+
+const char* CommandOf(Half half) {
+  switch (half) {
+    case Half::kSettings: return "Write Settings";
+    case Half::kMemory: return "Write Memory";
+    default: return "Write All";
+  }
+}
+
+QString RestoreText(Half half, const Backup& backup) {
+  return tr("open it (Recent Files) and choose %1 in the Radio menu. It is\n%2")
+      .arg(QLatin1String(CommandOf(half)), backup.path);
+}
+
+QString GoodText(const WriteResult& result, const Backup& backup) {
+  QString text =
+      result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
+  if (!backup.name.isEmpty()) {
+    text += tr(" Before, the radio held %1 (Recent Files).").arg(backup.name);
+  }
+  return text;
+}
+
+QString BadText(const WriteResult& result, Half half, const Backup& backup) {
+  const QString restore = RestoreText(half, backup);
+  if (result.last.outcome == Outcome::kDone) {
+    QString text =
+        tr("The radio did not keep everything. These are the differences between what was "
+           "written and what it holds.");
+    if (result.backup_kept) text += tr(" To bring the backup back: ") + restore;
+    return text;
+  }
+  const QString aftermath =
+      QString::fromStdString(AftermathText(result, half, restore.toStdString()));
+  if (result.last.outcome == Outcome::kWrongModel) return WrongModelText(result.last, aftermath);
+  return ReasonText(result.last) + QLatin1Char(' ') + aftermath;
+}
+
+// What is worth telling although it ended well, a sentence more.
+QString NoteText(const SequenceReport& report) {
+  return QLatin1Char(' ') + QString::fromStdString(report.note) + QLatin1Char('.');
+}
+
+}  // namespace
+
+QString DoingText(Sequence sequence) {
+  switch (sequence) {
+    case Sequence::kReadSettings: return tr("Reading settings");
+    case Sequence::kReadMemory: return tr("Reading memory");
+    case Sequence::kWriteSettings: return tr("Writing settings");
+    case Sequence::kWriteMemory: return tr("Writing memory");
+    case Sequence::kBackUp: return tr("Backing up the radio");
+    case Sequence::kVerify: return tr("Verifying");
+    default: return tr("Identifying the radio");
+  }
+}
+
+QString ProgressText(const SequenceProgress& progress) {
+  return tr("%1 (%2): %3, %4 of %5")
+      .arg(DoingText(progress.sequence), RadioText(progress.radio_model, progress.version_letter),
+           QString::fromStdString(progress.where))
+      .arg(progress.done + 1)
+      .arg(progress.total);
+}
+
+QString ReasonText(const SequenceReport& report) {
+  std::string text = report.why + '.';
+  if (report.outcome == Outcome::kCommunicationError || report.outcome == Outcome::kDataError) {
+    text = report.where + ": " + text;
+  }
+  if (!report.remedy.empty()) text += ' ' + report.remedy;
+  if (!report.note.empty() && !report.note.starts_with(report.why)) text += ' ' + report.note + '.';
+  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  return QString::fromStdString(text);
+}
+
+QString WrongModelText(const SequenceReport& report, const QString& aftermath) {
+  return tr("%1 %2 Choosing a model, or Auto Select, starts anew: save before what you want to "
+            "keep.")
+      .arg(ReasonText(report), aftermath);
+}
+
+QString ReadText(Sequence sequence, const SequenceReport& report) {
+  const QString radio = RadioText(report.radio_model, report.version_letter);
+  return sequence == Sequence::kAutoSelect
+             ? tr("The radio is an %1. Started anew with the defaults of its model.").arg(radio)
+             : tr("Read from an %1.").arg(radio);
+}
+
+void PartialRead::Begin(Sequence sequence) {
+  sequence_ = sequence;
+  now_ = {};
+}
+
+void PartialRead::End(const SequenceReport& report) {
+  const bool whole = report.outcome == Outcome::kDone;
+  if (sequence_ == Sequence::kReadSettings) {
+    kept_.settings = !whole && (kept_.settings || now_.settings);
+  } else if (sequence_ == Sequence::kReadMemory) {
+    kept_.channels = whole ? 0 : std::max(kept_.channels, now_.channels);
+  }
+}
+
+QString PartialRead::Text() const {
+  QStringList parts;
+  if (kept_.settings) parts << tr("a part of the settings is the radio's, the rest is not");
+  if (kept_.channels == 1) parts << tr("channel 0 is the radio's, the others are not");
+  if (kept_.channels > 1) {
+    parts << tr("channels 0 to %1 are the radio's, the others are not")
+                 .arg(QString::fromStdString(ChannelTitle(kept_.channels - 1)));
+  }
+  if (parts.isEmpty()) return {};
+  return tr("The read broke off: %1.").arg(parts.join(QLatin1String("; ")));
+}
+
+WriteAccount AccountOf(const WriteResult& result, Half half, const Backup& backup) {
+  WriteAccount account;
+  for (const CellDifference& difference : result.differences) {
+    account.differences << QString::fromStdString(DifferenceText(difference));
+  }
+  const bool done = result.last.outcome == Outcome::kDone;
+  const bool kept = done && account.differences.isEmpty();
+  account.text = kept ? GoodText(result, backup) : BadText(result, half, backup);
+  if (done && !result.last.note.empty()) account.text += NoteText(result.last);
+  account.good = kept && result.last.note.empty();
+  const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
+  account.at_length = !account.good && (touched || result.backup_kept);
+  return account;
+}
+
+}  // namespace q40
