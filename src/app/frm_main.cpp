@@ -256,6 +256,7 @@ void frmMain::ShowDialTexts() {
 
 // The dialer memories are taken over as they are edited.
 void frmMain::CollectSettings() {
+  settings2_->LeaveDialer();
   settings1_->TakeValues(document_.settings);
   settings2_->TakeValues(document_.settings);
 }
