@@ -16,6 +16,7 @@
 #include "app/service_page.h"
 #include "app/user_options.h"
 #include "editor/dlg_modify.h"
+#include "editor/held_keys.h"
 #include "editor/memory_page.h"
 #include "editor/special_channels.h"
 #include "settings/settings_page1.h"
@@ -75,6 +76,7 @@ void frmMain::MakePages() {
   frames_[3]->hide();
   setCentralWidget(tabs_);
   guard_ = new InputGuard({frames_.begin(), frames_.end()}, this);
+  new HeldKeys(this);
 }
 
 void frmMain::ConnectPages() {
@@ -102,6 +104,8 @@ void frmMain::ConnectPages() {
   connect(memory_, &MemoryPage::readRequested, this, guarded(&frmMain::ReadMemory));
   connect(memory_, &MemoryPage::writeRequested, this, guarded(&frmMain::WriteMemory));
   connect(memory_, &MemoryPage::edited, this, &frmMain::ShowStatus);
+  connect(memory_, &MemoryPage::noted, this, &frmMain::Note);
+  connect(special_, &SpecialChannels::noted, this, &frmMain::Note);
   connect(memory_, &MemoryPage::openRequested, this, [this](int n) {
     if (!IsBusy()) OpenMemoryChannel(n);
   });
