@@ -78,6 +78,21 @@ TEST(EditRules, KeysInTheOrderOfTheRule) {
   EXPECT_EQ(DialogCaption(198) + DialogCaption(199) + DialogCaption(209), "CH198CHD-1CHD9");
 }
 
+TEST(EditRules, AFrequencyIsFoundInWhatIsPasted) {
+  const char* const cases[][2] = {{"145.6125 MHz", "145/6125"},
+                                  {"-0,6", "0/6"},
+                                  {"438.725.000", "438/725000"},
+                                  {"7., 14.5", "14/5"},
+                                  {"145.", "none"},
+                                  {".5", "none"},
+                                  {"", "none"}};
+  for (const auto [pasted, expected] : cases) {
+    const auto found = WholeFrequency(pasted);
+    EXPECT_EQ(found ? found->mhz + '/' + found->fraction : "none", expected) << pasted;
+  }
+  EXPECT_EQ(WithoutPoint(",.5."), "5.");
+}
+
 // Keys as they are typed, "!" for leaving the offset and "F" for showing the frequency; behind it
 // the keys with which the cursor jumps.
 TEST(EditRules, TheCursorJumpsAfterSoManyKeys) {

@@ -224,8 +224,7 @@ void frmMain::NoteFailure(const QString& text) { status_->Failure(text); }
 void frmMain::NoteStart() {
   let_go_.clear();
   if (!path_.empty()) {
-    const QString name = QFileInfo(QString::fromStdString(path_)).fileName();
-    let_go_ = tr(" Before, %1 was open.").arg(name);
+    let_go_ = tr(" Before, %1 was open.").arg(Shown(FileName(path_)));
   }
   if (busy_ == Busy::kTalking) return;
   Note(tr("Started anew with the defaults of the %1.").arg(Text(ModelName(document_.model))) +
@@ -254,6 +253,7 @@ void frmMain::ShowDialTexts() {
 
 // The dialer memories are taken over as they are edited.
 void frmMain::CollectSettings() {
+  settings2_->LeaveDialer();
   settings1_->TakeValues(document_.settings);
   settings2_->TakeValues(document_.settings);
 }

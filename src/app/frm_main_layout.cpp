@@ -16,6 +16,7 @@
 #include "app/status_line.h"
 #include "app/user_options.h"
 #include "editor/dlg_modify.h"
+#include "editor/held_keys.h"
 #include "editor/memory_page.h"
 #include "editor/special_channels.h"
 #include "settings/settings_page1.h"
@@ -88,6 +89,7 @@ void frmMain::MakePages() {
   help_ = new HelpDesk(
       *this, [this] { return frames_[3]->isVisible() ? frames_[3] : tabs_->currentWidget(); });
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
+  new HeldKeys(this);
 }
 
 void frmMain::ConnectPages() {
@@ -115,6 +117,8 @@ void frmMain::ConnectPages() {
   connect(memory_, &MemoryPage::readRequested, this, guarded(&frmMain::ReadMemory));
   connect(memory_, &MemoryPage::writeRequested, this, guarded(&frmMain::WriteMemory));
   connect(memory_, &MemoryPage::edited, this, &frmMain::Edited);
+  connect(memory_, &MemoryPage::noted, this, &frmMain::Note);
+  connect(special_, &SpecialChannels::noted, this, &frmMain::Note);
   connect(memory_, &MemoryPage::openRequested, this, [this](int n) {
     if (!IsBusy()) OpenMemoryChannel(n);
   });

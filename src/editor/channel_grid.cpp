@@ -6,11 +6,13 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QScrollBar>
 #include <QStyleOption>
+#include <QToolTip>
 
 #include "app/tables/grid_columns.h"
 
@@ -33,6 +35,10 @@ class NarrowStyle final : public QProxyStyle {
                                 const QWidget* widget) const override {
     if (metric == PM_FocusFrameHMargin) return 0;
     if (metric == PM_HeaderMargin) return 1;
+    // Where rows could be dragged higher, if they could, a click would be lost.
+    const auto* header = qobject_cast<const QHeaderView*>(widget);
+    const bool rows = header != nullptr && header->orientation() == Qt::Vertical;
+    if (metric == PM_HeaderGripMargin && rows) return 0;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
   // The usual lines cannot be seen on a dark background.
@@ -47,6 +53,22 @@ class NarrowStyle final : public QProxyStyle {
     return static_cast<int>(qRgb((3 * back.red() + text.red()) / 4,
                                  (3 * back.green() + text.green()) / 4,
                                  (3 * back.blue() + text.blue()) / 4));
+  }
+};
+
+// Of the buttons only the left one opens a row.
+class RowTitles final : public QHeaderView {
+ public:
+  explicit RowTitles(QWidget* parent) : QHeaderView(Qt::Vertical, parent) {
+    setSectionsClickable(true);
+    setHighlightSections(true);
+    setSectionResizeMode(QHeaderView::Fixed);
+    setDefaultAlignment(Qt::AlignCenter);
+  }
+
+ protected:
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton) QHeaderView::mouseDoubleClickEvent(event);
   }
 };
 
@@ -66,6 +88,7 @@ ChannelGrid::ChannelGrid(ChannelKind kind, const CloneImage& image, QWidget* par
   setTabKeyNavigation(false);
   setWordWrap(false);
   setCornerButtonEnabled(false);
+  setVerticalHeader(new RowTitles(this));
   auto* narrow = new NarrowStyle;
   narrow->setParent(this);
   for (QWidget* part : {static_cast<QWidget*>(this), static_cast<QWidget*>(horizontalHeader()),
@@ -76,12 +99,9 @@ ChannelGrid::ChannelGrid(ChannelKind kind, const CloneImage& image, QWidget* par
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionsClickable(false);
   horizontalHeader()->setMinimumSectionSize(1);
-  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
   connect(this, &QTableView::doubleClicked,
-          [this](const QModelIndex& index) { emit openRequested(index.row() + 1); });
-  connect(verticalHeader(), &QHeaderView::sectionDoubleClicked,
-          [this](int index) { emit openRequested(index + 1); });
+          [this](const QModelIndex& index) { Open(index.row()); });
+  connect(verticalHeader(), &QHeaderView::sectionDoubleClicked, this, &ChannelGrid::Open);
   ChangeFont();
   SelectRow(1);
 }
@@ -91,6 +111,12 @@ void ChannelGrid::SelectRow(int row) {
   setCurrentIndex(index);
   selectRow(row - 1);
   scrollTo(index, EnsureVisible);
+}
+
+// What the dialog edits is what the next command is for.
+void ChannelGrid::Open(int index) {
+  SelectRow(index + 1);
+  emit openRequested(CurrentRow());
 }
 
 void ChannelGrid::scrollTo(const QModelIndex& index, ScrollHint hint) {
@@ -113,7 +139,7 @@ void ChannelGrid::currentChanged(const QModelIndex& current, const QModelIndex& 
 void ChannelGrid::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (!enter) return QTableView::keyPressEvent(event);
-  if (!event->isAutoRepeat()) emit openRequested(CurrentRow());
+  emit openRequested(CurrentRow());
 }
 
 // The style marks one cell of a row that is marked as a whole. Insert and Delete go to the grid that has
@@ -138,10 +164,27 @@ void ChannelGrid::scrollContentsBy(int dx, int dy) {
 
 // Beside the cells too: it opens the current row.
 void ChannelGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
   if (indexAt(event->position().toPoint()).isValid()) {
     return QTableView::mouseDoubleClickEvent(event);
   }
-  if (event->button() == Qt::LeftButton) emit openRequested(CurrentRow());
+  emit openRequested(CurrentRow());
+}
+
+// A text that its column cuts off can be read in a tool tip, behind what the cell may have to say
+// about its heading.
+bool ChannelGrid::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+  const auto& help = static_cast<QHelpEvent&>(*event);
+  const QModelIndex cell = indexAt(help.pos());
+  QStringList tip = {cell.data(Qt::ToolTipRole).toString()};
+  if (cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column())) {
+    tip << cell.data().toString();
+  }
+  tip.removeAll(QString());
+  QToolTip::showText(help.globalPos(), tip.join(QStringLiteral(": ")), viewport(),
+                     visualRect(cell));
+  return true;
 }
 
 // Exactly one row is selected, whatever keys are held; a click beside the cells changes nothing.

@@ -28,7 +28,7 @@ class ChannelGrid final : public QTableView {
   void scrollTo(const QModelIndex& index, ScrollHint hint) override;
 
  signals:
-  // Double click, or the Enter key, on a row.
+  // Double click, or the Enter key, on a row; it is the current one.
   void openRequested(int row);
   // Another row became current.
   void rowChanged(int row);
@@ -38,12 +38,14 @@ class ChannelGrid final : public QTableView {
   void paintEvent(QPaintEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
       const QModelIndex& index, const QEvent* event) const override;
   void changeEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
+  void Open(int index);
   void ApplyWidths(double scale);
   void FitHeadings(double scale);
 

@@ -1,6 +1,7 @@
 #include "editor/channel_grid_model.h"
 
 #include "app/tables/grid_columns.h"
+#include "image/decimal.h"
 #include "image/vocabulary.h"
 
 namespace q40 {
@@ -64,13 +65,25 @@ QVariant ChannelGridModel::data(const QModelIndex& index, int role) const {
 
 QString ChannelGridModel::RowTitle(int row) const {
   if (kind_ == ChannelKind::kSpecial) return Text(kSpecialRowTitles[static_cast<std::size_t>(row)]);
-  const bool starred = rows_[static_cast<std::size_t>(row)].starred;
-  return (starred ? QStringLiteral("*") : QString()) + QString::fromStdString(ChannelTitle(row));
+  return QString::fromStdString(ChannelTitle(row));
+}
+
+QString ChannelGridModel::Described(int row) const {
+  if (!InUse(row)) return tr("%1 (empty)").arg(RowTitle(row));
+  const ChannelRecord& record = RecordAt(row);
+  std::string text(WithoutStar(record.Text(kind_, Field::kFrequency)));
+  if (HasField(kind_, Field::kName)) text += ' ' + record.Text(kind_, Field::kName);
+  return QStringLiteral("%1 (%2)").arg(RowTitle(row), QString::fromStdString(text).trimmed());
 }
 
 QVariant ChannelGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  const bool row = orientation == Qt::Vertical;
+  const bool starred = row && rows_[static_cast<std::size_t>(section)].starred;
+  if (role == Qt::ToolTipRole && starred) {
+    return tr("Imported with Skip on: the scan passes this channel over.");
+  }
   if (role != Qt::DisplayRole) return {};
-  if (orientation == Qt::Vertical) return RowTitle(section);
+  if (row) return (starred ? QStringLiteral("*") : QString()) + RowTitle(section);
   return Text(kGridHeadings[static_cast<std::size_t>(section) + 1]);
 }
 

@@ -31,6 +31,9 @@ class ChannelGridModel : public QAbstractTableModel {
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                     int role) const override;
 
+  // What a message calls a row: title, and frequency and name where it has them.
+  [[nodiscard]] QString Described(int row) const;
+
   // The image's rows first to last (model rows) have changed and are drawn in this order.
   void Redraw(int first, int last, Order order = Order::kStored);
   // Puts a star in front of a row title, until the row is redrawn.
@@ -49,7 +52,7 @@ class ChannelGridModel : public QAbstractTableModel {
   [[nodiscard]] Field FieldAt(int row, int column) const;
   [[nodiscard]] const ChannelRecord& RecordAt(int row) const;
   [[nodiscard]] bool InUse(int row) const;
-  [[nodiscard]] QString RowTitle(int row) const;
+  [[nodiscard]] QString RowTitle(int row) const;  // without a star
 
   ChannelKind kind_;
   const CloneImage& image_;

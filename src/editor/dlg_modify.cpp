@@ -9,9 +9,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QShowEvent>
 
 #include "editor/filtered_edit.h"
+#include "editor/option_group.h"
 
 namespace q40 {
 namespace {
@@ -47,17 +49,6 @@ QString Hint(const char* band, std::string_view range) {
          QString::fromUtf8(range.data(), static_cast<qsizetype>(range.size()));
 }
 
-// An exclusive group cannot be emptied.
-void Choose(QButtonGroup& buttons, int option) {
-  if (QAbstractButton* button = buttons.button(option)) {
-    button->setChecked(true);
-    return;
-  }
-  buttons.setExclusive(false);
-  for (QAbstractButton* button : buttons.buttons()) button->setChecked(false);
-  buttons.setExclusive(true);
-}
-
 }  // namespace
 
 dlgModify::dlgModify(QWidget* parent) : QDialog(parent) {
@@ -70,7 +61,7 @@ bool dlgModify::RepeaterRow() const {
   return target_.kind == ChannelKind::kSpecial && target_.index == kRptRow;
 }
 
-QButtonGroup& dlgModify::Options(Field field) const {
+OptionGroup& dlgModify::Options(Field field) const {
   const auto group = std::find_if(groups_.begin(), groups_.end(),
                                   [&](const Group& g) { return g.field == field; });
   return *group->buttons;
@@ -137,18 +128,18 @@ void dlgModify::ShowVariant() {
     edit->setEnabled(!repeater);
     edit->setAlignment(Qt::AlignLeft);
   }
-  txtFreq_->setMaxLength(repeater ? kLongestWidgetText : kFrequencyLength);
+  txtFreq_->SetLongest(repeater ? kLongestWidgetText : kFrequencyLength);
 }
 
 void dlgModify::SetValues(const DialogValues& values) {
-  for (const Group& group : groups_) Choose(*group.buttons, values[group.field]);
+  for (const Group& group : groups_) group.buttons->Choose(values[group.field]);
   for (const List& list : lists_) list.box->setCurrentIndex(values[list.field]);
   for (const Box& box : boxes_) box.box->setChecked(values[box.field] == 1);
-  txtFreq_->setText(QString::fromStdString(values.mhz));
-  txtFreq1_->setText(QString::fromStdString(values.fraction));
-  txtShift_->setText(QString::fromStdString(values.offset_mhz));
-  txtShift1_->setText(QString::fromStdString(values.offset_fraction));
-  txtName_->setText(QString::fromStdString(values.name));
+  txtFreq_->ShowText(QString::fromStdString(values.mhz));
+  txtFreq1_->ShowText(QString::fromStdString(values.fraction));
+  txtShift_->ShowText(QString::fromStdString(values.offset_mhz));
+  txtShift1_->ShowText(QString::fromStdString(values.offset_fraction));
+  txtName_->ShowText(QString::fromStdString(values.name));
 }
 
 DialogValues dlgModify::Values() const {
@@ -171,12 +162,24 @@ ChannelRecord dlgModify::Result() const {
 void dlgModify::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (event->spontaneous()) return;
+  if (offset_) ComeBack();
   keys_.Reset();
   if (RepeaterRow()) {
-    Options(Field::kTone).checkedButton()->setFocus();
+    Options(Field::kTone).Focus(Qt::OtherFocusReason);
   } else {
     JumpTo(*txtFreq_);
   }
+}
+
+// To where the user has left it, beside the window that may have been moved, but never out of sight.
+void dlgModify::ComeBack() {
+  const QRect room = screen()->availableVirtualGeometry();
+  const QPoint place = parentWidget()->window()->pos() + *offset_;
+  const auto within = [](int first, int wanted, int last) {
+    return std::max(first, std::min(wanted, last));
+  };
+  move(within(room.left(), place.x(), room.right() - frameGeometry().width()),
+       within(room.top(), place.y(), room.bottom() - frameGeometry().height()));
 }
 
 void dlgModify::accept() {
@@ -186,6 +189,7 @@ void dlgModify::accept() {
 
 void dlgModify::done(int result) {
   if (target_.kind == ChannelKind::kMemory) held_ = Values();
+  offset_ = pos() - parentWidget()->window()->pos();
   QDialog::done(result);
 }
 
@@ -197,6 +201,8 @@ void dlgModify::JumpTo(FilteredEdit& edit) {
 
 // The counter belongs to both MHz fields, as the cursor's jump does.
 void dlgModify::ConnectFields() {
+  ConnectPair(*txtFreq_, *txtFreq1_);
+  ConnectPair(*txtShift_, *txtShift1_);
   connect(txtFreq_, &FilteredEdit::typed, [this](char key, bool dropped) {
     if (keys_.Typed(key, dropped, kJumpAfterFrequencyKeys)) JumpTo(*txtFreq1_);
   });
@@ -210,11 +216,43 @@ void dlgModify::ConnectFields() {
   connect(txtShift1_, &FilteredEdit::left, [this] { TuneFraction(*txtShift1_); });
 }
 
+// A whole frequency that comes in at once fills both boxes, and the one that does not have the
+// focus counts as left. One whose MHz do not fit is no frequency for these boxes.
+void dlgModify::ConnectPair(FilteredEdit& mhz, FilteredEdit& fraction) {
+  const auto whole = [&mhz](FilteredEdit::Change& change) {
+    auto found = WholeFrequency(change.text.toStdString());
+    if (found && found->mhz.size() > static_cast<std::size_t>(mhz.longest())) {
+      change.text.clear();
+      found.reset();
+    }
+    return found;
+  };
+  mhz.SetRepair([this, &fraction, whole](FilteredEdit::Change& change) {
+    if (const auto frequency = whole(change)) {
+      fraction.ShowText(QString::fromStdString(frequency->fraction));
+      TuneFraction(fraction);
+      change = {{}, QString::fromStdString(frequency->mhz), {}};
+    } else {
+      change.text = QString::fromStdString(Digits(change.text.toStdString()));
+    }
+  });
+  fraction.SetRepair([this, &mhz, whole](FilteredEdit::Change& change) {
+    if (const auto frequency = whole(change)) {
+      mhz.ShowText(QString::fromStdString(frequency->mhz));
+      if (&mhz == txtFreq_) CheckFrequency();
+      change = {{}, QString::fromStdString(frequency->fraction), {}};
+    } else if (change.before.isEmpty()) {
+      const std::string text = change.text.toStdString();
+      change.text = QString::fromStdString(std::string(WithoutPoint(text)));
+    }
+  });
+}
+
 void dlgModify::CheckFrequency() {
   if (RepeaterRow()) return;
   const std::string typed = txtFreq_->text().toStdString();
   const std::string current = target_.record.cellText[0];
-  txtFreq_->setText(QString::fromStdString(
+  txtFreq_->ShowText(QString::fromStdString(
       target_.kind == ChannelKind::kSpecial
           ? CheckedSpecialMhz(typed, target_.band, target_.model, target_.range, current)
           : CheckedMemoryMhz(typed, target_.model, target_.range, target_.in_use, current)));
@@ -224,8 +262,8 @@ void dlgModify::CheckFrequency() {
 // step.
 void dlgModify::TuneFraction(FilteredEdit& edit) {
   const TunedFraction tuned = q40::TuneFraction(edit.text().toStdString());
-  edit.setText(QString::fromStdString(tuned.digits));
-  if (!RepeaterRow()) Choose(Options(Field::kStep), tuned.step);
+  edit.ShowText(QString::fromStdString(tuned.digits));
+  if (!RepeaterRow()) Options(Field::kStep).Choose(tuned.step);
 }
 
 // OK by the Enter key does not take the focus from a field, so its check is still to come.

@@ -1,14 +1,12 @@
 // The dialog in which one channel is edited, a memory channel or a special one.
 #pragma once
 
-#include <QButtonGroup>
 #include <QDialog>
 
 #include "image/clone_image.h"
 #include "image/dialog_values.h"
 #include "image/edit_rules.h"
 
-class QAbstractButton;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
@@ -19,6 +17,7 @@ class QPushButton;
 namespace q40 {
 
 class FilteredEdit;
+class OptionGroup;
 
 // What is edited, and the rules that go with it.
 struct ModifyTarget {
@@ -57,7 +56,7 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
   // ---- the controls, made once (dlg_modify_layout.cpp)
   struct Group {
     Field field;
-    QButtonGroup* buttons;
+    OptionGroup* buttons;
     QGroupBox* frame;
   };
   struct List {
@@ -79,16 +78,19 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
   void LayOutTone(QGridLayout& grid);
   void LayOutShift(QGridLayout& grid);
   void LayOutRest(QGridLayout& grid);
-  void AddFrameKeys();
+  void AddKeys();
+  void AddBoxTips();
 
   // ---- behaviour
+  void ComeBack();
   [[nodiscard]] bool RepeaterRow() const;
-  [[nodiscard]] QButtonGroup& Options(Field field) const;
+  [[nodiscard]] OptionGroup& Options(Field field) const;
   void ShowTexts();
   void ShowVariant();
   void SetValues(const DialogValues& values);
   [[nodiscard]] DialogValues Values() const;
   void ConnectFields();
+  void ConnectPair(FilteredEdit& mhz, FilteredEdit& fraction);
   void CheckFrequency();
   void TuneFraction(FilteredEdit& edit);
   void RunPendingCheck();
@@ -96,6 +98,7 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
 
   ModifyTarget target_;
   std::optional<DialogValues> held_;  // the controls of the last memory edit
+  std::optional<QPoint> offset_;       // from the window, where the user has left the dialog
   KeyCounter keys_;
 
   std::vector<Group> groups_;

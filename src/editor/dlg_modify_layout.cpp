@@ -13,6 +13,7 @@
 
 #include "editor/dlg_modify.h"
 #include "editor/filtered_edit.h"
+#include "editor/option_group.h"
 #include "image/vocabulary.h"
 
 namespace q40 {
@@ -44,14 +45,14 @@ QGroupBox* dlgModify::MakeGroup(Field field, const char* name, const char* capti
                                 std::initializer_list<const char*> options, int columns) {
   auto* frame = new QGroupBox(QString::fromUtf8(caption), this);
   auto* layout = new QGridLayout(frame);
-  auto* buttons = new QButtonGroup(frame);
+  auto* buttons = new OptionGroup(frame);
   int index = 0;
   for (const char* option : options) {
     auto* button = new QRadioButton(QString::fromUtf8(option), frame);
     button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index));
     button->setAccessibleName(QStringLiteral("%1 %2").arg(QString::fromUtf8(caption),
                                                           QString::fromUtf8(option).trimmed()));
-    buttons->addButton(button, index);
+    buttons->Add(*button, index);
     layout->addWidget(button, index / columns, index % columns);
     ++index;
   }
@@ -229,8 +230,8 @@ void dlgModify::LayOutRest(QGridLayout& grid) {
   grid.addLayout(buttons, 5, 0, 1, 4);
 }
 
-// The captions are given texts without mnemonics; the frames have keys all the same.
-void dlgModify::AddFrameKeys() {
+// The captions are given texts without mnemonics; the frames, and the name, have keys all the same.
+void dlgModify::AddKeys() {
   const struct {
     Field field;
     const char* key;
@@ -247,19 +248,37 @@ void dlgModify::AddFrameKeys() {
       {Field::kAtt, "Alt+A", ""},
       {Field::kBatterySave, "Alt+B", ""},
       {Field::kBandwidth, "Alt+W", ""}};
+  const auto add = [this](QWidget* owner, const QString& hint, const char* key, auto go) {
+    const QKeySequence sequence(QLatin1String{key});
+    QStringList tip = {hint, sequence.toString(QKeySequence::NativeText)};
+    tip.removeAll(QString());
+    owner->setToolTip(tip.join(QLatin1Char('\n')));
+    connect(new QShortcut(sequence, owner), &QShortcut::activated, this, go);
+  };
   for (const auto& row : keys) {
     const auto group = std::find_if(groups_.begin(), groups_.end(),
                                     [&](const Group& g) { return g.field == row.field; });
-    const QKeySequence key(QLatin1String(row.key));
-    QStringList tip = {QString::fromUtf8(row.hint), key.toString(QKeySequence::NativeText)};
-    tip.removeAll(QString());
-    group->frame->setToolTip(tip.join(QLatin1Char('\n')));
-    QButtonGroup* buttons = group->buttons;
-    connect(new QShortcut(key, group->frame), &QShortcut::activated, this, [buttons] {
-      QAbstractButton* checked = buttons->checkedButton();
-      (checked != nullptr ? checked : buttons->button(0))->setFocus(Qt::ShortcutFocusReason);
-    });
+    add(group->frame, QString::fromUtf8(row.hint), row.key,
+        [buttons = group->buttons] { buttons->Focus(Qt::ShortcutFocusReason); });
   }
+  add(txtName_, txtName_->toolTip(), "Alt+N", [this] { JumpTo(*txtName_); });
+}
+
+// How the four boxes of the frequencies repair what is typed: nothing there is refused with a
+// message.
+void dlgModify::AddBoxTips() {
+  const QString paste = tr("A whole frequency, 145.6125, can be pasted: it fills both boxes.");
+  const QString falls = tr("Falls to the next lower multiple of 5 or 12.5 kHz.");
+  const struct {
+    FilteredEdit* box;
+    QString hint;
+  } tips[] = {
+      {txtFreq_, tr("Whole MHz. Out of range, it goes back to what it was; in an empty channel it "
+                    "becomes 145, 435 or 445.")},
+      {txtFreq1_, falls + QLatin1Char(' ') + tr("The tuning step follows.")},
+      {txtShift_, tr("Whole MHz. A memory channel does not keep the tens.")},
+      {txtShift1_, falls + QLatin1Char(' ') + tr("The tuning step follows this one too.")}};
+  for (const auto& tip : tips) tip.box->setToolTip(tip.hint + QLatin1Char('\n') + paste);
 }
 
 void dlgModify::MakeControls() {
@@ -268,7 +287,8 @@ void dlgModify::MakeControls() {
   LayOutTone(*grid);
   LayOutShift(*grid);
   LayOutRest(*grid);
-  AddFrameKeys();
+  AddKeys();
+  AddBoxTips();
   grid->setSizeConstraint(QLayout::SetFixedSize);
 }
 

@@ -1,4 +1,4 @@
-// A line of text that takes only certain keys.
+// A line of text that takes only certain keys, and repairs what comes in at once.
 #pragma once
 
 #include <functional>
@@ -15,9 +15,29 @@ class FilteredEdit : public QLineEdit {
   // What a typed character becomes; no value drops it. Backspace is '\b'.
   using Filter = std::function<std::optional<char>(char key)>;
 
+  // A change by the user: the text that came in, with what now stands before and behind it. Typed,
+  // pasted, from the middle button or an input method; empty when something was taken away.
+  struct Change {
+    QString before;
+    QString text;
+    QString after;
+  };
+  // Puts a change right before it is shown. A text of which nothing is left changes nothing, not
+  // even the selection that it would have replaced.
+  using Repair = std::function<void(Change& change)>;
+
   // Without a filter every key is taken. Keys that type nothing (arrows, Delete, shortcuts) are
-  // never filtered, and pasted text is only cut to the length limit.
+  // never filtered. Of what comes in, `longest` cuts what does not fit, after the repair.
   FilteredEdit(Filter filter, int longest, QWidget* parent);
+
+  void SetRepair(Repair repair) { repair_ = std::move(repair); }
+  void SetLongest(int longest) { longest_ = longest; }
+  [[nodiscard]] int longest() const { return longest_; }
+  // Shows a text of the program's, cut to the longest, but neither filtered nor repaired.
+  void ShowText(const QString& text);
+  // The user has come here and has not gone on to another control, although the keyboard may be with
+  // the menu or another window.
+  [[nodiscard]] bool IsEntered() const { return hasFocus() || away_; }
 
  signals:
   // A character key or Backspace was pressed and has had its effect.
@@ -33,7 +53,19 @@ class FilteredEdit : public QLineEdit {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  class Gate;
+  bool Admit(QString& input, int& cursor);
+  [[nodiscard]] Change ChangeTo(const QString& input, int cursor) const;
+  void Remember();
+  void ComeBack(const QWidget* focus);
+
   Filter filter_;
+  Repair repair_;
+  int longest_;
+  bool by_program_ = false;
+  QString shown_;  // before a change, and where it will take place
+  int place_ = 0;
+  QMetaObject::Connection away_;  // while the keyboard is with the menu or another window
 };
 
 }  // namespace q40

@@ -63,7 +63,6 @@ MemoryPage::MemoryPage(CloneDocument& document, QWidget* parent)
   const auto key = [this](Qt::Key which, QPushButton* button) {
     auto* shortcut = new QShortcut(which, grid_);
     shortcut->setContext(Qt::WidgetShortcut);
-    shortcut->setAutoRepeat(false);
     connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
   };
   key(Qt::Key_Insert, insert);
@@ -109,23 +108,33 @@ void MemoryPage::Changed(int first, int last, bool settings_too) {
 
 // Intended: no question, although D9 is dropped.
 void MemoryPage::Insert() {
+  constexpr int kD9 = kMemoryChannelCount - 1;
   const int row = grid_->CurrentRow();
+  const QString dropped = grid_->cells().Described(kD9);
   InsertMemoryChannel(document_.image, row - 1);
   Changed(row, kMemoryChannelCount, true);
+  emit noted(tr("Inserted: channel %1. Fallen off the end: channel %2.")
+                 .arg(QString::fromStdString(ChannelTitle(row - 1)), dropped));
 }
 
 void MemoryPage::Delete() {
   const int row = grid_->CurrentRow();
-  if (!Confirmed(this, kDeleteTitle, kDeleteText)) return;
+  const QString channel = grid_->cells().Described(row - 1);
+  emit noted(tr("Delete channel %1? Those behind it move up.").arg(channel));
+  if (!Confirmed(this, kDeleteTitle, kDeleteText)) return emit noted(tr("Nothing was deleted."));
   DeleteMemoryChannel(document_.image, row - 1);
   Changed(row, kMemoryChannelCount, true);
+  emit noted(tr("Deleted: channel %1.").arg(channel));
 }
 
 void MemoryPage::Clear() {
-  if (!Confirmed(this, kClearTitle, kClearText)) return;
   const int row = grid_->CurrentRow();
+  const QString channel = grid_->cells().Described(row - 1);
+  emit noted(tr("Clear channel %1?").arg(channel));
+  if (!Confirmed(this, kClearTitle, kClearText)) return emit noted(tr("Nothing was cleared."));
   ClearMemoryChannel(document_.image, row - 1);
   Changed(row, row, true);
+  emit noted(tr("Cleared: channel %1.").arg(channel));
 }
 
 // Intended: SettingsChanged stays, so that quitting after it does not ask.

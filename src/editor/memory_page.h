@@ -37,6 +37,8 @@ class MemoryPage : public QWidget {
   void readRequested();
   void writeRequested();
   void edited();
+  // What a command is about to do, or has done, to which channel.
+  void noted(const QString& text);
 
  private:
   QPushButton* AddButton(QBoxLayout& row, const char* name, const char* caption,

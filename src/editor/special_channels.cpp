@@ -70,12 +70,16 @@ void SpecialChannels::UpdateVFOData() { grid_->cells().Redraw(0, kSpecialChannel
 
 // Intended: only MemoryChanged is set, although the channel is a special one.
 void SpecialChannels::ClearLimit() {
-  if (!Confirmed(this, kClearTitle, kClearText)) return;
   const int k = grid_->CurrentRow() - 1;
+  const QString channel = grid_->cells().Described(k) +
+                          (document_.image.ShownBand == Band::kUhf ? tr(" of UHF") : tr(" of VHF"));
+  emit noted(tr("Clear %1?").arg(channel));
+  if (!Confirmed(this, kClearTitle, kClearText)) return emit noted(tr("Nothing was cleared."));
   ClearShownLimit(document_.image, k);
   document_.MemoryChanged = true;
   Grid2Data(k);
   emit edited();
+  emit noted(tr("Cleared: %1.").arg(channel));
 }
 
 }  // namespace q40

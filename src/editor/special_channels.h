@@ -30,6 +30,8 @@ class SpecialChannels : public QWidget {
  signals:
   void openRequested(int k);
   void edited();
+  // Which channel Clear is about to empty, or has emptied.
+  void noted(const QString& text);
 
  private:
   void ShowClearButton(int row);

@@ -1,5 +1,8 @@
 #include "image/edit_rules.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "image/digits.h"
 #include "image/hex.h"
 
@@ -10,6 +13,7 @@ constexpr int kFractionDigits = 4;
 constexpr std::size_t kMhzDigits = 3;
 
 bool IsIn(char c, std::string_view list) { return list.find(c) != std::string_view::npos; }
+bool IsPoint(char c) { return IsIn(c, ".,"); }
 
 // Digits behind the point in units of 100 Hz, 0..9999.
 int FractionUnits(std::string_view text) {
@@ -64,6 +68,30 @@ std::string DialCharacters(std::string_view text) {
     if (taken && *taken != kBackspace) kept += *taken;
   }
   return kept;
+}
+
+std::string Digits(std::string_view text) {
+  std::string digits;
+  std::copy_if(text.begin(), text.end(), std::back_inserter(digits), IsDigit);
+  return digits;
+}
+
+std::optional<PastedFrequency> WholeFrequency(std::string_view text) {
+  for (std::size_t point = 1; point + 1 < text.size(); ++point) {
+    if (!IsPoint(text[point]) || !IsDigit(text[point - 1]) || !IsDigit(text[point + 1])) continue;
+    std::size_t first = point;
+    while (first > 0 && IsDigit(text[first - 1])) --first;
+    std::size_t last = point;
+    while (last < text.size() && (IsDigit(text[last]) || IsPoint(text[last]))) ++last;
+    return {
+        {std::string(text.substr(first, point - first)), Digits(text.substr(point, last - point))}};
+  }
+  return std::nullopt;
+}
+
+std::string_view WithoutPoint(std::string_view text) {
+  while (!text.empty() && IsPoint(text.front())) text.remove_prefix(1);
+  return text;
 }
 
 bool KeyCounter::Typed(char key, bool dropped, int jump_after) {

@@ -25,6 +25,20 @@ std::optional<char> DialKey(char key);
 // The characters of a pasted text that DialKey takes, as it makes them.
 std::string DialCharacters(std::string_view text);
 
+// The digits of a text.
+std::string Digits(std::string_view text);
+
+// A frequency or an offset as other programs write it: the first digits of a text that a point or a
+// comma joins to further ones, "145.6125 MHz", "-0,6", "*438.725.000". No value: there are none.
+struct PastedFrequency {
+  std::string mhz;       // as many digits as there are
+  std::string fraction;  // the same
+};
+std::optional<PastedFrequency> WholeFrequency(std::string_view text);
+
+// What is typed or pasted behind the point, without the point that somebody may put first.
+std::string_view WithoutPoint(std::string_view text);
+
 // Counts the keys typed into an MHz field and says when the cursor should jump to the fraction:
 // after three keys for the frequency, after two for the offset. Dropped keys count as well
 // (intended). One counter serves both fields.

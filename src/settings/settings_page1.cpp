@@ -1,8 +1,5 @@
 #include "settings/settings_page1.h"
 
-#include <algorithm>
-
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -13,15 +10,17 @@
 #include <QRadioButton>
 #include <QSlider>
 
+#include "editor/option_group.h"
+
 namespace q40 {
 namespace {
 
-QRadioButton* AddOption(QBoxLayout& layout, QButtonGroup& group, const QString& name, int index,
+QRadioButton* AddOption(QBoxLayout& layout, OptionGroup& group, const QString& name, int index,
                         std::string_view caption) {
   auto* option =
       new QRadioButton(QString::fromUtf8(caption.data(), static_cast<qsizetype>(caption.size())));
   option->setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
-  group.addButton(option, index);
+  group.Add(*option, index);
   layout.addWidget(option);
   return option;
 }
@@ -121,12 +120,12 @@ QWidget* SettingsPage1::MakeBoxes() {
 QWidget* SettingsPage1::MakeModel() {
   auto* frame = new QGroupBox(QStringLiteral("Model"), this);
   auto* column = new QVBoxLayout(frame);
-  opbModel_ = new QButtonGroup(this);
+  opbModel_ = new OptionGroup(this);
   for (int model = 0; model < kModelCount; ++model) {
     AddOption(*column, *opbModel_, QStringLiteral("opbModel"), model, ModelName(model));
   }
   ShowModel(0);
-  connect(opbModel_, &QButtonGroup::idClicked, this, &SettingsPage1::modelChosen);
+  connect(opbModel_, &OptionGroup::idClicked, this, &SettingsPage1::modelChosen);
   cmdAuto_ = new QPushButton(QStringLiteral("Auto Select"), frame);
   cmdAuto_->setObjectName(QStringLiteral("cmdAuto"));
   cmdAuto_->setAutoDefault(false);
@@ -138,10 +137,10 @@ QWidget* SettingsPage1::MakeModel() {
 QWidget* SettingsPage1::MakeBand() {
   auto* frame = new QGroupBox(QStringLiteral("Band"), this);
   auto* row = new QHBoxLayout(frame);
-  optBand_ = new QButtonGroup(this);
+  optBand_ = new OptionGroup(this);
   AddOption(*row, *optBand_, QStringLiteral("optBand"), 0, "VHF")->setChecked(true);
   AddOption(*row, *optBand_, QStringLiteral("optBand"), 1, "UHF");
-  connect(optBand_, &QButtonGroup::idClicked,
+  connect(optBand_, &OptionGroup::idClicked,
           [this](int index) { emit bandChosen(index == 1 ? Band::kUhf : Band::kVhf); });
   return frame;
 }
@@ -156,17 +155,9 @@ QWidget* SettingsPage1::MakeLevel(const char* slider, const char* label, const c
   return frame;
 }
 
-void SettingsPage1::ShowModel(int model) {
-  const auto buttons = opbModel_->buttons();
-  const bool focused = std::any_of(buttons.begin(), buttons.end(),
-                                   [](const QAbstractButton* b) { return b->hasFocus(); });
-  opbModel_->button(model)->setChecked(true);
-  if (focused) opbModel_->button(model)->setFocus();
-}
+void SettingsPage1::ShowModel(int model) { opbModel_->Choose(model); }
 
-void SettingsPage1::ShowBand(Band band) {
-  optBand_->button(band == Band::kUhf ? 1 : 0)->setChecked(true);
-}
+void SettingsPage1::ShowBand(Band band) { optBand_->Choose(band == Band::kUhf ? 1 : 0); }
 
 int SettingsPage1::ChosenModel() const {
   const int chosen = opbModel_->checkedId();

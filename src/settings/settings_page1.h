@@ -4,9 +4,9 @@
 #include "app/tables/models.h"
 #include "settings/settings_page.h"
 
-class QButtonGroup;
-
 namespace q40 {
+
+class OptionGroup;
 
 class SettingsPage1 : public SettingsPage {
   Q_OBJECT
@@ -37,8 +37,8 @@ class SettingsPage1 : public SettingsPage {
   QWidget* MakeBand();
   QWidget* MakeLevel(const char* slider, const char* label, const char* caption);
 
-  QButtonGroup* opbModel_ = nullptr;
-  QButtonGroup* optBand_ = nullptr;
+  OptionGroup* opbModel_ = nullptr;
+  OptionGroup* optBand_ = nullptr;
   QPushButton* cmdAuto_ = nullptr;
 };
 

@@ -1,5 +1,7 @@
 #include "settings/settings_page2.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -15,6 +17,15 @@ namespace q40 {
 namespace {
 
 constexpr int kStart = kDialCount - 1;  // "St"
+
+QString DialText(const QString& text) {
+  return QString::fromStdString(DialCharacters(text.toStdString()));
+}
+
+// The box shows what the document gets, also of a text from a file that held other characters.
+void KeepDialCharacters(FilteredEdit::Change& change) {
+  change = {DialText(change.before), DialText(change.text), DialText(change.after)};
+}
 
 }  // namespace
 
@@ -75,6 +86,7 @@ QWidget* SettingsPage2::MakeDialer() {
   for (int index = 0; index < kDialCount; ++index) {
     const auto at = static_cast<std::size_t>(index);
     auto* edit = new FilteredEdit(DialKey, static_cast<int>(kDialLength), frame);
+    edit->SetRepair(KeepDialCharacters);
     edit->setObjectName(QStringLiteral("txtDial_%1").arg(index));
     const QString title = QString::fromUtf8(kDialTitles[at].data());
     edit->setAccessibleName(tr("Auto dialer %1").arg(title));
@@ -85,11 +97,10 @@ QWidget* SettingsPage2::MakeDialer() {
     edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(QLatin1Char('8')) * 18);
     edit->setMaximumWidth(2 * edit->minimumWidth());
     connect(edit, &FilteredEdit::entered, [this, index] { EnterPressed(index); });
-    connect(edit, &FilteredEdit::left, [this, index] { DialLeft(index); });
+    connect(edit, &FilteredEdit::left, this, &SettingsPage2::FillStart);
     connect(edit, &FilteredEdit::textChanged, [this, index](const QString& text) {
       if (loading_dial_) return;
-      // What was pasted may hold anything; the radio's characters are what counts.
-      emit dialEdited(index, DialCharacters(text.toStdString()));
+      emit dialEdited(index, text.toStdString());
       emit edited();
     });
     txtDial_[at] = edit;
@@ -128,16 +139,19 @@ void SettingsPage2::EnterPressed(int index) {
   txtDial_[static_cast<std::size_t>(next)]->setFocus();
 }
 
-// What was pasted shows what the document got of it; what was loaded stays as it is.
-void SettingsPage2::DialLeft(int index) {
-  const FilteredEdit& edit = *txtDial_[static_cast<std::size_t>(index)];
-  if (edit.isModified()) SetDialText(index, DialCharacters(edit.text().toStdString()));
-  if (txtDial_[kStart]->text().isEmpty()) txtDial_[kStart]->setText(QStringLiteral("1"));
+void SettingsPage2::FillStart() {
+  if (txtDial_[kStart]->text().isEmpty()) txtDial_[kStart]->ShowText(QStringLiteral("1"));
+}
+
+void SettingsPage2::LeaveDialer() {
+  const bool entered = std::any_of(txtDial_.begin(), txtDial_.end(),
+                                   [](const FilteredEdit* edit) { return edit->IsEntered(); });
+  if (entered) FillStart();
 }
 
 void SettingsPage2::SetDialText(int index, const std::string& text) {
   loading_dial_ = true;
-  txtDial_[static_cast<std::size_t>(index)]->setText(QString::fromStdString(text));
+  txtDial_[static_cast<std::size_t>(index)]->ShowText(QString::fromStdString(text));
   loading_dial_ = false;
 }
 

@@ -20,6 +20,8 @@ class SettingsPage2 : public SettingsPage {
 
   // Shows a memory's text, cut to the 16 characters that a box takes. Never reports an edit.
   void SetDialText(int index, const std::string& text);
+  // Treats the dialer as left if the user is in it. Before the document is saved or written.
+  void LeaveDialer();
 
  signals:
   // The user changed a dialer memory, or left the dialer with "St" empty, which sets it to "1".
@@ -33,7 +35,7 @@ class SettingsPage2 : public SettingsPage {
   QWidget* MakeDialer();
   QWidget* MakeAccess();
   void EnterPressed(int index);
-  void DialLeft(int index);
+  void FillStart();
   void EnableLocks();
 
   std::array<FilteredEdit*, kDialCount> txtDial_{};

@@ -1,4 +1,7 @@
 // The channel edit dialog.
+#include <QClipboard>
+#include <QRadioButton>
+
 #include "gui/window_test.h"
 
 namespace q40::test {
@@ -9,12 +12,13 @@ class Modify : public Window {
   // The dialog's controls are found as the window's own are.
   QString Text(const char* name) { return Find(name).property("text").toString(); }
   QString Mhz() { return Text("txtFreq") + '.' + Text("txtFreq1"); }
+  QString Offset() { return Text("txtShift") + '.' + Text("txtShift1"); }
   void Type(const char* name, const char* keys) {
     Find(name).setFocus();
     Find<QLineEdit>(name).selectAll();
     QTest::keyClicks(&Find(name), keys);
   }
-  void Leave(const char* name) {
+  void Leave(const QString& name) {
     Find(name).setFocus();
     Press(name, Qt::Key_Tab);
   }
@@ -38,24 +42,12 @@ TEST_F(Modify, EachSpecialChannelHasItsVariant) {
         EXPECT_TRUE(Find(name).isEnabled()) << name << row;
       }
       EXPECT_FALSE(Find("txtName").isVisible());
+      EXPECT_EQ(Mhz() == "Repeater.r", row == 3) << row;
+      EXPECT_EQ(Checked("optBs_1"), row != 3) << row;  // the next row has its groups back
       EXPECT_EQ(Find("dlgModify").focusWidget() == &Find("txtFreq"), row != 3) << row;
     });
   }
   EXPECT_EQ(Flags(), "--");
-}
-
-TEST_F(Modify, RepeaterRowKeepsWhatItDoesNotShow) {
-  Start();
-  Edit(kSpecialGrid, 3, [&] {
-    EXPECT_EQ(Mhz(), "Repeater.r");
-    Tick("chkBCLO");
-  });
-  const ChannelRecord& rpt = document().image.VhfSpecialSet[2];
-  EXPECT_EQ(rpt.cellText[13], "On");
-  EXPECT_EQ(rpt.value[0], 1'450'000);
-  EXPECT_EQ(rpt.value[11], 1);
-  // The next row has its groups back.
-  Look(kSpecialGrid, 2, [&] { EXPECT_TRUE(Checked("optStep_0") && Checked("optBs_1")); });
 }
 
 TEST_F(Modify, SpecialChannelsBelongToTheirBand) {
@@ -159,6 +151,45 @@ TEST_F(Modify, FieldsTakeTheirKeysJumpAndAreRepairedOnLeaving) {
       EXPECT_EQ(Checked("optStep_2"), c.left == QString("0125"));
     }
   });
+}
+
+TEST_F(Modify, AWholeFrequencyFillsBothBoxesTypedOrPasted) {
+  Start();
+  const struct {
+    const char* box;
+    QString typed;
+    const char* pasted;
+    QString mhz;
+  } cases[] = {{"txtFreq", "145.7375", "", "145.7375"},  {"txtShift", "7,65", "", "7.6500"},
+               {"txtFreq", "", "*145.6130", "145.6125"}, {"txtShift1", "", "-31,65", "31.6500"},
+               {"txtFreq1", "", "27.125", "145.1250"},  // no MHz of the radio's
+               {"txtFreq1", "", ".55", "145.5500"},      {"txtFreq", "", "146 MHz", "146.0000"},
+               {"txtFreq1", "", "1456.1", "145.0000"}};
+  for (const auto& c : cases) {
+    Look(kMemoryGrid, 1, [&] {
+      Type(c.box, "");
+      for (const QChar key : c.typed) QTest::keyClick(QApplication::focusWidget(), key.toLatin1());
+      QApplication::clipboard()->setText(c.pasted);
+      if (c.typed.isEmpty()) Find<QLineEdit>(c.box).paste();
+      Leave(QApplication::focusWidget()->objectName());
+      EXPECT_EQ(QString(c.box).startsWith("txtFreq") ? Mhz() : Offset(), c.mhz);
+    });
+  }
+}
+
+TEST_F(Modify, TabReachesOnlyTheChosenOption) {
+  Start();
+  Look(kSpecialGrid, 3, [&] { Tick("optTone_2"); });
+  Look(kMemoryGrid, 1, [&] {
+    for (int i = 0; i < 30; ++i) {
+      Press(QApplication::focusWidget()->objectName(), Qt::Key_Tab);
+      const auto* option = qobject_cast<QRadioButton*>(QApplication::focusWidget());
+      EXPECT_TRUE(option == nullptr || option->isChecked()) << option->objectName().toStdString();
+    }
+    QApplication::activeWindow()->move(5, 70);
+  });
+  // And the dialog comes back where it was left.
+  Look(kMemoryGrid, 1, [&] { EXPECT_EQ(QApplication::activeWindow()->pos(), QPoint(5, 70)); });
 }
 
 TEST_F(Modify, OkByEnterRunsTheCheckThatIsStillToCome) {

@@ -1,7 +1,13 @@
 // What the pages show, and how their controls behave.
 #include <QClipboard>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMenuBar>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <QWindow>
 
+#include "editor/channel_grid.h"
 #include "files/clone_file.h"
 #include "gui/window_test.h"
 #include "image/defaults.h"
@@ -38,6 +44,15 @@ TEST_F(PagesTest, CellsUnderForeignHeadingsHaveAToolTip) {
   };
   EXPECT_EQ(Cell(kMemoryGrid, 4, 16), "LAKE");
   EXPECT_EQ(tip(1) + tip(16), "Name");
+  // So does one that is cut off, and a star in a row title.
+  ShowTab(3);
+  document().image.MemoryTable[3].cellText[7] = "76.0000";
+  auto& grid = Find<ChannelGrid>(kMemoryGrid);
+  QHelpEvent help(QEvent::ToolTip, grid.visualRect(cells->index(3, 7)).center(), QPoint(9, 9));
+  QApplication::sendEvent(grid.viewport(), &help);
+  EXPECT_EQ(QToolTip::text(), "Shift frequency: 76.0000");
+  grid.cells().StarTitle(3);
+  EXPECT_TRUE(cells->headerData(3, Qt::Vertical, Qt::ToolTipRole).toString().contains("Skip"));
   Trigger("mnuReMem");
   EXPECT_EQ(Cell(kMemoryGrid, 4, 18), "LAKE");
   for (int column = 1; column <= 18; ++column) EXPECT_EQ(tip(column), "") << column;
@@ -58,6 +73,79 @@ TEST_F(PagesTest, ASelectionIsOneWholeRowAndStopsAtTheEnds) {
   SelectRow(kMemoryGrid, 210);
   Click("Command4");
   EXPECT_EQ(CurrentRow(kMemoryGrid), 210);
+}
+
+TEST_F(PagesTest, WhateverOpensARowMakesItCurrentFirst) {
+  Start();
+  ShowTab(3);
+  auto& grid = Find<QTableView>(kMemoryGrid);
+  QHeaderView& titles = *grid.verticalHeader();
+  for (const int inside : {0, titles.sectionSize(6) - 1}) {  // no line between titles to drag
+    const QPoint title(9, titles.sectionViewportPosition(6) + inside);
+    QTest::mouseClick(titles.viewport(), Qt::LeftButton, {}, title);
+    EXPECT_EQ(CurrentRow(kMemoryGrid), 7) << inside;
+    SelectRow(kMemoryGrid, 2);
+    answers_.Add([&](QWidget& dialog) {
+      EXPECT_EQ(Find<QLabel>("lblCH").text(), "CH6");
+      dialog.close();
+    });
+    QTest::mouseDClick(titles.viewport(), Qt::LeftButton, {}, title);
+    EXPECT_EQ(CurrentRow(kMemoryGrid), 7) << inside;
+    for (QWidget* nothing : {titles.viewport(), grid.viewport()}) {
+      QTest::mouseDClick(nothing, Qt::RightButton, {}, title);
+    }
+  }
+}
+
+// A display repeats a key by releasing and pressing it in the same moment, without a mark.
+TEST_F(PagesTest, AHeldKeyRunsACommandOnce) {
+  Start();
+  ShowTab(3);
+  const auto send = [](QEvent::Type type, int key, quint64 at) {
+    QKeyEvent event(type, key, Qt::NoModifier);
+    event.setTimestamp(at);
+    event.ignore();
+    QApplication::sendEvent(QApplication::activeWindow()->windowHandle(), &event);
+    return event.isAccepted();
+  };
+  send(QEvent::KeyRelease, Qt::Key_Insert, 50);
+  EXPECT_TRUE(send(QEvent::ShortcutOverride, Qt::Key_Insert, 51));  // then it is no shortcut
+  EXPECT_FALSE(send(QEvent::ShortcutOverride, Qt::Key_Insert, 90));
+  answers_.Add([&](QWidget& dialog) {
+    for (const quint64 after : {0U, 1U, 100U}) {
+      ASSERT_TRUE(dialog.isVisible());
+      send(QEvent::KeyRelease, Qt::Key_Return, 600);
+      send(QEvent::KeyPress, Qt::Key_Return, 600 + after);
+    }
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  Find(kMemoryGrid).setFocus();
+  send(QEvent::KeyPress, Qt::Key_Return, 100);
+  EXPECT_TRUE(document().image.ChannelInUse[0]);
+}
+
+TEST_F(PagesTest, TheStatusBarNamesTheChannel) {
+  Start({}, SavedDemo());
+  ShowTab(3);
+  Click("cmbInsert");
+  EXPECT_EQ(Status(), "Inserted: channel 0. Fallen off the end: channel D9 (430.1250 LAST).");
+  const struct {
+    const char* button;
+    QString channel;
+  } cases[] = {{"cmbDelete", "channel 4 (145.7250 LAKE)"},
+               {"cmbClear", "channel 4 (empty)"},
+               {"cmdClear", "PH (145.0000) of VHF"}};
+  for (const auto& c : cases) {
+    const bool special = c.channel.startsWith("PH");
+    ShowTab(special ? 1 : 3);
+    SelectRow(special ? kSpecialGrid : kMemoryGrid, special ? 4 : 5);
+    answers_.Add([&](QWidget& box) {
+      EXPECT_TRUE(Status().contains(c.channel + '?')) << c.button;
+      QTest::mouseClick(static_cast<QMessageBox&>(box).button(kOk), Qt::LeftButton);
+    });
+    Click(c.button);
+    EXPECT_TRUE(Status().endsWith("ed: " + c.channel + '.')) << c.button;
+  }
 }
 
 TEST_F(PagesTest, EverySettingIsTakenOverAndCountsAsAChange) {
@@ -135,13 +223,23 @@ TEST_F(PagesTest, DialBoxes) {
   }
   EXPECT_EQ(document().dial[9], "1");
 
-  // What is pasted is shown, and repaired when the box is left; a save never gets to see it.
-  QApplication::clipboard()->setText("1世界 z#");
+  // What comes in at once loses what the radio cannot dial, and then what does not fit.
+  QApplication::clipboard()->setText("1世界-2-3-4-5-6-7-8-9 z#0123456789");
   box(1).setFocus();
   box(1).paste();
-  EXPECT_EQ(document().dial[1], "1#");
-  box(2).setFocus();
-  EXPECT_EQ(box(1).text(), "1#");
+  EXPECT_EQ(box(1).text(), "123456789#012345");
+  EXPECT_EQ(document().dial[1], "123456789#012345");
+
+  // The menu is no other control; what follows it may be one, and a save counts as one.
+  for (const bool save : {false, true}) {
+    box(9).setFocus();
+    QTest::keyClick(&box(9), Qt::Key_Backspace);
+    window_->findChild<QMenuBar*>()->setFocus(Qt::MenuBarFocusReason);
+    EXPECT_EQ(box(9).text(), "");
+    if (save) answers_.File(File("a.Q40"));
+    save ? Trigger("mnuFileSave") : box(0).setFocus();
+    EXPECT_EQ(box(9).text().toStdString() + document().dial[9], "11");
+  }
 }
 
 TEST_F(PagesTest, DialTextsOfAFileStayAsTheyAreWhenABoxIsLeft) {
@@ -166,6 +264,13 @@ TEST_F(PagesTest, TheKeyboardGoesThroughThePageAsTheEyeDoes) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), next);
   }
+  // A model that is refused does not keep it.
+  SetFlags(true, false);
+  Find("opbModel_0").setFocus();
+  Save(kCancel);
+  Press("opbModel_0", Qt::Key_Down);
+  QApplication::processEvents();
+  EXPECT_EQ(window_->focusWidget(), &Find("opbModel_0"));
 }
 
 TEST_F(PagesTest, ControlsTellAssistiveToolsWhatTheyAre) {
