@@ -162,15 +162,12 @@ TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
   for (const Address unit :
        std::initializer_list<Address>{0x0020, 0x0040, 0x0160, 0x1D80, 0x02E0}) {
     for (std::size_t at = 0; at + 1 < kUnitSize; ++at) {
-      for (const char* digits : {"4080", "01FF"}) {
-        const std::string a = With(0, "80", std::string(64, '0'));
-        std::set<std::string> names;
-        const auto differences = UnitDifferences({unit, a}, {unit, With(at, digits, a)});
-        for (const auto& one : differences) {
-          EXPECT_TRUE(names.insert(one.place + one.name).second) << one.place << one.name;
-        }
-        EXPECT_FALSE(names.empty()) << UnitName(unit) << " " << at << " " << digits;
+      const std::string a = With(0, "80", std::string(64, '0'));
+      std::set<std::string> names;
+      for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)})) {
+        EXPECT_TRUE(names.insert(one.place + one.name).second) << one.place << one.name;
       }
+      EXPECT_FALSE(names.empty()) << UnitName(unit) << " " << at;
     }
   }
 }

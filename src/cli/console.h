@@ -20,6 +20,7 @@ class Console {
 
   // A result, pushed out at once. False when its stream takes no more.
   bool Result(std::string_view text);
+  // Messages are of one line; what a terminal would obey is escaped, as in file names.
   // What happens, and what is worth knowing.
   void Note(std::string_view text);
   // What went wrong, and what to try next. Returns `code`, so that a command can end with it.
