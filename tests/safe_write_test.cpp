@@ -131,7 +131,6 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
       {0x0200, used, With(0, "88", zeros),
        "Memory 0: Frequency: \"000.0000\" -> \"*000.0000\"\n"
        "Memory 0: Skip: \"Off\" -> \"On\"\n"},
-      {0x0200, used, With(25, "02", used), "Memory 0: Power: \"Lo\" -> \"Hi\"\n"},
       {0x0200, used, With(3, "0101", used),
        "Memory 0: Frequency: \"000.0000\" -> \"100.0000\"\n"
        "Memory 0: byte 3 (Step): \"00\" -> \"01\"\n"},
