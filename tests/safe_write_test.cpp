@@ -1,6 +1,8 @@
 // Writing with a net, against a radio that keeps what is written to it.
 #include "link/safe_write.h"
 
+#include <set>
+
 #include "support/random_document.h"
 #include "support/scripted_radio.h"
 
@@ -110,40 +112,69 @@ TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
 
 // ---- what the radio holds, unit by unit
 
+std::string With(std::size_t byte, const std::string& digits, std::string unit) {
+  return unit.replace(2 * byte, digits.size(), digits);
+}
+
 TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
   const std::string zeros(64, '0');
-  const auto with = [&](std::size_t byte, const std::string& digits) {
-    std::string text = zeros;
-    return text.replace(2 * byte, 2, digits);
-  };
+  const std::string used = With(0, "80", zeros);
   const struct {
     Address address;
     std::string a;
     std::string b;
-    const char* difference;
+    const char* differences;
   } cases[] = {
-      {0x0020, zeros, with(5, "0A"), "Settings: Volume: \"0\" -> \"10\""},
-      {0x0020, with(4, "D4"), zeros, "settings area 1: byte 4: \"D4\" -> \"00\""},
-      {0x0180, zeros, with(25, "02"), "VHF CALL: Power: \"Lo\" -> \"Hi\""},
-      {0x0020, zeros, with(24, "80"), "Settings: byte 0x0038: \"00\" -> \"80\""},
-      {0x0200, with(0, "80"), with(0, "88"), "Memory 0: Skip: \"Off\" -> \"On\""},
-      {0x1C20, with(0, "80"), with(0, "80").replace(24, 2, "63"),
-       "memory channel D9: content: \"\" -> \"cannot be read: byte"},
-      {0x1C20, zeros, with(23, "63"), "memory channel D9: byte 23: "},
-      {0x0200, with(0, "80"), with(0, "80").replace(6, 4, "0101"), "memory channel 0: byte 3: "},
-      {0x00C0, zeros, with(23, "01"), "VHF special channel VFO: byte 23: \"00\" -> \"01\""},
-      {0x00C0, zeros, with(0, "ZZ"), "VHF special channel VFO: content: \"\" -> \"cannot be read"},
+      {0x0020, zeros, With(5, "0A", zeros), "Settings: Volume: \"0\" -> \"10\"\n"},
+      {0x0020, With(4, "D4", zeros), zeros,
+       "Settings: byte 0x0024 (start channel): \"D4\" -> \"00\"\n"},
+      {0x0020, zeros, With(24, "40", zeros), "Settings: VOX On Delay: \"Off\" -> \"On\"\n"},
+      {0x0020, zeros, With(24, "80", zeros),
+       "Settings: byte 0x0038 without VOX On Delay: \"00\" -> \"80\"\n"},
+      {0x0040, With(2, "AA", zeros), With(2, "01", zeros),
+       "Access: byte 0x0042 (Key Lock): \"AA\" -> \"01\"\n"},
+      {0x0180, zeros, With(25, "02", zeros), "VHF CALL: Power: \"Lo\" -> \"Hi\"\n"},
+      {0x0200, used, With(0, "88", zeros),
+       "Memory 0: Frequency: \"000.0000\" -> \"*000.0000\"\n"
+       "Memory 0: Skip: \"Off\" -> \"On\"\n"},
+      {0x0200, used, With(3, "0101", used),
+       "Memory 0: Frequency: \"000.0000\" -> \"100.0000\"\n"
+       "Memory 0: byte 3 (Step): \"00\" -> \"01\"\n"},
+      {0x0200, With(16, "3A003B", used), With(16, "3A3B00", used),
+       "Memory 0: byte 17 (Name): \"00\" -> \"3B\"\nMemory 0: byte 18 (Name): \"3B\" -> \"00\"\n"},
+      {0x1D00, With(16, "3100", zeros), With(16, "0031", zeros),
+       "Auto dialer: M2, byte 0: \"31\" -> \"00\"\nAuto dialer: M2, byte 1: \"00\" -> \"31\"\n"},
+      {0x1C20, used, With(12, "63", used),
+       "Memory D9: content: \"\" -> \"cannot be read: byte 12 (TxTone) holds 0x63, which is "
+       "outside "
+       "its list\"\n"},
+      {0x1C20, zeros, With(23, "63", zeros), "Memory D9: byte 23: \"00\" -> \"63\"\n"},
+      {0x00C0, zeros, With(0, "01", zeros), "VHF VFO: byte 0 (flags): \"00\" -> \"01\"\n"},
+      {0x00C0, zeros, With(0, "ZZ", zeros),
+       "VHF VFO: content: \"\" -> \"cannot be read: no hexadecimal digits\"\n"},
   };
   for (const auto& c : cases) {
-    const auto differences = UnitDifferences({c.address, c.a}, {c.address, c.b});
     std::string text;
-    for (const CellDifference& difference : differences) text += DifferenceText(difference) + '\n';
-    EXPECT_NE(text.find(c.difference), std::string::npos) << c.difference << text;
+    for (const CellDifference& difference : UnitDifferences({c.address, c.a}, {c.address, c.b})) {
+      text += DifferenceText(difference) + '\n';
+    }
+    EXPECT_EQ(text, c.differences);
   }
-  // One field is one difference, also where a channel's whole data is at hand.
-  EXPECT_EQ(
-      UnitDifferences({0x0200, with(0, "80")}, {0x0200, with(0, "80").replace(50, 2, "02")}).size(),
-      1U);
+}
+
+// Whatever byte of whatever unit the radio changed: it is told, and nothing is told twice.
+TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
+  for (const Address unit :
+       std::initializer_list<Address>{0x0020, 0x0040, 0x0160, 0x1D80, 0x02E0}) {
+    for (std::size_t at = 0; at + 1 < kUnitSize; ++at) {
+      const std::string a = With(0, "80", std::string(64, '0'));
+      std::set<std::string> names;
+      for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)})) {
+        EXPECT_TRUE(names.insert(one.place + one.name).second) << one.place << one.name;
+      }
+      EXPECT_FALSE(names.empty()) << UnitName(unit) << " " << at;
+    }
+  }
 }
 
 // ---- what is said about a write that ended early

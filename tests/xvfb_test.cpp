@@ -107,5 +107,32 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
   EXPECT_EQ(Ctl({"diff", folder_ / "mine.Q40", folder_ / "after.Q40"}).out, "");
 }
 
+// Neither does a program without a display end otherwise.
+TEST(WrongUsage, IsSaidInOneLineByEveryProgram) {
+  const struct {
+    std::vector<std::string> words;
+    int code;
+    const char* line;
+  } cases[] = {
+      {{"rxq40", "--nope"}, 1, "rxq40: there is no option \"--nope\". See rxq40 --help.\n"},
+      {{"rxq40", "-style", "-x", "--title=a", "--simualte"},
+       1,
+       "rxq40: there is no option \"--simualte\". Did you mean --simulate?\n"},
+      {{"rxq40sim", "--pase", "1"},
+       2,
+       "rxq40sim: there is no option \"--pase\". Did you mean --pace?\n"},
+      {{"rxq40sim", "--load", "\x1B"},
+       6,
+       "rxq40sim: Data Error: \\x1B: No such file or directory\n"},
+  };
+  for (auto [words, code, line] : cases) {
+    words[0] = test::Program(words[0]);
+    const auto result =
+        test::Run(words, {.environment = {{"DISPLAY", ""}, {"QT_QPA_PLATFORM", "xcb"}}});
+    EXPECT_EQ(result.code, code);
+    EXPECT_EQ(result.err, line);
+  }
+}
+
 }  // namespace
 }  // namespace q40

@@ -1,6 +1,8 @@
 // rxq40: the window.
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -11,7 +13,9 @@
 #include "app/frm_main.h"
 #include "app/readable_style.h"
 #include "app/tables/startup_path.h"
+#include "cli/nearest.h"
 #include "files/standard_streams.h"
+#include "image/plain_text.h"
 #include "version.h"
 
 namespace {
@@ -70,6 +74,63 @@ std::string Folder(QStandardPaths::StandardLocation location, const char* variab
   return folder.toStdString();
 }
 
+// The command line without the options that the toolkit takes for itself, with one hyphen or two.
+QStringList OwnWords(int argc, char** argv) {
+  constexpr std::string_view kFlags[] = {"reverse", "testability", "widgetcount", "nograb",
+                                         "dograb",  "qdevel",      "qdebug"};
+  constexpr std::string_view kWithValue[] = {"display",
+                                             "geometry",
+                                             "icon",
+                                             "name",
+                                             "platform",
+                                             "plugin",
+                                             "platformpluginpath",
+                                             "platformtheme",
+                                             "qmljsdebugger",
+                                             "qwindowicon",
+                                             "qwindowgeometry",
+                                             "qwindowtitle",
+                                             "session",
+                                             "style",
+                                             "stylesheet",
+                                             "title",
+                                             "visual"};
+  const auto among = [](const auto& names, std::string_view name) {
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
+  };
+  QStringList words;
+  for (int i = 0; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    const auto hyphens = std::min<std::size_t>(word.find_first_not_of('-'), 2);
+    const std::string_view name = word.substr(std::min(hyphens, word.size()));
+    const std::string_view before_value = name.substr(0, name.find('='));
+    if (hyphens > 0 && (among(kFlags, name) || among(kWithValue, before_value))) {
+      if (among(kWithValue, name)) ++i;
+    } else {
+      words.append(QString::fromLocal8Bit(argv[i]));
+    }
+  }
+  return words;
+}
+
+// Whether the command line can be understood; otherwise it has been said why. The toolkit ends a
+// program that has no display before it looks at the program's own options.
+bool ParseOrComplain(int argc, char** argv) {
+  QCommandLineParser& parser = Parser();
+  if (parser.parse(OwnWords(argc, argv))) return true;
+  std::string what = parser.errorText().toStdString();
+  std::string advice = "See rxq40 --help.";
+  if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
+    const std::string name = unknown.front().toStdString();
+    const std::string word = (name.size() > 1 ? "--" : "-") + name;
+    what = "there is no option " + q40::Quoted(word) + '.';
+    const auto nearest = q40::Nearest(word, {"--simulate", "--help", "--help-all", "--version"});
+    if (nearest) advice = "Did you mean " + *nearest + '?';
+  }
+  std::fprintf(stderr, "rxq40: %s %s\n", q40::Printable(what).c_str(), advice.c_str());
+  return false;
+}
+
 q40::MainOptions Options(const QCommandLineParser& parser, char** argv) {
   q40::MainOptions options;
   options.simulation.on = parser.isSet(QStringLiteral("simulate"));
@@ -102,6 +163,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationName(QStringLiteral("rxq40"));
   QCoreApplication::setApplicationVersion(QLatin1String(q40::kVersion));
   if (WantsNoWindow(argc, argv)) return AnswerWithoutWindow(argc, argv);
+  if (!ParseOrComplain(argc, argv)) return EXIT_FAILURE;
 
   QApplication application(argc, argv);
   // The name of the desktop entry: a desktop finds the window's program and its icon by it.

@@ -81,8 +81,6 @@ std::string_view GroupText(SettingsGroup group) {
 
 }  // namespace
 
-std::span<const FindingKindRow> FindingKinds() { return kKinds; }
-
 const FindingKindRow& RowOf(FindingKind kind) { return kKinds[static_cast<std::size_t>(kind)]; }
 
 std::string_view SeverityText(Severity severity) {

@@ -3,7 +3,6 @@
 
 #include <compare>
 #include <initializer_list>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,8 +55,6 @@ struct FindingKindRow {
   std::string_view text;  // a sentence with the values %1, %2, ...
 };
 
-// Every kind, in the order of the enumeration.
-std::span<const FindingKindRow> FindingKinds();
 const FindingKindRow& RowOf(FindingKind kind);
 
 std::string_view SeverityText(Severity severity);  // "loss", "warning", "hint"

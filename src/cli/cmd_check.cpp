@@ -1,10 +1,10 @@
 #include <memory>
 
-#include <nlohmann/json.hpp>
-
+#include "cli/document_text.h"
 #include "cli/user_files.h"
 #include "files/whole_file.h"
 #include "image/defaults.h"
+#include "image/plain_text.h"
 
 namespace q40 {
 namespace {
@@ -27,18 +27,18 @@ int Run(CommandContext& context, const Arguments& arguments) {
     if (problem) code = kExitDataError;
     if (arguments.json) {
       nlohmann::ordered_json row = {{"file", file}, {"ok", !problem}};
-      if (problem) row.update({{"line", problem->line}, {"problem", problem->what}});
+      if (problem && problem->line > 0) row["line"] = problem->line;
+      if (problem) row["problem"] = problem->what;
       if (odd) row.update({{"line", odd->line}, {"note", odd->what}});
       json.push_back(std::move(row));
-    } else if (Print(context, (problem ? problem->Message() : InputName(file) + ": ok") + '\n') !=
+    } else if (Print(context, Printable(problem ? problem->Message() : InputName(file) + ": ok") + '\n') !=
                kExitDone) {
       return kExitCannotWrite;
     }
     if (odd && !arguments.json) context.console.Note(odd->Message());
   }
   if (arguments.json) {
-    const auto report = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace);
-    if (const int failed = Print(context, report + '\n')) return failed;
+    if (const int failed = Print(context, JsonText(json))) return failed;
   }
   return code;
 }

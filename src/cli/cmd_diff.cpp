@@ -1,7 +1,6 @@
 #include <memory>
 
-#include <nlohmann/json.hpp>
-
+#include "cli/document_text.h"
 #include "cli/user_files.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
@@ -29,9 +28,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
     json.push_back({{"place", one.place}, {"name", one.name}, {"a", one.a}, {"b", one.b}});
   }
   const bool same = text.empty();
-  if (arguments.json) {
-    text = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
-  }
+  if (arguments.json) text = JsonText(json);
   if (const int code = Print(context, text)) return code;
   return same ? kExitDone : kExitDifferent;
 }

@@ -14,21 +14,35 @@ constexpr int kServiceDumpBlocks = 256;
 struct Arguments {
   std::string port;
   std::string first = "0";
-  int count = kServiceDumpBlocks;
+  std::optional<int> count;
 };
+
+// A block number, with or without "0x" before it.
+std::optional<int> BlockNumber(std::string_view text) {
+  if (text.starts_with("0x") || text.starts_with("0X")) text.remove_prefix(2);
+  int block = 0;
+  const auto parsed = std::from_chars(text.data(), text.data() + text.size(), block, 16);
+  if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size()) return std::nullopt;
+  return block >= 0 && block < kBlocks ? std::optional(block) : std::nullopt;
+}
 
 int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
-  int first = 0;
-  const char* end = arguments.first.data() + arguments.first.size();
-  const auto parsed = std::from_chars(arguments.first.data(), end, first, 16);
-  if (parsed.ec != std::errc() || parsed.ptr != end || first < 0 || first >= kBlocks) {
-    return context.console.Error(kExitUsage, "--first is a block number from 0 to 1FF");
+  const auto first = BlockNumber(arguments.first);
+  if (!first) {
+    return context.console.Error(kExitUsage,
+                                 "dump: --first is a block number from 0 to 1FF. See "
+                                 "rxq40ctl dump --help.");
+  }
+  const int left = kBlocks - *first;
+  if (arguments.count && *arguments.count > left) {
+    return context.console.Error(kExitUsage, "dump: the memory ends with block 1FF. Use --count " +
+                                                 std::to_string(left) + " at most.");
   }
   CloneDocument document = FreshDocument();
   RadioSession session(context, *device, document);
-  return session.Dump(first, std::min(arguments.count, kBlocks - first));
+  return session.Dump(*first, arguments.count.value_or(std::min(kServiceDumpBlocks, left)));
 }
 
 }  // namespace
@@ -39,7 +53,7 @@ void AddDump(CLI::App& app, CommandContext& context) {
   AddPortOption(*command, arguments->port);
   command->add_option("--first", arguments->first, "first block in hexadecimal, 0 to 1FF (0)")
       ->type_name("HEX");
-  command->add_option("--count", arguments->count, "number of blocks (256)")
+  command->add_option("--count", arguments->count, "number of blocks (256, or up to the last)")
       ->type_name("N")
       ->check(CLI::Range(1, kBlocks));
   command->footer(

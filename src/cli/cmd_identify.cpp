@@ -1,8 +1,7 @@
 #include <memory>
 
-#include <nlohmann/json.hpp>
-
 #include "cli/commands.h"
+#include "cli/document_text.h"
 #include "cli/radio_session.h"
 #include "image/defaults.h"
 #include "image/plain_text.h"
@@ -26,7 +25,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
   const std::string version = Printable(std::string(1, report.version_letter));
   if (!arguments.json) return Print(context, model + " version " + version + '\n');
   const nlohmann::ordered_json json = {{"model", model}, {"version", version}};
-  return Print(context, json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n');
+  return Print(context, JsonText(json));
 }
 
 }  // namespace

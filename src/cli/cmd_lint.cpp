@@ -1,9 +1,8 @@
 #include <algorithm>
 #include <memory>
 
-#include <nlohmann/json.hpp>
-
 #include "checkup/checkup.h"
+#include "cli/document_text.h"
 #include "cli/user_files.h"
 #include "image/defaults.h"
 
@@ -15,7 +14,7 @@ struct Arguments {
   bool json = false;
 };
 
-std::string JsonText(const Findings& findings) {
+std::string JsonRows(const Findings& findings) {
   auto json = nlohmann::ordered_json::array();
   for (const Finding& finding : findings) {
     const FindingKindRow& row = RowOf(finding.kind);
@@ -25,7 +24,7 @@ std::string JsonText(const Findings& findings) {
                     {"severity", SeverityText(row.severity)},
                     {"text", finding.text}});
   }
-  return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+  return JsonText(json);
 }
 
 // Settings and channels of a file as the radio's units. The file has been opened, so it has its lines.
@@ -65,7 +64,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
                    [](const Finding& a, const Finding& b) { return a.place < b.place; });
   std::string text;
   if (arguments.json) {
-    text = JsonText(findings);
+    text = JsonRows(findings);
   } else {
     for (const Finding& finding : findings) {
       text += PlaceText(finding.place) + ", " + finding.field + ": " + finding.text + '\n';

@@ -1,8 +1,8 @@
 #include <memory>
 
-#include <nlohmann/json.hpp>
-
 #include "cli/commands.h"
+#include "cli/document_text.h"
+#include "image/plain_text.h"
 #include "link/com_ports.h"
 #include "link/serial_port.h"
 
@@ -14,15 +14,15 @@ std::string Table(const std::vector<ComPortState>& rows) {
   for (const ComPortState& row : rows) {
     std::string number = std::to_string(row.number);
     number.insert(0, number.size() < 2 ? 1 : 0, ' ');
-    text += "COM " + number + "  " + row.device;
+    text += "COM " + number + "  " + Printable(row.device);
     text += row.present ? "  present" : "  -";
-    if (!row.description.empty()) text += "  " + row.description;
+    if (!row.description.empty()) text += "  " + Printable(row.description);
     text += '\n';
   }
   return text;
 }
 
-std::string JsonText(const std::vector<ComPortState>& rows) {
+std::string JsonRows(const std::vector<ComPortState>& rows) {
   auto json = nlohmann::ordered_json::array();
   for (const ComPortState& row : rows) {
     json.push_back({{"number", row.number},
@@ -30,7 +30,7 @@ std::string JsonText(const std::vector<ComPortState>& rows) {
                     {"present", row.present},
                     {"description", row.description}});
   }
-  return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+  return JsonText(json);
 }
 
 }  // namespace
@@ -43,7 +43,7 @@ void AddPorts(CLI::App& app, CommandContext& context) {
   command->footer("Example: rxq40ctl ports");
   command->callback([&context, json] {
     const auto rows = ComPortStates(PresentPorts());
-    context.exit_code = Print(context, *json ? JsonText(rows) : Table(rows));
+    context.exit_code = Print(context, *json ? JsonRows(rows) : Table(rows));
   });
 }
 

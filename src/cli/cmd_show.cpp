@@ -16,9 +16,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
   CloneDocument document = FreshDocument();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   if (!arguments.json) return Print(context, DocumentReport(document));
-  return Print(
-      context,
-      DocumentJson(document).dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n');
+  return Print(context, JsonText(DocumentJson(document)));
 }
 
 }  // namespace

@@ -1,25 +1,10 @@
 #include <sstream>
 
 #include "cli/commands.h"
+#include "cli/usage_error.h"
 #include "version.h"
 
 namespace q40 {
-
-namespace {
-
-// What the parser has to say, for people: its own words do not name a command that it does not
-// know.
-std::string UsageError(const CLI::App& app, const CLI::ParseError& error, int argc,
-                       const char* const* argv) {
-  const char* const hint = "\nRun rxq40ctl --help, or rxq40ctl COMMAND --help.";
-  for (int i = 1; i < argc && app.get_subcommands().empty(); ++i) {
-    const std::string word = argv[i];
-    if (!word.starts_with('-')) return "there is no command \"" + word + "\"." + hint;
-  }
-  return std::string(error.what()) + hint;
-}
-
-}  // namespace
 
 void DefineCommandLine(CLI::App& app, CommandContext& context) {
   app.name("rxq40ctl");
@@ -45,7 +30,7 @@ int RunCommandLine(int argc, const char* const* argv, CommandContext& context) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() != 0) {
-      return context.console.Error(kExitUsage, UsageError(app, error, argc, argv));
+      return context.console.Error(kExitUsage, UsageError(app, error));
     }
     std::ostringstream help;
     app.exit(error, help, help);

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "exit_codes.h"
+#include "image/plain_text.h"
 
 namespace q40 {
 namespace {
@@ -63,12 +64,12 @@ bool Console::TakesResults() {
 void Console::Note(std::string_view text) {
   if (quiet_) return;
   EndProgress();
-  Say(std::string(text) + '\n');
+  Say(Printable(text) + '\n');
 }
 
 int Console::Error(int code, std::string_view text) {
   EndProgress();
-  const std::string message = "rxq40ctl: " + std::string(text);
+  const std::string message = "rxq40ctl: " + Printable(text);
   Say(colour_ ? std::string(kRed) + message + std::string(kPlain) + '\n' : message + '\n');
   return code;
 }

@@ -26,6 +26,7 @@ class Console {
   [[nodiscard]] std::string OutputProblem() const;
   // Whether results can be printed at all; a full disk shows later.
   bool TakesResults();
+  // Messages are of one line; what a terminal would obey is escaped, as in file names.
   // What happens, and what is worth knowing.
   void Note(std::string_view text);
   // What went wrong, and what to try next. Returns `code`, so that a command can end with it.

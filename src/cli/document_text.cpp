@@ -176,4 +176,9 @@ Json DocumentJson(const CloneDocument& document) {
   return json;
 }
 
+std::string JsonText(const Json& json) {
+  constexpr int kIndent = 2;
+  return json.dump(kIndent, ' ', true, Json::error_handler_t::replace) + '\n';
+}
+
 }  // namespace q40

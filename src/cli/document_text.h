@@ -1,4 +1,4 @@
-// A clone document in words: what show prints.
+// A clone document in words, and results as JSON.
 #pragma once
 
 #include <string>
@@ -13,5 +13,9 @@ namespace q40 {
 std::string DocumentReport(const CloneDocument& document);
 
 nlohmann::ordered_json DocumentJson(const CloneDocument& document);
+
+// JSON as every command prints it: ASCII only, so that no text in it steers a terminal. Bytes that are no
+// UTF-8 become U+FFFD.
+std::string JsonText(const nlohmann::ordered_json& json);
 
 }  // namespace q40

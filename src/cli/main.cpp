@@ -6,6 +6,7 @@
 
 #include "cli/commands.h"
 #include "files/standard_streams.h"
+#include "image/plain_text.h"
 #include "link/serial_port.h"
 
 namespace q40 {
@@ -42,7 +43,7 @@ int main(int argc, char** argv) {
                                 }};
     return q40::RunCommandLine(argc, argv, context);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "rxq40ctl: %s\n", error.what());
+    std::fprintf(stderr, "rxq40ctl: %s\n", q40::Printable(error.what()).c_str());
     return q40::kExitInternal;
   }
 }

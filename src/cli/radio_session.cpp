@@ -175,8 +175,8 @@ void AddPortOption(CLI::App& command, std::string& port) {
 std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port) {
   auto device = DeviceOf(port);
   if (!device) {
-    context.exit_code = context.console.Error(
-        kExitUsage, "\"" + port + "\" is no port: use 1 to 14 or the path of a device");
+    context.exit_code =
+        context.console.Error(kExitUsage, "\"" + port + "\" is no port: " + PortAdvice(port));
   }
   return device;
 }

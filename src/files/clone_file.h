@@ -26,7 +26,6 @@ namespace q40 {
 
 inline constexpr std::size_t kCloneLineCount = 456;
 inline constexpr std::size_t kCloneLineLength = 32;
-inline constexpr const char* kCloneFileExtension = ".Q40";
 // 456 proper lines never take more, so whatever lies behind need not be read.
 inline constexpr std::size_t kLongestCloneFile = kCloneLineCount * (kCloneLineLength + 2);
 

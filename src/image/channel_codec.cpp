@@ -126,13 +126,13 @@ void Decoder::Row(const ByteRow& row) {
     case Code::kTone: SetCode(row.field, ToneModeOf(value)); break;
     case Code::kStep: SetCode(row.field, value == 2 || value == 5 ? 2 : 0); break;
     case Code::kFrequency: {
-      const std::string text = Bcd(row.byte).substr(1);  // the thousands digit is not shown
+      const std::string text = Bcd(row.byte).substr(1);  // intended: without the thousands
       record.Set(kind, row.field, LeadingFrequency(text), text);
       break;
     }
     case Code::kOffset: {
       std::string text = Bcd(row.byte);
-      // Intended: an offset of 10 MHz or more loses its leading digits here.
+      // Intended: 0012.6000 becomes 2.6000, but 1012.6000 stays.
       if (text.front() == '0') text.erase(0, 3);
       record.Set(kind, row.field, LeadingFrequency(text), text);
       break;

@@ -13,8 +13,9 @@
 //   23 27  always 00                     26  BCLO               31  MID
 //
 // What does not survive: a step other than 12.5 kHz is read as 5 kHz unless its byte is 5 (then
-// 12.5 kHz); an offset of 10 MHz or more loses its leading digits; Split in a memory channel is
-// read as None; names, see name_codes.h. All of this is how the program serves the radio.
+// 12.5 kHz); a frequency loses its thousands digit; an offset from 10 to 999.9999 MHz loses all digits
+// but the last before the point, while one whose thousands digit is not 0 keeps them; Split in a memory
+// channel is read as None; names, see name_codes.h. All of this is how the program serves the radio.
 #pragma once
 
 #include <array>

@@ -66,7 +66,8 @@ constexpr Field FieldIn(ChannelKind kind, int column) {
 }
 
 // Fields that the repeater-access row (RPT) does not carry. In a new document their texts are
-// empty; their numbers are those of the VFO, and are what the radio gets.
+// empty; their numbers are those of the VFO, and are what a file and the radio get. Only the frequency
+// in the radio is another: every write sets 145 or 445 MHz there.
 inline constexpr std::array kNotInRepeaterRow = {
     Field::kFrequency,   Field::kStep,  Field::kPower, Field::kMid,      Field::kAtt,
     Field::kBatterySave, Field::kClock, Field::kBclo,  Field::kBandwidth};

@@ -66,10 +66,6 @@ void ShowBand(CloneImage& image, Band band);
 // Copies shown row k and its flag to the store of the shown band.
 void StoreShownRow(CloneImage& image, int k);
 
-// Frequency ranges in force for the special channels.
-inline const BandTable& LimitsInForce(const CloneImage& image) {
-  return BandTableOf(image.ShownBand);
-}
 inline int VersionOf(const CloneImage& image) { return image.VersionA ? kVersionA : kVersionPlain; }
 
 }  // namespace q40

@@ -11,12 +11,6 @@
 
 namespace q40 {
 
-struct DocumentCell {
-  std::string place;  // "Settings", "Auto dialer", "VHF CALL", "Memory D3"
-  std::string name;   // "Standby", "M1", "Frequency"
-  std::string value;  // empty: a cell of a channel that is not in use, or an empty text
-};
-
 // Fields in the order in which the list of a channel is read: RxDCS beside TxDCS, the name last.
 inline constexpr Field kReadingOrder[] = {
     Field::kFrequency, Field::kStep,        Field::kTone,
@@ -27,21 +21,31 @@ inline constexpr Field kReadingOrder[] = {
     Field::kBclo,      Field::kBandwidth,   Field::kSkip,
     Field::kName};
 
-// Everything in a document, always the same places and names in the same order, so that two
-// documents can be compared one by one. Channels that are not in use have empty cells, as in the
-// grids; what they still hold is one cell more.
-std::vector<DocumentCell> CellsOf(const CloneDocument& document);
-
 struct CellDifference {
-  std::string place;
-  std::string name;
-  std::string a;
+  std::string place;  // "Settings", "Auto dialer", "VHF CALL", "Memory D3"
+  std::string name;   // "Standby", "M1", "Frequency"
+  std::string a;      // empty: a cell of a channel that is not in use, or an empty text
   std::string b;
 };
 
-// The cells whose values differ. Between a channel in use and one that is not, the data that the
-// unused one still stores is no difference of its own.
+// The cells whose values differ, in the order of the document. Channels that are not in use have empty
+// cells, as in the grids; what they still hold is one cell more, and between a channel in use and one
+// that is not it is no difference of its own. What only follows from other cells is no cell.
 std::vector<CellDifference> DifferencesOf(const CloneDocument& a, const CloneDocument& b);
+// Those that lie in one unit.
+std::vector<CellDifference> DifferencesAt(Address unit, const CloneDocument& a,
+                                          const CloneDocument& b);
+
+// A byte of a unit where no cell tells what it holds.
+struct StoredByte {
+  std::string place;
+  std::string name;  // "byte 0x0024 (start channel)", "byte 16 (Name)", "M1, byte 3"
+  // The bytes that are read as one thing together with it.
+  std::size_t first = 0;
+  std::size_t count = 1;
+};
+// Byte 0..31 of a unit.
+StoredByte ByteAt(Address unit, std::size_t byte);
 
 // "Memory 3: Frequency: "145.0000" -> "146.0000"", with unprintable characters escaped.
 std::string DifferenceText(const CellDifference& difference);

@@ -29,20 +29,34 @@ std::optional<std::string> LoadSpecial(const Unit& unit, Band band, int k, Clone
   return why;
 }
 
-// Bytes that differ without showing in any field, "byte 23" in each unit's own counting: `a` with such
-// a byte of `b` is still `document_a`.
+// Whether `a` with some bytes of `b` is another document, or none that can be read.
+bool Shows(const Unit& a, const Unit& b, const CloneDocument& document_a, std::size_t first,
+           std::size_t count) {
+  Unit mixed = a;
+  mixed.digits.replace(2 * first, 2 * count, b.digits, 2 * first, 2 * count);
+  CloneDocument document = document_a;
+  return LoadUnit(mixed, document) || !DifferencesAt(a.address, document_a, document).empty();
+}
+
+// Bytes that differ without showing in any cell: a byte that nobody reads, or bytes that are moved
+// but spell the same.
 void AddHiddenBytes(const Unit& a, const Unit& b, const CloneDocument& document_a,
                     std::vector<CellDifference>& differences) {
-  for (std::size_t byte = 0; 2 * byte < a.digits.size(); ++byte) {
-    const std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
-    const std::string in_b = UpperCase(b.digits.substr(2 * byte, 2));
+  for (std::size_t byte = 0; byte < kUnitSize; ++byte) {
+    std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
+    std::string in_b = UpperCase(b.digits.substr(2 * byte, 2));
     if (in_a == in_b) continue;
-    Unit mixed = a;
-    mixed.digits.replace(2 * byte, 2, in_b);
-    CloneDocument document = FreshDocument();
-    if (LoadUnit(mixed, document) || !DifferencesOf(document_a, document).empty()) continue;
-    differences.push_back({UnitName(a.address), "byte " + std::to_string(byte), in_a, in_b});
+    StoredByte stored = ByteAt(a.address, byte);
+    if (Shows(a, b, document_a, byte, 1) && Shows(a, b, document_a, stored.first, stored.count)) {
+      continue;
+    }
+    differences.push_back(
+        {std::move(stored.place), std::move(stored.name), std::move(in_a), std::move(in_b)});
   }
+}
+
+std::vector<CellDifference> Unreadable(Address unit, const std::string& why) {
+  return {{ByteAt(unit, 0).place, "content", "", "cannot be read: " + why}};
 }
 
 }  // namespace
@@ -66,41 +80,39 @@ std::vector<Address> MemoryUnits() {
 }
 
 std::optional<std::string> LoadUnit(const Unit& unit, CloneDocument& document) {
-  for (std::size_t number = 0; number < kSettingsAddress.size(); ++number) {
-    if (unit.address == kSettingsAddress[number]) LoadSettings(unit, number, document);
+  const UnitContent content = ContentAt(unit.address);
+  switch (content.kind) {
+    case UnitContent::Kind::kSettings:
+      LoadSettings(unit, static_cast<std::size_t>(content.number), document);
+      return std::nullopt;
+    case UnitContent::Kind::kSpecial:
+      return LoadSpecial(unit, content.band, content.number, document.image);
+    case UnitContent::Kind::kDial:
+      for (const int half : {0, 1}) {
+        const std::size_t at = static_cast<std::size_t>(half) * kBlockDigits;
+        UpDateDialData(document.dial, unit.digits.substr(at, kBlockDigits),
+                       2 * content.number + half);
+      }
+      return std::nullopt;
+    case UnitContent::Kind::kMemory:
+      return Why(DecodeMemoryChannel(unit.digits, content.number, document.image));
+    case UnitContent::Kind::kNothing: break;
   }
-  for (const Band band : kBands) {
-    for (int k = 0; k < kSpecialChannelCount; ++k) {
-      if (unit.address != SpecialChannelAddress(band, k)) continue;
-      return LoadSpecial(unit, band, k, document.image);
-    }
-  }
-  for (int i = 0; i < kDialCount; ++i) {
-    if (unit.address != DialAddress(i / 2)) continue;
-    const std::size_t half = static_cast<std::size_t>(i % 2) * kBlockDigits;
-    UpDateDialData(document.dial, unit.digits.substr(half, kBlockDigits), i);
-  }
-  const int offset = unit.address - MemoryChannelAddress(0);
-  if (offset < 0 || offset % kUnitSize != 0 || offset / kUnitSize >= kMemoryChannelCount) {
-    return std::nullopt;
-  }
-  return Why(DecodeMemoryChannel(unit.digits, offset / kUnitSize, document.image));
+  return std::nullopt;
 }
 
 std::vector<CellDifference> UnitDifferences(const Unit& a, const Unit& b) {
   // The program writes some digits in lower case, the radio answers in capitals.
   if (UpperCase(a.digits) == UpperCase(b.digits)) return {};
   if (!std::all_of(b.digits.begin(), b.digits.end(), IsHexDigit)) {
-    return {{UnitName(a.address), "content", "", "cannot be read: no hexadecimal digits"}};
+    return Unreadable(a.address, "no hexadecimal digits");
   }
   CloneDocument document_a = FreshDocument();
   CloneDocument document_b = document_a;
   for (const auto& [unit, document] : {std::pair{&a, &document_a}, std::pair{&b, &document_b}}) {
-    if (const auto why = LoadUnit(*unit, *document)) {
-      return {{UnitName(a.address), "content", "", "cannot be read: " + *why}};
-    }
+    if (const auto why = LoadUnit(*unit, *document)) return Unreadable(a.address, *why);
   }
-  auto differences = DifferencesOf(document_a, document_b);
+  auto differences = DifferencesAt(a.address, document_a, document_b);
   AddHiddenBytes(a, b, document_a, differences);
   return differences;
 }

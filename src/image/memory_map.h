@@ -48,6 +48,16 @@ constexpr Address DialAddress(int unit) { return static_cast<Address>(0x1D00 + 0
 // Channel 0..209 as the radio and the grids call it: "0".."199", "D0".."D9".
 std::string ChannelTitle(int n);
 
+// What lives in a unit.
+struct UnitContent {
+  enum class Kind : std::uint8_t { kNothing, kSettings, kSpecial, kDial, kMemory };
+  Kind kind = Kind::kNothing;
+  Band band = Band::kVhf;  // of kSpecial
+  int number = 0;  // settings area 0, 1; row 0..4; pair of dialer memories 0..4; channel 0..209
+};
+// kNothing where no unit begins.
+UnitContent ContentAt(Address address);
+
 // What lives at an address, in words: "memory channel D3", "VHF special channel CALL".
 std::string UnitName(Address address);
 

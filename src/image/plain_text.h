@@ -6,7 +6,8 @@
 
 namespace q40 {
 
-// Control characters as \xNN, everything else as it is.
+// Control characters (C0, C1, line and direction marks) and bytes that are no UTF-8 as \xNN, everything
+// else as it is.
 std::string Printable(std::string_view text);
 
 // In quotes, printable, and cut to a length that a message can bear.

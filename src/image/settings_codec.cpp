@@ -55,9 +55,8 @@ constexpr ForcedByte kForcedBytes[] = {{0, 0, "A5"}, {0, 1, "00"}, {0, 7, "00"},
                                        {1, 5, "00"}, {1, 6, "00"}, {1, 15, "01"}};
 
 constexpr int kBytesPerLine = 16;
-constexpr int kStartChannelByte = 4;  // of line 0
-constexpr int kParityByte = 3;        // of line 0, read as a decimal number
-constexpr std::size_t kVoxBit = 1;    // second character of the high digit's bits
+constexpr int kParityByte = 3;      // of line 0, read as a decimal number
+constexpr std::size_t kVoxBit = 1;  // second character of the high digit's bits
 
 std::string& LineOf(CloneImage& image, int line) {
   return image.SettingsLine[static_cast<std::size_t>(line)];
@@ -107,7 +106,6 @@ std::string EncodeField(const SettingsField& field, int value, const std::string
   }
 }
 
-// Line 0 byte 4: the channel with which channel mode starts, or the band's code without it.
 std::string StartChannel(const SettingsValues& values, const CloneImage& image) {
   if (values.chkChannel != 0) {
     const auto* const first = image.ChannelInUse.begin();

@@ -38,6 +38,9 @@ struct SettingsField {
   int top = 1;  // largest value that a read gives
 };
 
+// Line 0 byte 4 is computed: the channel with which channel mode starts, or the band's code without it.
+inline constexpr int kStartChannelByte = 4;
+
 // Every control that has a byte, in the order in which they are loaded.
 std::span<const SettingsField> SettingsFields();
 

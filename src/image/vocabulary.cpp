@@ -58,10 +58,14 @@ std::span<const std::string_view> IndexListOf(Field field) {
 }
 
 std::string_view CodeText(Field field, int number) {
-  const auto list = IndexListOf(field);
-  if (!list.empty()) {
-    const bool inside = number >= 0 && static_cast<std::size_t>(number) < list.size();
-    return inside ? list[static_cast<std::size_t>(number)] : std::string_view();
+  switch (field) {
+    case Field::kStep: return StepText(number);
+    case Field::kTxTone:
+    case Field::kRxTone: return ToneText(number);
+    case Field::kTxDcs:
+    case Field::kRxDcs: return DcsText(number);
+    case Field::kMid: return MidText(number);
+    default: break;
   }
   const auto words = WordsOf(field);
   if (words.empty()) return {};

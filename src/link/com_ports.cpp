@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "image/digits.h"
+#include "image/hex.h"
 
 namespace q40 {
 namespace {
@@ -26,6 +27,32 @@ constexpr DeviceRow kDevices[] = {
     {11, "/dev/ttyS", 0}, {9, "/dev/ttyACM", 0}, {1, "/dev/ttyUSB", 0}};
 #endif
 
+// What is meant by a name under which there is no file: "1" for "com1", "/dev/ttyUSB0" for "ttyUSB0".
+// Empty for a text that resembles no port.
+std::string Meant(std::string_view port) {
+#if defined(_WIN32)
+  return {};  // there the names are devices
+#else
+  constexpr std::string_view kCom = "COM";
+  constexpr std::string_view kFolder = "/dev/";
+  std::error_code error;
+  if (port.empty() || port.find('/') != std::string_view::npos ||
+      std::filesystem::exists(std::filesystem::symlink_status(port, error))) {
+    return {};
+  }
+  if (UpperCase(port.substr(0, kCom.size())) == kCom) {
+    const std::string_view rest = port.substr(kCom.size());
+    const std::string_view number =
+        rest.substr(std::min(rest.find_first_not_of(" 0"), rest.size()));
+    if (AreDigits(number)) return DeviceOf(number) ? std::string(number) : "1 to 14";
+  }
+  const std::string device = std::string(kFolder) + std::string(port);
+  const bool named = std::any_of(std::begin(kDevices), std::end(kDevices),
+                                 [&](auto& row) { return device.starts_with(row.prefix); });
+  return named || std::filesystem::is_character_file(device, error) ? device : std::string();
+#endif
+}
+
 }  // namespace
 
 std::string ComDevice(int number) {
@@ -40,11 +67,17 @@ std::string ComDevice(int number) {
 
 std::optional<std::string> DeviceOf(std::string_view port) {
   if (port.empty()) return std::nullopt;
-  if (!AreDigits(port)) return std::string(port);
+  if (!AreDigits(port))
+    return Meant(port).empty() ? std::optional(std::string(port)) : std::nullopt;
   for (int n = 1; n <= kComPortCount; ++n) {
     if (port == std::to_string(n)) return ComDevice(n);
   }
   return std::nullopt;
+}
+
+std::string PortAdvice(std::string_view port) {
+  const std::string meant = Meant(port);
+  return meant.empty() ? "use 1 to 14 or the path of a device" : "did you mean " + meant + '?';
 }
 
 std::vector<ComPortState> ComPortStates(const std::vector<PresentPort>& plugged_in) {

@@ -38,7 +38,10 @@ struct ComPortState {
 std::vector<ComPortState> ComPortStates(const std::vector<PresentPort>& plugged_in);
 
 // Device of what a user writes for a port: a number 1..14, or any path, which stands for itself.
-// No value for another number and for an empty text.
+// No value for another number, for an empty text, and for a name that only resembles a port.
 std::optional<std::string> DeviceOf(std::string_view port);
+
+// What to write instead of a port that has no device: "did you mean 1?" for "com1".
+std::string PortAdvice(std::string_view port);
 
 }  // namespace q40

@@ -7,11 +7,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/usage_error.h"
 #include "exit_codes.h"
 #include "files/clone_file.h"
 #include "files/standard_streams.h"
 #include "files/whole_file.h"
 #include "image/defaults.h"
+#include "image/plain_text.h"
 #include "sim/pty_server.h"
 #include "sim/sim_command_line.h"
 
@@ -22,7 +24,7 @@ volatile std::sig_atomic_t stop = 0;
 extern "C" void Stop(int /*signal*/) { stop = 1; }
 
 int Complain(int code, const std::string& message) {
-  std::cerr << "rxq40sim: " << message << '\n';
+  std::cerr << "rxq40sim: " << Printable(message) << '\n';
   return code;
 }
 
@@ -114,7 +116,7 @@ int Run(const SimArguments& arguments) {
   for (const std::string& text : arguments.faults) {
     std::string why;
     const auto fault = ParseFault(text, why);
-    if (!fault) return Complain(kExitUsage, why);
+    if (!fault) return Complain(kExitUsage, why + ". See rxq40sim --help.");
     options.faults.push_back(*fault);
   }
   RadioMemory memory;
@@ -131,6 +133,7 @@ int Run(const SimArguments& arguments) {
     std::cout << server.device() << std::endl;
     if (!std::cout) return Complain(kExitCannotWrite, "standard output takes no more");
     server.Serve(stop, while_waiting);
+    std::cerr << "rxq40sim: " << radio.Exchanges() << " exchanges\n";
   }
   return Save(arguments, radio);
 }
@@ -142,7 +145,8 @@ int ParseAndRun(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kExitDone : kExitUsage;
+    if (error.get_exit_code() != 0) return Complain(kExitUsage, UsageError(app, error));
+    return app.exit(error);
   }
   return Run(arguments);
 }
@@ -155,7 +159,7 @@ int main(int argc, char** argv) {
   try {
     return q40::ParseAndRun(argc, argv);
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "rxq40sim: %s\n", error.what());
+    std::fprintf(stderr, "rxq40sim: %s\n", q40::Printable(error.what()).c_str());
     return q40::kExitInternal;
   }
 }

@@ -226,7 +226,6 @@ void SimulatedRadio::Speak(const Answer& answer) {
 // ---- the wire back
 
 void SimulatedRadio::Queue(std::string_view bytes, TimePoint from) {
-  bytes_returned_ += static_cast<long>(bytes.size());
   wire_free_ = std::max(wire_free_, from);
   const std::size_t burst = options_.baud > 0 ? kBurstBytes : bytes.size();
   while (!bytes.empty()) {

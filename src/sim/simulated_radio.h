@@ -54,9 +54,8 @@ class SimulatedRadio {
   }
   void Reconnect();
 
-  // Complete command lines received, and bytes moved in both directions: echo and answers.
+  // Complete command lines received.
   [[nodiscard]] int Exchanges() const { return exchanges_; }
-  [[nodiscard]] long BytesReturned() const { return bytes_returned_; }
 
  private:
   struct Burst {
@@ -93,7 +92,6 @@ class SimulatedRadio {
   std::deque<Burst> out_;
   TimePoint wire_free_{};  // when the last queued byte has left the wire
   int exchanges_ = 0;
-  long bytes_returned_ = 0;
   bool hung_up_ = false;
   std::optional<std::chrono::milliseconds> comes_back_after_;
 };

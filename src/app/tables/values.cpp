@@ -31,12 +31,22 @@ constexpr std::array<string_view, 104> kDcsCodes = {
 constexpr std::array<string_view, 11> kMidLevels = {"00", "01", "02", "03", "04", "05",
                                                     "06", "07", "08", "09", "10"};
 
+string_view TextAt(std::span<const string_view> list, int index) {
+  const bool inside = index >= 0 && static_cast<std::size_t>(index) < list.size();
+  return inside ? list[static_cast<std::size_t>(index)] : string_view();
+}
+
 }  // namespace
 
 std::span<const string_view> StepTexts() { return kSteps; }
 std::span<const string_view> ToneTexts() { return kTones; }
 std::span<const string_view> DcsTexts() { return kDcsCodes; }
 std::span<const string_view> MidTexts() { return kMidLevels; }
+
+string_view StepText(int index) { return TextAt(kSteps, index); }
+string_view ToneText(int index) { return TextAt(kTones, index); }
+string_view DcsText(int index) { return TextAt(kDcsCodes, index); }
+string_view MidText(int index) { return TextAt(kMidLevels, index); }
 
 std::optional<int> FindText(std::span<const string_view> list, string_view text) {
   const auto found = std::find(list.begin(), list.end(), text);

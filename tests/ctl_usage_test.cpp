@@ -1,0 +1,108 @@
+// What rxq40ctl says to a wrong command line, and how it treats names and texts of unknown origin.
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "image/defaults.h"
+#include "support/ctl_fixture.h"
+
+namespace q40 {
+namespace {
+
+using test::Ctl;
+
+TEST_F(Ctl, Dump) {
+  radio_->memory().Write(0x0200, "00112233445566778899AABBCCDDEEFF");
+  EXPECT_EQ(Run({"dump", "-p", "1", "--first", "20", "--count", "1"}).out,
+            "20\t00112233445566778899AABBCCDDEEFF\n");
+  EXPECT_EQ(Run({"dump", "-p", "1", "--first", "0x1fE"}).out,
+            "1FE\t" + std::string(32, 'F') + "\n1FF\t" + std::string(32, 'F') + "\n");
+  EXPECT_EQ(Run({"dump", "-p", "1"}).out.size(), 256U * 36);
+}
+
+// One line, with the name of the command and what to do next.
+TEST_F(Ctl, WrongUsageIsTwo) {
+  const std::pair<std::vector<std::string>, const char*> lines[] = {
+      {{}, "a command is missing. See rxq40ctl --help."},
+      {{"raed", "-p", "1", "x.Q40"}, "there is no command \"raed\". Did you mean read?"},
+      {{"\x1B[31m\n"}, "there is no command \"\\x1B[31m\\x0A\". See rxq40ctl --help."},
+      {{"read", "x.Q40"}, "read: --port is required. See rxq40ctl read --help."},
+      {{"read", "--FRCE=1", "x"}, "read: there is no option \"--FRCE\". Did you mean --force?"},
+      {{"read", "-p", "1", "--qui", "x"},
+       "read: there is no option \"--qui\". Did you mean --quiet?"},
+      {{"read", "-p", "1", "-z"}, "read: there is no option \"-z\". See rxq40ctl read --help."},
+      {{"-p", "1", "read", "x"},
+       "read: -p must stand behind the command. See rxq40ctl read --help."},
+      {{"read", "-p", "15", "x"}, "\"15\" is no port: use 1 to 14 or the path of a device"},
+      {{"read", "-p", "com1", "x"}, "\"com1\" is no port: did you mean 1?"},
+      {{"read", "-p", "COM15", "x"}, "\"COM15\" is no port: did you mean 1 to 14?"},
+      {{"read", "-p", "ttyUSB0", "x"}, "\"ttyUSB0\" is no port: did you mean /dev/ttyUSB0?"},
+      {{"read", "-p", "1", "--only", "half", "x"},
+       "read: --only: half not in {settings,memory}. See rxq40ctl read --help."},
+      {{"new", "--model", "RX-1", "x"},
+       "new: --model: RX-1 not in {RX-Q40T,RX-Q40E,RX-Q40T1,RX-Q20A}. See rxq40ctl new --help."},
+      {{"show", "a", "b"}, "show: \"b\" is one argument too many. See rxq40ctl show --help."},
+      {{"dump", "-p", "1", "--count", "0"},
+       "dump: --count: Value 0 not in range 1 to 512. See rxq40ctl dump --help."},
+      {{"dump", "-p", "1", "--first", "1FE", "--count", "3"},
+       "dump: the memory ends with block 1FF. Use --count 2 at most."}};
+  for (const auto& [line, message] : lines) {
+    const Result result = Run(line);
+    EXPECT_EQ(result.code, kExitUsage);
+    EXPECT_EQ(result.err, "rxq40ctl: " + std::string(message) + '\n');
+  }
+  for (const char* bad : {"200", "0x200", "-1", "xyz", "0x", "", "0x-1"}) {
+    EXPECT_EQ(Run({"dump", "-p", "1", "--first", bad}).code, kExitUsage) << bad;
+  }
+  EXPECT_EQ(Run({"--help"}).code, 0);
+  for (const char* command : {"ports", "identify", "read", "write", "new", "check", "show", "diff",
+                              "lint", "export", "import", "dump"}) {
+    EXPECT_NE(Run({command, "--help"}).out.find("xample"), std::string::npos) << command;
+  }
+}
+
+// What a terminal would obey reaches it from no file, no name and no device.
+TEST_F(Ctl, NothingSteersTheTerminal) {
+  const std::string nasty = "\x1B\x7F\x9B\xC2\x9B\xE2\x80\xAE\xC0\x9B\xED\xA0\x80K\xC3\xB6ln";
+  const std::string escaped =
+      "\\x1B\\x7F\\x9B\\xC2\\x9B\\xE2\\x80\\xAE\\xC0\\x9B\\xED\\xA0\\x80K\xC3\xB6ln";
+  CloneDocument document = FreshDocument();
+  document.dial[0] = nasty;
+  const std::string plain = Save("plain.Q40", FreshDocument());
+  const std::string path = Save(nasty, document);
+  const std::string missing = path + "?";
+  setenv("RXQ40_COM14", nasty.c_str(), 1);
+  const std::vector<std::string> lines[] = {
+      {"show", path}, {"diff", plain, path}, {"check", path},           {"check", missing},
+      {"ports"},      {"show", missing},     {"read", "-p", "1", path}, {"import", plain, missing}};
+  for (const auto& line : lines) {
+    const Result result = Run(line);
+    EXPECT_NE((result.out + result.err).find(escaped), std::string::npos) << line[0];
+    EXPECT_EQ((result.out + result.err).find(nasty[0]), std::string::npos) << line[0];
+  }
+  const std::vector<std::string> json_lines[] = {{"show", "--json", path},
+                                                 {"check", "--json", missing},
+                                                 {"diff", "--json", plain, path},
+                                                 {"ports", "--json"}};
+  for (const auto& line : json_lines) {
+    const std::string json = Run(line).out;
+    EXPECT_FALSE(nlohmann::json::parse(json).empty());
+    EXPECT_TRUE(std::all_of(json.begin(), json.end(), [](char c) {
+      return c == '\n' || (c >= ' ' && c < 0x7F);
+    })) << json;
+    EXPECT_EQ(json.find("\"line\": 0"), std::string::npos);
+  }
+  unsetenv("RXQ40_COM14");
+}
+
+TEST_F(Ctl, Ports) {
+  const auto json = nlohmann::json::parse(Run({"ports", "--json"}).out);
+  ASSERT_EQ(json.size(), 14U);
+  EXPECT_EQ(json[8]["number"], 9);
+  EXPECT_EQ(json[8]["device"], "/dev/ttyACM0");
+  setenv("RXQ40_COM14", "/dev/null", 1);
+  EXPECT_NE(Run({"ports"}).out.find("COM 14  /dev/null  present"), std::string::npos);
+  unsetenv("RXQ40_COM14");
+}
+
+}  // namespace
+}  // namespace q40
