@@ -9,6 +9,7 @@
 #include "app/tables/values.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
+#include "image/channel_codec.h"
 #include "image/defaults.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
@@ -190,6 +191,26 @@ TEST(Documents, NameCodes) {
     EXPECT_EQ(Unquoted(row[2]), std::string(1, NameCharacter(HexByteValue(code, 0)))) << typed;
   }
   EXPECT_EQ(found, 22);
+}
+
+// Digits as they are read and written again, as a frequency and as an offset.
+TEST(Documents, FrequencyAndOffset) {
+  constexpr auto kKind = ChannelKind::kMemory;
+  int found = 0;
+  for (const Lines& row : TableRows(5)) {
+    const std::string stored = Unquoted(row[0]);
+    if (stored.size() != 8) continue;
+    ++found;
+    CloneImage image;
+    ASSERT_FALSE(DecodeMemoryChannel("80000000" + stored + stored, 0, image));
+    const std::string again(EncodeMemoryChannel(image, 0).value().First());
+    const ChannelRecord& record = image.MemoryTable[0];
+    EXPECT_EQ(Unquoted(row[1]), record.Text(kKind, Field::kFrequency)) << stored;
+    EXPECT_EQ(Unquoted(row[2]), again.substr(8, 8)) << stored;
+    EXPECT_EQ(Unquoted(row[3]), record.Text(kKind, Field::kShiftFrequency)) << stored;
+    EXPECT_EQ(Unquoted(row[4]), again.substr(16, 8)) << stored;
+  }
+  EXPECT_EQ(found, 9);
 }
 
 TEST(Documents, CsvRecords) {
