@@ -21,7 +21,7 @@ void Answers::Look() {
   if (dialog == nullptr || !dialog->isVisible()) return;
   if (std::find(met_.begin(), met_.end(), dialog) != met_.end()) return;
   met_.emplace_back(dialog);
-  QApplication::setActiveWindow(dialog);  // offscreen, nobody else gives it the focus
+  Activate(*dialog);
   if (answers_.empty()) {
     const auto* box = qobject_cast<QMessageBox*>(dialog);
     ADD_FAILURE() << "unexpected dialog: " << dialog->windowTitle().toStdString() << ": "
@@ -89,8 +89,8 @@ void Window::Open() {
   window_ = std::make_unique<frmMain>(options_);
   QSignalSpy ready(window_.get(), &frmMain::ready);
   window_->StartUp();
-  QApplication::setActiveWindow(window_.get());
   ASSERT_TRUE(!ready.isEmpty() || ready.wait());
+  Activate(*window_);
 }
 
 void Window::Trigger(const QString& command) {
