@@ -7,22 +7,16 @@
 # programs run with this machine's libraries; the last line says which of the two it was.
 # "packaging/check.sh folder" takes the second way at once.
 source "$(dirname "$0")/../tools/setup.sh"
-source packaging/desktop.sh
-
 work=$PWD/build/package-check
-root=$work/root  # the fresh system
 tree=$work/tree  # the packages, unpacked
 debs=$PWD/build/release/packaging/debs
-as_root=()
-enter=()         # command that runs others in the fresh system
 place=           # "root" or "folder": where the programs are tried
-
-say() { printf '\n== %s\n' "$*"; }
-fail() { echo "FAILED: $*" >&2; exit 1; }
+source tools/fresh_system.sh
+source packaging/desktop.sh
 
 clean_up() {
-  # All mounts are made in a name space of their own; should one be left, it is not followed.
-  "${as_root[@]}" rm -rf --one-file-system "$root" "$tree" "$work/home"
+  remove_root
+  "${as_root[@]}" rm -rf --one-file-system "$tree" "$work/home"
 }
 
 # ---- the packages
@@ -88,58 +82,6 @@ check_with_lintian() {
 }
 
 # ---- a fresh system
-
-# "SUITE MIRROR" of the distribution that runs here, as apt knows it.
-mirror_of_this_machine() {
-  local codename
-  codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
-  [ -n "$codename" ] || return 1
-  apt-get indextargets --format '$(CODENAME) $(COMPONENT) $(REPO_URI)' 'Created-By: Packages' |
-    awk -v suite="$codename" '$1 == suite && $2 == "main" {print $1, $3; found = 1; exit}
-                              END {exit !found}'
-}
-
-# Reasons go to standard output: they are part of the result.
-make_root() {
-  say "A fresh system"
-  [ "${1:-}" != folder ] || return 1
-  local suite mirror isolate=(unshare --mount --pid --fork --kill-child)
-  if [ "$(id -u)" -ne 0 ]; then
-    as_root=(sudo -n)
-    "${as_root[@]}" true 2>/dev/null || { as_root=(); echo "Not root, and no sudo."; return 1; }
-  fi
-  read -r suite mirror < <(mirror_of_this_machine) || { echo "Apt has no mirror."; return 1; }
-  eval "$(apt-config shell http_proxy Acquire::http::Proxy https_proxy Acquire::https::Proxy)"
-  export http_proxy https_proxy
-  "${as_root[@]}" "${isolate[@]}" true 2>/dev/null || isolate=()
-  mkdir -p "$work/cache"
-  "${as_root[@]}" env "http_proxy=${http_proxy:-}" "${isolate[@]}" debootstrap --variant=minbase \
-    --cache-dir="$work/cache" "$suite" "$root" "$mirror" >"$work/debootstrap.log" 2>&1 ||
-    { tail -n 3 "$work/debootstrap.log"; echo "debootstrap failed."; return 1; }
-  # It need not outlive a power cut.
-  echo force-unsafe-io | "${as_root[@]}" tee "$root/etc/dpkg/dpkg.cfg.d/unsafe-io" >/dev/null
-  # No daemon starts in there.
-  printf '#!/bin/sh\nexit 101\n' | "${as_root[@]}" tee "$root/usr/sbin/policy-rc.d" >/dev/null
-  "${as_root[@]}" chmod 755 "$root/usr/sbin/policy-rc.d"
-  enter=("${as_root[@]}" chroot "$root")
-  # The terminals of its own are what the simulated radio needs; they vanish with the command.
-  [ ${#isolate[@]} -eq 0 ] || enter=("${as_root[@]}" "${isolate[@]}" sh -c '
-      mount -t proc proc "$0/proc" 2>/dev/null || true
-      mount -t devpts -o newinstance,ptmxmode=0666,mode=0620 devpts "$0/dev/pts" 2>/dev/null || true
-      exec chroot "$0" "$@"' "$root")
-  in_root true || { echo "chroot failed."; return 1; }
-}
-
-in_root() { "${enter[@]}" "$@"; }
-
-apt_in_root() {
-  local cache=$root/var/cache/apt/archives
-  find "$work/cache" -name '*.deb' -exec "${as_root[@]}" cp -n -t "$cache" {} +
-  in_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 apt-get -q -y \
-    -o APT::Sandbox::User=root --no-install-recommends "$@" >"$work/apt.log" 2>&1 ||
-    { tail -n 20 "$work/apt.log"; fail "apt-get $*"; }
-  find "$cache" -name '*.deb' -exec cp -n -t "$work/cache" {} +
-}
 
 # as_user SCRIPT: with the installed programs, as a user without rights, in an empty home.
 as_user() {
@@ -303,4 +245,5 @@ check_descriptions
 check_manuals
 check_completions
 check_with_lintian
-if make_root "${1:-}"; then try_in_root; else try_in_folder; fi
+say "A fresh system"
+if [ "${1:-}" != folder ] && make_root "$(codename_of_this_machine)"; then try_in_root; else try_in_folder; fi
