@@ -229,6 +229,46 @@ TEST(Documents, CsvRecords) {
   EXPECT_EQ(added, FenceLines("docs/csv.md", "text csv-imported"));
 }
 
+// Without roff's marks.
+std::string ManualPage(const std::string& name) {
+  std::string page = test::Content(kFolder + "man/" + name);
+  for (std::size_t at = 0; (at = page.find("\\-", at)) != std::string::npos;) page.erase(at, 1);
+  return page;
+}
+
+// The page alone is enough to write a list: its lines are taken as they stand, and it has every value.
+TEST(Documents, ManualPageOfTheList) {
+  const std::string page = ManualPage("rxq40ctl.1");
+  Lines list = LinesOf(page);
+  std::erase_if(list,
+                [](auto& l) { return !l.starts_with("MODEL,") && !l.starts_with("RX-Q40,"); });
+  EXPECT_EQ(list.size(), 3U);
+  CloneImage image = FreshDocument().image;
+  ImportChannels(Joined(list), image);
+  std::string exported = ExportChannels(image);
+  std::erase(exported, '"');
+  exported.replace(exported.find(" -Shift,0.6000,Off,Hi"), 1, "");
+  for (const std::string& line : list) {
+    EXPECT_NE(exported.find(line + "\r\n"), std::string::npos) << line;
+  }
+
+  Lines words;
+  for (const std::string& line : LinesOf(page)) {
+    for (std::string& word : Words(line, ' ')) {
+      words.push_back(word.substr(0, word.find_last_not_of(".,") + 1));
+    }
+  }
+  // The page does not repeat the unit of the tones.
+  const std::pair<std::span<const std::string_view>, std::size_t> lists[] = {
+      {StepTexts(), 0}, {ToneTexts(), 2}, {DcsTexts(), 0}};
+  for (const auto& [list_texts, unit] : lists) {
+    for (const std::string_view text : list_texts) {
+      const auto shown = text.substr(0, text.size() - unit);
+      EXPECT_NE(std::find(words.begin(), words.end(), shown), words.end()) << text;
+    }
+  }
+}
+
 // The program reads and writes a simulated radio. What the document shows is a part of what went over
 // the cable, direction and bytes; only the 16-byte commands, which nothing sends here, are sent apart.
 TEST(Documents, ExchangesRunAsShown) {
