@@ -42,6 +42,6 @@ say "The command line, where there is no Qt Widgets and no Qt Test"
 in_root sh -c 'rm -rf /usr/include/*/qt6/Qt*Widgets /usr/include/*/qt6/QtTest /usr/include/*/qt6/QtGui \
   /usr/lib/*/cmake/Qt6*Widgets /usr/lib/*/cmake/Qt6Test /usr/lib/*/cmake/Qt6Gui \
   /usr/lib/*/libQt6*Widgets.* /usr/lib/*/libQt6Test.* /usr/lib/*/libQt6Gui.*'
-as_developer "cmake --preset debug -B build/tool -DBUILD_WINDOW=OFF >/dev/null
+as_developer "cmake --preset release -B build/tool -DBUILD_WINDOW=OFF >/dev/null
   cmake --build build/tool
   ctest --test-dir build/tool --output-on-failure --no-tests=error"
