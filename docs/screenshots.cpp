@@ -121,7 +121,7 @@ class Session {
     options.user_folder = options.program_folder;
     window_ = std::make_unique<frmMain>(options);
     window_->StartUp();
-    QApplication::setActiveWindow(window_.get());
+    window_->activateWindow();
     QTest::qWait(kSettleMs);
   }
 
@@ -170,7 +170,8 @@ class Session {
       if (dialog == nullptr || !dialog->isVisible()) return;
       watch.stop();
       seen = true;
-      QApplication::setActiveWindow(dialog);
+      dialog->activateWindow();
+      QTest::qWait(kSettleMs);
       use(*dialog);
       dialog->close();
     });

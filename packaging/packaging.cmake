@@ -1,7 +1,7 @@
 # Where everything goes on a Debian desktop, and the two packages that take it there:
 #   rxq40ctl  the command-line tool and the simulated radio
 #   rxq40     the window
-# Build them with cpack in the build folder, or with packaging/check.sh.
+# packaging/build.sh builds them, packaging/check.sh tries them too.
 include(GNUInstallDirs)
 set(package_files ${PROJECT_BINARY_DIR}/packaging)
 set(maintainer "RX-Q40 Clone Utility developers <rxq40@example.invalid>")
@@ -16,6 +16,9 @@ if(NOT release_time)
   string(TIMESTAMP release_time "%s" UTC)
 endif()
 set(ENV{SOURCE_DATE_EPOCH} ${release_time})
+# cpack stamps the files with it.
+set(CPACK_PROJECT_CONFIG_FILE ${package_files}/release_time.cmake)
+file(WRITE ${CPACK_PROJECT_CONFIG_FILE} "set(ENV{SOURCE_DATE_EPOCH} ${release_time})\n")
 string(TIMESTAMP release_day "%Y-%m-%d" UTC)
 string(TIMESTAMP release_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
@@ -82,19 +85,37 @@ function(install_zipped component file folder name)
   install(FILES ${zipped} DESTINATION ${folder} COMPONENT ${component})
 endfunction()
 
-# What both packages have. A package alone must do, so the rule of the cables is in both, too.
-foreach(package IN ITEMS rxq40 rxq40ctl)
+# install_program(COMPONENT PROGRAM): stripped in a package, as Debian strips its own.
+function(install_program component program)
+  install(TARGETS ${program} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component})
+  set(path "\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/${program}")
+  install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+    execute_process(COMMAND ${CMAKE_STRIP} --remove-section=.comment --remove-section=.note \"${path}\"
+      COMMAND_ERROR_IS_FATAL ANY)
+  endif()" COMPONENT ${component})
+endfunction()
+
+set(packages rxq40ctl)
+if(BUILD_WINDOW)
+  list(APPEND packages rxq40)
+endif()
+
+# What both packages have. A package alone must do, so the documents and the rule of the cables are in both.
+set(documents docs/clone-file.md docs/csv.md docs/faults.md docs/protocol.md)
+foreach(package IN LISTS packages)
   set(doc ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   write_debian_changelog(${package} ${package_files}/${package}.changelog)
   install_zipped(${package} ${package_files}/${package}.changelog ${doc} changelog)
-  install(FILES packaging/data/copyright DESTINATION ${doc} COMPONENT ${package})
+  install(FILES packaging/data/copyright ${documents} DESTINATION ${doc} COMPONENT ${package})
+  install(FILES docs/examples/channels.csv docs/examples/radio.Q40
+    DESTINATION ${doc}/examples COMPONENT ${package})
   install(FILES packaging/data/rxq40.rules DESTINATION lib/udev/rules.d
     RENAME 60-${package}.rules COMPONENT ${package})
 endforeach()
 
 # ---- rxq40ctl
-install(TARGETS rxq40ctl rxq40sim DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT rxq40ctl)
 foreach(program IN ITEMS rxq40ctl rxq40sim)
+  install_program(rxq40ctl ${program})
   install_zipped(rxq40ctl ${PROJECT_SOURCE_DIR}/man/${program}.1 ${CMAKE_INSTALL_MANDIR}/man1 ${program}.1)
   install(FILES ${PROJECT_BINARY_DIR}/completions/bash/${program}
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT rxq40ctl)
@@ -103,26 +124,36 @@ foreach(program IN ITEMS rxq40ctl rxq40sim)
 endforeach()
 
 # ---- rxq40
-set(icons ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor)
-configure_file(packaging/data/rxq40.metainfo.xml.in ${package_files}/rxq40.metainfo.xml @ONLY)
-install(TARGETS rxq40 DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT rxq40)
-install_zipped(rxq40 ${PROJECT_SOURCE_DIR}/man/rxq40.1 ${CMAKE_INSTALL_MANDIR}/man1 rxq40.1)
-install(FILES packaging/data/rxq40.desktop
-  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications COMPONENT rxq40)
-# Named after its component, as software centres expect it.
-install(FILES ${package_files}/rxq40.metainfo.xml RENAME invalid.example.rxq40.metainfo.xml
-  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metainfo COMPONENT rxq40)
-install(FILES packaging/data/rxq40.xml
-  DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mime/packages COMPONENT rxq40)
-foreach(size IN ITEMS 16 24 32 48 64 128 256)
-  install(FILES packaging/icons/${size}/rxq40.png
-    DESTINATION ${icons}/${size}x${size}/apps COMPONENT rxq40)
-  install(FILES packaging/icons/${size}/application-x-rxq40-clone.png
-    DESTINATION ${icons}/${size}x${size}/mimetypes COMPONENT rxq40)
-endforeach()
-install(FILES packaging/icons/rxq40.svg DESTINATION ${icons}/scalable/apps COMPONENT rxq40)
-install(FILES packaging/icons/file.svg RENAME application-x-rxq40-clone.svg
-  DESTINATION ${icons}/scalable/mimetypes COMPONENT rxq40)
+if(BUILD_WINDOW)
+  set(icons ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor)
+  configure_file(packaging/data/rxq40.metainfo.xml.in ${package_files}/rxq40.metainfo.xml @ONLY)
+  install_program(rxq40 rxq40)
+  install_zipped(rxq40 ${PROJECT_SOURCE_DIR}/man/rxq40.1 ${CMAKE_INSTALL_MANDIR}/man1 rxq40.1)
+  install(FILES packaging/data/rxq40.desktop
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications COMPONENT rxq40)
+  # Named after its component, as software centres expect it.
+  install(FILES ${package_files}/rxq40.metainfo.xml RENAME invalid.example.rxq40.metainfo.xml
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/metainfo COMPONENT rxq40)
+  install(FILES packaging/data/rxq40.xml
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/mime/packages COMPONENT rxq40)
+  foreach(size IN ITEMS 16 24 32 48 64 128 256)
+    install(FILES packaging/icons/${size}/rxq40.png
+      DESTINATION ${icons}/${size}x${size}/apps COMPONENT rxq40)
+    install(FILES packaging/icons/${size}/application-x-rxq40-clone.png
+      DESTINATION ${icons}/${size}x${size}/mimetypes COMPONENT rxq40)
+  endforeach()
+  install(FILES packaging/icons/rxq40.svg DESTINATION ${icons}/scalable/apps COMPONENT rxq40)
+  install(FILES packaging/icons/file.svg RENAME application-x-rxq40-clone.svg
+    DESTINATION ${icons}/scalable/mimetypes COMPONENT rxq40)
+
+  # The guide, and the pictures that it shows.
+  set(doc ${CMAKE_INSTALL_DATAROOTDIR}/doc/rxq40)
+  file(READ ${PROJECT_SOURCE_DIR}/docs/guide.md guide)
+  string(REGEX MATCHALL "pictures/[a-z0-9-]+\\.png" pictures "${guide}")
+  list(TRANSFORM pictures PREPEND docs/)
+  install(FILES docs/guide.md DESTINATION ${doc} COMPONENT rxq40)
+  install(FILES ${pictures} DESTINATION ${doc}/pictures COMPONENT rxq40)
+endif()
 
 add_custom_target(package_files ALL DEPENDS ${zipped_files})
 
@@ -137,7 +168,7 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL rxq40 rxq40ctl)
+set(CPACK_COMPONENTS_ALL ${packages})
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 

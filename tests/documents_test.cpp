@@ -9,6 +9,7 @@
 #include "app/tables/values.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
+#include "image/channel_codec.h"
 #include "image/defaults.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
@@ -106,6 +107,13 @@ CloneDocument Example() {
   return document;
 }
 
+// The manual page of the command line without roff's marks.
+std::string ManualPage() {
+  std::string page = test::Content(kFolder + "man/rxq40ctl.1");
+  for (std::size_t at = 0; (at = page.find("\\-", at)) != std::string::npos;) page.erase(at, 1);
+  return page;
+}
+
 TEST(Documents, ExampleFilesAreTheSimulatedRadio) {
   const CloneDocument demo = DemoDocument();
   RadioMemory memory;
@@ -147,7 +155,9 @@ TEST(Documents, HeadersAndValueLists) {
   }
   EXPECT_EQ(headers, kModelCount);
 
-  // The document does not repeat the unit of the tones.
+  // The document and the manual page do not repeat the unit of the tones.
+  std::string page = ManualPage();
+  std::replace(page.begin(), page.end(), '\n', ' ');
   const std::tuple<const char*, std::span<const std::string_view>, const char*> lists[] = {
       {"text list=steps", StepTexts(), ""},
       {"text list=tones", ToneTexts(), "Hz"},
@@ -155,7 +165,10 @@ TEST(Documents, HeadersAndValueLists) {
   for (const auto& [kind, list, unit] : lists) {
     Lines shown;
     for (const std::string& line : FenceLines("docs/clone-file.md", kind)) {
-      for (const std::string& word : Words(line, ' ')) shown.push_back(word + unit);
+      for (const std::string& word : Words(line, ' ')) {
+        shown.push_back(word + unit);
+        EXPECT_NE(page.find(' ' + word), std::string::npos) << word;
+      }
     }
     EXPECT_EQ(shown, Lines(list.begin(), list.end())) << kind;
   }
@@ -192,6 +205,26 @@ TEST(Documents, NameCodes) {
   EXPECT_EQ(found, 22);
 }
 
+// Digits as they are read and written again, as a frequency and as an offset.
+TEST(Documents, FrequencyAndOffset) {
+  constexpr auto kKind = ChannelKind::kMemory;
+  int found = 0;
+  for (const Lines& row : TableRows(5)) {
+    const std::string stored = Unquoted(row[0]);
+    if (stored.size() != 8) continue;
+    ++found;
+    CloneImage image;
+    ASSERT_FALSE(DecodeMemoryChannel("80000000" + stored + stored, 0, image));
+    const std::string again(EncodeMemoryChannel(image, 0).value().First());
+    const ChannelRecord& record = image.MemoryTable[0];
+    EXPECT_EQ(Unquoted(row[1]), record.Text(kKind, Field::kFrequency)) << stored;
+    EXPECT_EQ(Unquoted(row[2]), again.substr(8, 8)) << stored;
+    EXPECT_EQ(Unquoted(row[3]), record.Text(kKind, Field::kShiftFrequency)) << stored;
+    EXPECT_EQ(Unquoted(row[4]), again.substr(16, 8)) << stored;
+  }
+  EXPECT_EQ(found, 9);
+}
+
 TEST(Documents, CsvRecords) {
   const Lines exported = LinesOf(test::Content(kExamples + "channels.csv"));
   const auto is_exported = [&](const std::string& line) {
@@ -206,6 +239,22 @@ TEST(Documents, CsvRecords) {
   Lines added = LinesOf(ExportChannels(image));
   std::erase_if(added, is_exported);
   EXPECT_EQ(added, FenceLines("docs/csv.md", "text csv-imported"));
+}
+
+// The page alone is enough to write a list: its lines are taken as they stand.
+TEST(Documents, ManualPageOfTheList) {
+  Lines list = LinesOf(ManualPage());
+  std::erase_if(list,
+                [](auto& l) { return !l.starts_with("MODEL,") && !l.starts_with("RX-Q40,"); });
+  EXPECT_EQ(list.size(), 3U);
+  CloneImage image = FreshDocument().image;
+  ImportChannels(Joined(list), image);
+  std::string exported = ExportChannels(image);
+  std::erase(exported, '"');
+  exported.replace(exported.find(" -Shift,0.6000,Off,Hi"), 1, "");
+  for (const std::string& line : list) {
+    EXPECT_NE(exported.find(line + "\r\n"), std::string::npos) << line;
+  }
 }
 
 // The program reads and writes a simulated radio. What the document shows is a part of what went over

@@ -42,7 +42,7 @@ class CheckUpTest : public Window {
     QTest::mouseDClick(Table().viewport(), Qt::LeftButton, {}, place);
   }
   void Enter(int row) {
-    QApplication::setActiveWindow(&Find("frmCheckUp"));
+    Activate(Find("frmCheckUp"));
     Table().selectRow(row);
     Table().setFocus();
     Press("tblFindings", Qt::Key_Return);

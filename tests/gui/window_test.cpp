@@ -61,7 +61,7 @@ void Answers::Look() {
   if (dialog == nullptr || !dialog->isVisible()) return;
   if (std::find(met_.begin(), met_.end(), dialog) != met_.end()) return;
   met_.emplace_back(dialog);
-  QApplication::setActiveWindow(dialog);  // offscreen, nobody else gives it the focus
+  Activate(*dialog);
   if (answers_.empty()) {
     const auto* box = qobject_cast<QMessageBox*>(dialog);
     ADD_FAILURE() << "unexpected dialog: " << dialog->windowTitle().toStdString() << ": "
@@ -135,8 +135,8 @@ void Window::Open() {
   }
   QSignalSpy ready(window_.get(), &frmMain::ready);
   window_->StartUp();
-  QApplication::setActiveWindow(window_.get());
   ASSERT_TRUE(!ready.isEmpty() || ready.wait());
+  Activate(*window_);
 }
 
 // What the user saw at the end must have been what the document holds.

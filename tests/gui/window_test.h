@@ -38,6 +38,13 @@ inline const QString kPlainTitle = QStringLiteral("Korvex RX-Q40 Clone Utility")
 inline const QString kMemoryGrid = QStringLiteral("MSFlexGrid1");
 inline const QString kSpecialGrid = QStringLiteral("MSFlexGrid2");
 
+// Offscreen, nobody else gives a window the focus. A dialog counts as active to QTest while the window
+// behind it is.
+inline void Activate(QWidget& window) {
+  window.activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }));
+}
+
 // Answers modal dialogs as they come up, one prepared answer each. A dialog without an answer fails the
 // test and is closed.
 class Answers : public QObject {
