@@ -95,8 +95,7 @@ QString ReasonText(const SequenceReport& report) {
 }
 
 QString WrongModelText(const SequenceReport& report, const QString& aftermath) {
-  return tr("%1 %2 Choosing a model, or Auto Select, starts anew: save before what you want to "
-            "keep.")
+  return tr("%1 %2 Choosing a model starts anew, as does Auto Select: save first.")
       .arg(ReasonText(report), aftermath);
 }
 

@@ -56,7 +56,7 @@ TEST_F(RadioCommands, AnotherModelIsNotWrittenAndReadAfterAQuestion) {
   Trigger("mnuWrAll");
   EXPECT_TRUE(
       Status().startsWith("The radio is an RX-Q40E, the data is for an RX-Q40T. Nothing was "
-                          "written. Choosing a model, or Auto Select, starts anew"));
+                          "written. Choosing a model starts anew"));
   SetFlags(false, true);  // Read Settings does not ask for it, but the change of the model does
   Save(kCancel);
   Trigger("mnuReSet");
