@@ -17,7 +17,6 @@
 #include "app/report_window.h"
 #include "app/routing.h"
 #include "app/service_page.h"
-#include "app/tables/settings_items.h"
 #include "app/user_options.h"
 #include "editor/memory_page.h"
 #include "editor/message_box.h"

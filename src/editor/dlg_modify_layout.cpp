@@ -13,7 +13,7 @@
 
 #include "editor/dlg_modify.h"
 #include "editor/filtered_edit.h"
-#include "image/vocabulary.h"
+#include "image/channel_fields.h"
 
 namespace q40 {
 namespace {

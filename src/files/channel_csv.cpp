@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
-#include "app/tables/grid_columns.h"
 #include "app/tables/values.h"
 #include "files/csv_text.h"
 #include "image/digits.h"
 #include "image/name_codes.h"
 #include "image/plain_text.h"
-#include "image/vocabulary.h"
+#include "image/channel_fields.h"
 
 namespace q40 {
 namespace {

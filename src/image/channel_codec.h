@@ -59,11 +59,4 @@ struct ChannelLines {
 [[nodiscard]] std::optional<ChannelLines> EncodeSpecialChannel(const SpecialSet& set,
                                                                PresentPair present, int k);
 
-// Where a field lies in a record; without a place for skip, which is a part of byte 0.
-struct FieldBytes {
-  std::size_t byte = 0;
-  std::size_t count = 1;
-};
-std::optional<FieldBytes> BytesOf(Field field);
-
 }  // namespace q40

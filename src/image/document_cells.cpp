@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include "app/tables/grid_columns.h"
 #include "image/channel_codec.h"
+#include "image/channel_fields.h"
 #include "image/hex.h"
 #include "image/plain_text.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -31,8 +30,8 @@ class CellList {
   std::vector<DocumentCell> Take() { return std::move(cells_); }
 
   void AddSettings(const CloneDocument& document) {
-    for (const SettingsItem& item : SettingsItems()) {
-      Add(PlaceOf(item.group), CaptionOf(item), SettingText(document.settings, item.control));
+    for (const Setting& setting : Settings()) {
+      Add(PlaceOf(setting.group), CaptionOf(setting), SettingText(document.settings, setting));
     }
     AddCarriedBytes(document);
   }
@@ -55,7 +54,7 @@ class CellList {
     for (int address = 0x20; address < 0x60; ++address) {
       const int line = (address - 0x20) / kBlockSize;
       const int byte = address % kBlockSize;
-      const auto fields = SettingsFields();
+      const auto fields = Settings();
       const bool controlled = std::any_of(fields.begin(), fields.end(), [&](const auto& f) {
         return f.line == line && f.byte == byte && f.rule != SettingRule::kBit6;
       });
@@ -84,21 +83,19 @@ std::string PlaceOf(SettingsGroup group) {
   }
 }
 
-std::string CaptionOf(const SettingsItem& item) {
-  std::string caption(Trimmed(item.caption));
-  if (!item.unit.empty()) caption += ' ' + std::string(item.unit);
+std::string CaptionOf(const Setting& setting) {
+  std::string caption(Trimmed(setting.caption));
+  if (!setting.unit.empty()) caption += ' ' + std::string(setting.unit);
   return caption;
 }
 
-std::string SettingText(const SettingsValues& values, std::string_view control) {
-  const SettingsField& field = SettingsFieldOf(control);
-  const SettingsItem& item = SettingsItemOf(control);
-  const int value = values.*field.value;
-  if (!item.items.empty()) {
+std::string SettingText(const SettingsValues& values, const Setting& setting) {
+  const int value = values.*setting.value;
+  if (!setting.items.empty()) {
     const auto index = static_cast<std::size_t>(value);
-    return std::string(index < item.items.size() ? Trimmed(item.items[index]) : "");
+    return std::string(index < setting.items.size() ? Trimmed(setting.items[index]) : "");
   }
-  if (field.rule == SettingRule::kRange) return std::to_string(value);
+  if (setting.rule == SettingRule::kRange) return std::to_string(value);
   return value != 0 ? "on" : "off";
 }
 

@@ -2,47 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 
 #include "image/hex.h"
 
 namespace q40 {
 namespace {
 
-using V = SettingsValues;
 using enum SettingRule;
-
-constexpr SettingsField kFields[] = {
-    {"chkChannel", &V::chkChannel, 0, 2, kExactText},
-    {"Slider1", &V::Slider1, 0, 5, kRange, 30},
-    {"Slider2", &V::Slider2, 0, 6, kRange, 10},
-    {"cmbDWait", &V::cmbDWait, 0, 8, kRange, 9},
-    {"cmbDFirst", &V::cmbDFirst, 0, 9, kRange, 9},
-    {"cmbDOther", &V::cmbDOther, 0, 10, kRange, 9},
-    {"cmbTB", &V::cmbTB, 0, 11, kRange,
-     3},  // its fifth item is written but not read back: intended
-    {"cmbTOT", &V::cmbTOT, 0, 12, kRange, 15},
-    {"cmbTOTP", &V::cmbTOTP, 0, 13, kRangeTotp, 15},
-    {"chkLock", &V::chkLock, 0, 14, kNonzero},
-    {"chkAPO", &V::chkAPO, 0, 15, kNonzero},
-    {"chkBeep", &V::chkBeep, 1, 0, kExactOne},
-    {"cmbScan", &V::cmbScan, 1, 1, kScan, 2},
-    {"cmbLamp", &V::cmbLamp, 1, 2, kTwoItems},
-    {"cmbBat", &V::cmbBat, 1, 4, kRange, 3},
-    {"cmbVod", &V::cmbVod, 1, 8, kBit6},
-    {"cmbStb", &V::cmbStb, 1, 9, kRange, 2},
-    {"cmbDBurst", &V::cmbDBurst, 1, 12, kRange, 9},
-    {"chkScanEn", &V::chkScanEn, 2, 0, kAccess},
-    {"chkPowerEn", &V::chkPowerEn, 2, 1, kAccess},
-    {"chkLockEn", &V::chkLockEn, 2, 2, kAccess},
-    {"chkMoniEn", &V::chkMoniEn, 2, 3, kAccess},
-    {"chkToneEn", &V::chkToneEn, 2, 4, kAccess},
-    {"chkBurstEn", &V::chkBurstEn, 2, 5, kAccess},
-    {"chkNameEn", &V::chkNameEn, 2, 6, kAccess},
-    {"chkVoxEn", &V::chkVoxEn, 2, 7, kAccess},
-    {"chkAlertEn", &V::chkAlertEn, 3, 12, kAccess},
-    {"chkReverseEn", &V::chkReverseEn, 3, 13, kAccess},
-};
 
 struct ForcedByte {
   int line;
@@ -71,14 +37,14 @@ std::string ByteText(std::string_view line, int byte) {
   return text;
 }
 
-int DecodeField(const SettingsField& field, std::string& line) {
+int DecodeField(const Setting& field, std::string& line) {
   const std::string text = ByteText(line, field.byte);
   const int value = HexByteValue(text, 0);
   switch (field.rule) {
     case kExactText: return text == "01" ? 1 : 0;
     case kExactOne: return value == 1 ? 1 : 0;
     case kNonzero:
-    case kAccess:
+    case kLockFlag:
     case kTwoItems: return value != 0 ? 1 : 0;
     case kScan: return std::min(value, 2);
     case kBit6: return HexDigitToBits(text[0])[kVoxBit] == '1' ? 1 : 0;
@@ -91,9 +57,9 @@ int DecodeField(const SettingsField& field, std::string& line) {
   return 0;
 }
 
-std::string EncodeField(const SettingsField& field, int value, const std::string& line) {
+std::string EncodeField(const Setting& field, int value, const std::string& line) {
   switch (field.rule) {
-    case kAccess: return value != 0 ? "AA" : "00";
+    case kLockFlag: return value != 0 ? "AA" : "00";
     case kExactText:
     case kExactOne:
     case kNonzero: return value != 0 ? "01" : "00";
@@ -123,15 +89,6 @@ std::string StartChannel(const SettingsValues& values, const CloneImage& image) 
 
 }  // namespace
 
-std::span<const SettingsField> SettingsFields() { return kFields; }
-
-const SettingsField& SettingsFieldOf(std::string_view control) {
-  const auto field = std::find_if(std::begin(kFields), std::end(kFields),
-                                  [&](const SettingsField& f) { return f.control == control; });
-  assert(field != std::end(kFields));
-  return field != std::end(kFields) ? *field : kFields[0];
-}
-
 std::string ReplaceByte(std::string_view line, std::string_view byte_text, int index) {
   if (index < 0 || index >= kBytesPerLine) return std::string(line);
   const auto before = std::min(2 * static_cast<std::size_t>(index), line.size());
@@ -144,7 +101,7 @@ std::string ReplaceByte(std::string_view line, std::string_view byte_text, int i
 
 SettingsValues DecodeSettings(CloneImage& image) {
   SettingsValues values;
-  for (const SettingsField& field : kFields) {
+  for (const Setting& field : Settings()) {
     values.*field.value = DecodeField(field, LineOf(image, field.line));
   }
   return values;
@@ -161,7 +118,7 @@ void EncodeSettings(const SettingsValues& values, CloneImage& image) {
   const auto set = [&](int line, int byte, std::string_view text) {
     bytes[static_cast<std::size_t>(line)][static_cast<std::size_t>(byte)] = text;
   };
-  for (const SettingsField& field : kFields) {
+  for (const Setting& field : Settings()) {
     set(field.line, field.byte,
         UpperCase(EncodeField(field, values.*field.value, LineOf(image, field.line))));
   }

@@ -7,42 +7,13 @@
 // of this codec's business.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "image/clone_image.h"
-#include "image/settings_values.h"
+#include "image/settings_table.h"
 
 namespace q40 {
-
-// How a byte stands for a control.
-enum class SettingRule : unsigned char {
-  kExactText,  // check box: only the text "01" is checked; written 01 / 00
-  kExactOne,   // check box: only the value 1 is checked; written 01 / 00
-  kNonzero,    // check box: any value but 0 is checked; written 01 / 00
-  kAccess,     // check box: any value but 0 is checked; written AA / 00
-  kRange,      // list or slider: 0..top, anything else is repaired to 0
-  kRangeTotp,  // as kRange, but the line keeps the byte that is out of range
-  kScan,       // list: 0, 1, anything else is item 2
-  kTwoItems,   // list: 0, anything else is item 1
-  kBit6,       // list: bit 6 of the byte; the other bits stay
-};
-
-struct SettingsField {
-  std::string_view control;  // name of the control
-  int SettingsValues::*value;
-  int line;
-  int byte;
-  SettingRule rule;
-  int top = 1;  // largest value that a read gives
-};
-
-// Every control that has a byte, in the order in which they are loaded.
-std::span<const SettingsField> SettingsFields();
-
-// The row of a control; the control must exist.
-const SettingsField& SettingsFieldOf(std::string_view control);
 
 // Reads the four lines. A list or slider byte outside its range gives 0, and the line is repaired
 // to "00" at once; only cmbTOTP leaves its line alone (intended).

@@ -1,7 +1,7 @@
 #include "sim/demo_radio.h"
 
 #include "image/defaults.h"
-#include "image/vocabulary.h"
+#include "image/channel_fields.h"
 
 namespace q40 {
 namespace {
