@@ -155,28 +155,25 @@ std::string CodecError::Message() const {
          HexByteText(value) + ", which is outside its list";
 }
 
-std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, int n, CloneImage& image) {
-  assert(n >= 0 && n < kMemoryChannelCount);
+std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, ChannelRecord& record,
+                                              bool& in_use) {
   constexpr auto kKind = ChannelKind::kMemory;
   Decoder decoder = DecodeRecord(kKind, hex64);
-  const bool in_use = decoder.digits[0] == '8';
+  const bool used = decoder.digits[0] == '8';
   const bool skip = decoder.digits[1] == '8';
-  if (decoder.error && in_use) return decoder.error;
+  if (decoder.error && used) return decoder.error;
 
-  ChannelRecord& record = decoder.record;
+  record = std::move(decoder.record);
   record.Set(kKind, Field::kSkip, skip ? 1 : 0, "");
   if (skip) record.cellText[0].insert(0, 1, '*');
-  image.MemoryTable[static_cast<std::size_t>(n)] = std::move(record);
-  image.ChannelInUse[static_cast<std::size_t>(n)] = in_use;
+  in_use = used;
   return std::nullopt;
 }
 
-std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n) {
-  assert(n >= 0 && n < kMemoryChannelCount);
-  const ChannelRecord& record = image.MemoryTable[static_cast<std::size_t>(n)];
+std::optional<ChannelLines> EncodeMemoryChannel(const ChannelRecord& record, bool in_use) {
   auto lines = EncodeRecord(ChannelKind::kMemory, record);
   if (!lines) return std::nullopt;
-  if (image.ChannelInUse[static_cast<std::size_t>(n)]) lines->digits[0] = '8';
+  if (in_use) lines->digits[0] = '8';
   if (record.Number(ChannelKind::kMemory, Field::kSkip) == 1) lines->digits[1] = '8';
   return lines;
 }

@@ -25,8 +25,8 @@ constexpr int kStartChannelByte = 4;  // of line 0
 constexpr int kParityByte = 3;        // of line 0, read as a decimal number
 constexpr std::size_t kVoxBit = 1;    // second character of the high digit's bits
 
-std::string& LineOf(CloneImage& image, int line) {
-  return image.SettingsLine[static_cast<std::size_t>(line)];
+std::string& LineOf(SettingsLines& lines, int line) {
+  return lines[static_cast<std::size_t>(line)];
 }
 
 // The two digits of a byte, "00" past the end of the line.
@@ -74,14 +74,11 @@ std::string EncodeField(const Setting& field, int value, const std::string& line
 }
 
 // Line 0 byte 4: the channel with which channel mode starts, or the band's code without it.
-std::string StartChannel(const SettingsValues& values, const CloneImage& image) {
-  if (values.chkChannel != 0) {
-    const auto* const first = image.ChannelInUse.begin();
-    const auto* const used = std::find(first, first + kMemoryChannelCount, true);
-    return HexByteText(static_cast<int>(used - first));  // 210 ("D2") when no channel is in use
-  }
+std::string StartChannel(const SettingsValues& values, int first_used_channel,
+                         const SettingsLines& lines) {
+  if (values.chkChannel != 0) return HexByteText(first_used_channel);
   // The last of the leading decimal digits tells odd from even: "1F" is 1, "A1" is none.
-  const std::string parity = ByteText(image.SettingsLine[0], kParityByte);
+  const std::string parity = ByteText(lines[0], kParityByte);
   const std::size_t digits = std::min(parity.find_first_not_of("0123456789"), parity.size());
   const bool odd = digits > 0 && (parity[digits - 1] - '0') % 2 != 0;
   return odd ? "D8" : "D4";
@@ -99,20 +96,20 @@ std::string ReplaceByte(std::string_view line, std::string_view byte_text, int i
   return replaced;
 }
 
-SettingsValues DecodeSettings(CloneImage& image) {
+SettingsValues DecodeSettings(SettingsLines& lines) {
   SettingsValues values;
   for (const Setting& field : Settings()) {
-    values.*field.value = DecodeField(field, LineOf(image, field.line));
+    values.*field.value = DecodeField(field, LineOf(lines, field.line));
   }
   return values;
 }
 
-void EncodeSettings(const SettingsValues& values, CloneImage& image) {
+void EncodeSettings(const SettingsValues& values, int first_used_channel, SettingsLines& lines) {
   std::array<std::array<std::string, kBytesPerLine>, kSettingsLines> bytes;
   for (int line = 0; line < kSettingsLines; ++line) {
     for (int byte = 0; byte < kBytesPerLine; ++byte) {
       bytes[static_cast<std::size_t>(line)][static_cast<std::size_t>(byte)] =
-          UpperCase(ByteText(LineOf(image, line), byte));
+          UpperCase(ByteText(LineOf(lines, line), byte));
     }
   }
   const auto set = [&](int line, int byte, std::string_view text) {
@@ -120,15 +117,15 @@ void EncodeSettings(const SettingsValues& values, CloneImage& image) {
   };
   for (const Setting& field : Settings()) {
     set(field.line, field.byte,
-        UpperCase(EncodeField(field, values.*field.value, LineOf(image, field.line))));
+        UpperCase(EncodeField(field, values.*field.value, LineOf(lines, field.line))));
   }
   for (const ForcedByte& forced : kForcedBytes) set(forced.line, forced.byte, forced.text);
-  set(0, kStartChannelByte, StartChannel(values, image));
+  set(0, kStartChannelByte, StartChannel(values, first_used_channel, lines));
 
   for (int line = 0; line < kSettingsLines; ++line) {
-    LineOf(image, line).clear();
+    LineOf(lines, line).clear();
     for (const std::string& text : bytes[static_cast<std::size_t>(line)]) {
-      LineOf(image, line) += text;
+      LineOf(lines, line) += text;
     }
   }
 }

@@ -7,22 +7,26 @@
 // of this codec's business.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
-#include "image/clone_image.h"
 #include "image/settings_table.h"
 
 namespace q40 {
 
+inline constexpr int kSettingsLines = 4;
+// 0x0020, 0x0030, 0x0040, 0x0050: 32 digits each, or empty before anything was loaded.
+using SettingsLines = std::array<std::string, kSettingsLines>;
+
 // Reads the four lines. A list or slider byte outside its range gives 0, and the line is repaired
 // to "00" at once; only cmbTOTP leaves its line alone (intended).
-SettingsValues DecodeSettings(CloneImage& image);
+SettingsValues DecodeSettings(SettingsLines& lines);
 
-// Rebuilds the four lines from the values, the in-use flags (line 0 byte 4: the channel that
-// channel mode starts with) and the bytes that are carried through. A byte that is missing in a
-// short or empty line reads as "00".
-void EncodeSettings(const SettingsValues& values, CloneImage& image);
+// Rebuilds the four lines from the values, the first memory channel in use (line 0 byte 4: channel
+// mode starts with it; 210 when there is none) and the bytes that are carried through. A byte that
+// is missing in a short or empty line reads as "00".
+void EncodeSettings(const SettingsValues& values, int first_used_channel, SettingsLines& lines);
 
 // The line with the two digits of byte `index` (0..15) replaced. Any other index: the line as it
 // is.
