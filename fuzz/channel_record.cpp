@@ -1,6 +1,6 @@
 // Channel records: decode, encode, decode again. One byte says which channel (0..9 a special one,
 // then the memory channels), the rest are the digits.
-#include "image/channel_codec.h"
+#include "image/clone_image.h"
 #include "image/hex.h"
 #include "target.h"
 

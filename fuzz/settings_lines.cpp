@@ -1,7 +1,7 @@
 // Settings lines: decode, encode, decode again. The input is two bytes that mark a memory channel
 // as in use (or none), then up to four lines of any length.
 #include "image/hex.h"
-#include "image/settings_codec.h"
+#include "image/clone_image.h"
 #include "target.h"
 
 namespace q40::fuzz {
@@ -17,8 +17,8 @@ constexpr CarriedBytes kCarried[] = {{0, 3, 3},  {1, 7, 7},  {1, 10, 11}, {1, 13
                                      {2, 8, 15}, {3, 0, 11}, {3, 14, 15}};
 
 bool InRange(const SettingsValues& values) {
-  const auto fields = SettingsFields();
-  return std::all_of(fields.begin(), fields.end(), [&](const SettingsField& field) {
+  const auto fields = Settings();
+  return std::all_of(fields.begin(), fields.end(), [&](const Setting& field) {
     return values.*field.value >= 0 && values.*field.value <= field.top;
   });
 }

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "image/channel_fields.h"
 #include "image/defaults.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
 #include "image/plain_text.h"
-#include "image/vocabulary.h"
 #include "support/random_document.h"
 
 namespace q40 {

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "files/csv_text.h"
+#include "image/channel_fields.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
-#include "image/vocabulary.h"
 #include "support/random_document.h"
 
 namespace q40 {

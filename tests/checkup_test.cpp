@@ -7,11 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "files/clone_file.h"
+#include "image/channel_fields.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
 #include "image/memory_edit.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 #include "support/random_document.h"
 
 namespace q40 {
@@ -221,7 +221,9 @@ using Lines = std::multiset<std::string>;
 // What is not in the opened file as it was in the document, found without the check-up.
 Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
   std::set<std::string_view> not_in_rpt;
-  for (const Field field : kNotInRepeaterRow) not_in_rpt.insert(FieldName(field));
+  for (const ChannelField& row : kChannelFields) {
+    if (!row.in_repeater_row) not_in_rpt.insert(row.name);
+  }
   Lines lines;
   for (const CellDifference& d : DifferencesOf(saved, opened)) {
     // Cells of channels that are not in use are empty, or stored data.

@@ -179,16 +179,17 @@ TEST(Documents, SettingsTable) {
   for (const Lines& row : TableRows(6)) {
     if (Unquoted(row[2]).empty()) continue;
     ++found;
-    const SettingsField& field = SettingsFieldOf(Unquoted(row[2]));
-    EXPECT_EQ(Unquoted(row[2]), field.control);
+    const Setting* const known = FindSetting(Unquoted(row[2]));
+    ASSERT_NE(known, nullptr) << row[2];
+    const Setting& field = *known;
     EXPECT_EQ(row[0], std::to_string(field.line) + '.' + std::to_string(field.byte));
     EXPECT_EQ(row[1], "00" + HexByteText(0x20 + 16 * field.line + field.byte)) << row[0];
     if (field.rule == SettingRule::kRange || field.rule == SettingRule::kRangeTotp) {
       EXPECT_EQ(row[4], "0-" + std::to_string(field.top)) << row[0];
     }
-    EXPECT_EQ(row[5].starts_with("`AA`"), field.rule == SettingRule::kAccess) << row[0];
+    EXPECT_EQ(row[5].starts_with("`AA`"), field.rule == SettingRule::kLockFlag) << row[0];
   }
-  EXPECT_EQ(found, SettingsFields().size());
+  EXPECT_EQ(found, Settings().size());
 }
 
 TEST(Documents, NameCodes) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "app/tables/settings_items.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
 #include "image/hex.h"
@@ -63,7 +62,7 @@ TEST(Settings, EveryControlHasItsOwnByte) {
       {&V::chkMoniEn, 2, 3, "AA"},    {&V::chkToneEn, 2, 4, "AA"},  {&V::chkBurstEn, 2, 5, "AA"},
       {&V::chkNameEn, 2, 6, "AA"},    {&V::chkVoxEn, 2, 7, "AA"},   {&V::chkAlertEn, 3, 12, "AA"},
       {&V::chkReverseEn, 3, 13, "AA"}};
-  EXPECT_EQ(std::size(cases), SettingsFields().size());
+  EXPECT_EQ(std::size(cases), Settings().size());
   const std::string zeros(32, '0');
   for (const auto& [control, line, byte, digits] : cases) {
     V values;
@@ -81,13 +80,12 @@ TEST(Settings, EveryControlHasItsOwnByte) {
 }
 
 TEST(Settings, EveryItemOfThePagesHasAByteThatCanHoldIt) {
-  for (const SettingsItem& item : SettingsItems()) {
+  for (const Setting& item : Settings()) {
     if (item.items.empty()) continue;
     // The fifth tone burst is the one that does not come back.
     const int readable = static_cast<int>(item.items.size()) - (item.control == "cmbTB" ? 1 : 0);
-    EXPECT_EQ(readable, SettingsFieldOf(item.control).top + 1) << item.control;
+    EXPECT_EQ(readable, item.top + 1) << item.control;
   }
-  EXPECT_EQ(SettingsItems().size(), SettingsFields().size());
 }
 
 TEST(Settings, WordsForValues) {
@@ -95,9 +93,10 @@ TEST(Settings, WordsForValues) {
   const std::pair<const char*, const char*> words[] = {{"Slider1", "30"},  {"cmbTB", "1450"},
                                                        {"cmbTOT", "30"},   {"chkBeep", "on"},
                                                        {"cmbStb", "DTMF"}, {"chkLock", "off"}};
-  for (const auto& [control, text] : words) EXPECT_EQ(SettingText(values, control), text);
-  EXPECT_EQ(SettingText({.cmbTB = 5}, "cmbTB"), "");
-  EXPECT_EQ(CaptionOf(SettingsItemOf("cmbDFirst")), "First Burst (msec)");
+  for (const auto& [control, text] : words)
+    EXPECT_EQ(SettingText(values, *FindSetting(control)), text);
+  EXPECT_EQ(SettingText({.cmbTB = 5}, SettingOf(&SettingsValues::cmbTB)), "");
+  EXPECT_EQ(CaptionOf(SettingOf(&SettingsValues::cmbDFirst)), "First Burst (msec)");
 }
 
 TEST(Settings, BytesWithoutAControlAreKeptOrForced) {

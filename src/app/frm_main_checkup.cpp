@@ -5,7 +5,6 @@
 
 #include "app/checkup_window.h"
 #include "app/frm_main.h"
-#include "app/tables/settings_items.h"
 #include "checkup/checkup.h"
 #include "editor/memory_page.h"
 #include "editor/special_channels.h"
@@ -21,7 +20,7 @@ constexpr int kMemoryTab = 2;
 // Name of the control that stands for a setting or a dialer memory.
 QString ControlOf(const Place& place) {
   if (place.where == Place::Where::kDialer) return QStringLiteral("txtDial_%1").arg(place.index);
-  const std::string_view control = SettingsItems()[static_cast<std::size_t>(place.index)].control;
+  const std::string_view control = Settings()[static_cast<std::size_t>(place.index)].control;
   return QString::fromUtf8(control.data(), static_cast<qsizetype>(control.size()));
 }
 

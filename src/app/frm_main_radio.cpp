@@ -1,5 +1,7 @@
 // The window's radio commands. The sequences run here, on the window's thread, and hand it to the
 // event loop while they wait.
+#include <filesystem>
+
 #include <QAction>
 #include <QDateTime>
 #include <QFrame>
@@ -13,7 +15,6 @@
 #include "app/routing.h"
 #include "app/service_page.h"
 #include "app/status_line.h"
-#include "app/tables/settings_items.h"
 #include "app/user_options.h"
 #include "editor/memory_page.h"
 #include "editor/message_box.h"

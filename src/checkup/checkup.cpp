@@ -5,12 +5,12 @@
 #include <optional>
 
 #include "checkup/read_back.h"
+#include "image/channel_fields.h"
 #include "image/defaults.h"
 #include "image/document_cells.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -99,16 +99,15 @@ class CheckUpRun {
   void Settings() {
     CloneImage copy = image_;
     const SettingsValues stored = DecodeSettings(copy);
-    const auto items = SettingsItems();
+    const auto items = q40::Settings();
     for (std::size_t i = 0; i < items.size(); ++i) {
-      const SettingsField& field = SettingsFieldOf(items[i].control);
+      const Setting& field = items[i];
       const Place place{Where::kSetting, Band::kVhf, static_cast<int>(i)};
-      const std::string caption = CaptionOf(items[i]);
+      const std::string caption = CaptionOf(field);
       if (document_.settings.*field.value != after_.settings.*field.value) {
         const bool burst = field.value == &SettingsValues::cmbTB;
         Add(burst ? FindingKind::kToneBurstLost : FindingKind::kSettingLost, place, caption,
-            {SettingText(document_.settings, field.control),
-             SettingText(after_.settings, field.control)});
+            {SettingText(document_.settings, field), SettingText(after_.settings, field)});
       } else if (document_.settings.*field.value == stored.*field.value) {
         SettingByte(place, field, caption);
       }
@@ -118,14 +117,13 @@ class CheckUpRun {
 
   // A control that nobody moved, and a byte that changes nevertheless: it held a value that the
   // control does not know.
-  void SettingByte(const Place& place, const SettingsField& field, const std::string& caption) {
+  void SettingByte(const Place& place, const Setting& field, const std::string& caption) {
     const std::string before = ByteOf(image_, field.line, field.byte);
     const std::string after = ByteOf(after_.image, field.line, field.byte);
     if (UpperCase(before) == after) return;
     const int address = kSettingsAddress[0] + kBlockSize * field.line + field.byte;
     Add(FindingKind::kSettingRewritten, place, caption,
-        {"00" + HexByteText(address), before, SettingText(document_.settings, field.control),
-         after});
+        {"00" + HexByteText(address), before, SettingText(document_.settings, field), after});
   }
 
   static std::string ByteOf(const CloneImage& image, int line, int byte) {

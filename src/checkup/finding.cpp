@@ -2,11 +2,10 @@
 
 #include <cassert>
 
-#include "app/tables/grid_columns.h"
-#include "app/tables/settings_items.h"
 #include "image/digits.h"
 #include "image/memory_map.h"
 #include "image/plain_text.h"
+#include "image/settings_table.h"
 
 namespace q40 {
 namespace {
@@ -94,7 +93,7 @@ std::string_view SeverityText(Severity severity) {
 std::string PlaceText(const Place& place) {
   const auto index = static_cast<std::size_t>(place.index);
   switch (place.where) {
-    case Place::Where::kSetting: return std::string(GroupText(SettingsItems()[index].group));
+    case Place::Where::kSetting: return std::string(GroupText(Settings()[index].group));
     case Place::Where::kSpecial:
       return std::string(BandName(place.band)) + ' ' + std::string(kSpecialRowTitles[index]);
     case Place::Where::kDialer: return "auto dialer";

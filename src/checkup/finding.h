@@ -65,7 +65,7 @@ struct Place {
   enum class Where : unsigned char { kSetting, kSpecial, kDialer, kMemory };
   Where where = Where::kSetting;
   Band band = Band::kVhf;  // of a special channel; VHF elsewhere
-  int index = 0;  // of SettingsItems(), row of the special set, dialer memory, memory channel
+  int index = 0;           // of Settings(), row of the special set, dialer memory, memory channel
 
   // clang-tidy takes the 0 of the comparisons for a pointer.
   auto operator<=>(const Place&) const = default;  // NOLINT(modernize-use-nullptr)

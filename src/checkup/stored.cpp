@@ -1,16 +1,15 @@
 // What a file or a radio stores and no document can hold.
 #include <algorithm>
 
-#include "app/tables/settings_items.h"
 #include "checkup/checkup.h"
 #include "image/channel_codec.h"
+#include "image/channel_fields.h"
 #include "image/decimal.h"
 #include "image/defaults.h"
 #include "image/digits.h"
 #include "image/hex.h"
 #include "image/name_codes.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -19,7 +18,7 @@ bool IsFrequency(Field field) {
   return field == Field::kFrequency || field == Field::kShiftFrequency;
 }
 
-std::string Words(Field field, const std::string& digits) {
+std::string StoredWords(Field field, const std::string& digits) {
   if (IsFrequency(field)) {
     if (std::all_of(digits.begin(), digits.end(), IsDigit)) {
       return OffsetText(static_cast<Units100Hz>(std::stol(digits))) + " MHz";
@@ -88,10 +87,10 @@ void CompareChannel(const Unit& unit, const Opened& channel, Findings& findings)
   if (!channel.in_use || channel.digits.empty()) return;
   for (int i = 0; i < kFieldCount; ++i) {
     const auto field = static_cast<Field>(i);
-    const auto place = BytesOf(field);
-    if (!place || !channel.Carries(field)) continue;
+    if (field == Field::kSkip || !channel.Carries(field)) continue;
+    const FieldBytes place = BytesOf(field);
     const auto bytes = [&](std::string_view digits) {
-      return UpperCase(digits.substr(2 * place->byte, 2 * place->count));
+      return UpperCase(digits.substr(2 * place.byte, 2 * place.count));
     };
     const std::string stored = bytes(unit.digits);
     const std::string opened = bytes(channel.digits);
@@ -101,7 +100,8 @@ void CompareChannel(const Unit& unit, const Opened& channel, Findings& findings)
       Add(channel.place, FieldName(field), "0x" + stored,
           '"' + channel.record.Text(channel.kind, field) + '"', findings);
     } else if (stored != opened) {
-      Add(channel.place, FieldName(field), Words(field, stored), Words(field, opened), findings);
+      Add(channel.place, FieldName(field), StoredWords(field, stored), StoredWords(field, opened),
+          findings);
     }
   }
 }
@@ -110,9 +110,9 @@ void CompareChannel(const Unit& unit, const Opened& channel, Findings& findings)
 void CompareSettings(const Unit& unit, int first_line, Findings& findings) {
   CloneDocument document = FreshDocument();
   if (LoadUnit(unit, document)) return;
-  const auto items = SettingsItems();
+  const auto items = Settings();
   for (std::size_t i = 0; i < items.size(); ++i) {
-    const SettingsField& field = SettingsFieldOf(items[i].control);
+    const Setting& field = items[i];
     if (field.line != first_line && field.line != first_line + 1) continue;
     const auto line = static_cast<std::size_t>(field.line - first_line);
     const auto at = line * kBlockDigits + 2 * static_cast<std::size_t>(field.byte);
@@ -123,10 +123,10 @@ void CompareSettings(const Unit& unit, int first_line, Findings& findings) {
     }
     SettingsValues values = document.settings;
     values.*field.value = HexByteValue(stored, 0);
-    const std::string word = SettingText(values, field.control);
-    Add({Place::Where::kSetting, Band::kVhf, static_cast<int>(i)}, CaptionOf(items[i]),
+    const std::string word = SettingText(values, field);
+    Add({Place::Where::kSetting, Band::kVhf, static_cast<int>(i)}, CaptionOf(field),
         word.empty() ? "0x" + stored : '"' + word + '"',
-        '"' + SettingText(document.settings, field.control) + '"', findings);
+        '"' + SettingText(document.settings, field) + '"', findings);
   }
 }
 

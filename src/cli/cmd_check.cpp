@@ -31,8 +31,8 @@ int Run(CommandContext& context, const Arguments& arguments) {
       if (problem) row["problem"] = problem->what;
       if (odd) row.update({{"line", odd->line}, {"note", odd->what}});
       json.push_back(std::move(row));
-    } else if (Print(context, Printable(problem ? problem->Message() : InputName(file) + ": ok") + '\n') !=
-               kExitDone) {
+    } else if (Print(context, Printable(problem ? problem->Message() : InputName(file) + ": ok") +
+                                  '\n') != kExitDone) {
       return kExitCannotWrite;
     }
     if (odd && !arguments.json) context.console.Note(odd->Message());

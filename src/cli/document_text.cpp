@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
-#include "app/tables/grid_columns.h"
-#include "app/tables/settings_items.h"
 #include "image/channel_codec.h"
+#include "image/channel_fields.h"
 #include "image/hex.h"
 #include "image/plain_text.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -62,9 +60,9 @@ Row ChannelRow(ChannelKind kind, const std::string& title, const ChannelRecord& 
 void AppendSettings(std::string& text, const CloneDocument& document, SettingsGroup group) {
   text += PlaceOf(group) + '\n';
   std::vector<Row> rows;
-  for (const SettingsItem& item : SettingsItems()) {
-    if (item.group != group) continue;
-    rows.push_back({CaptionOf(item), SettingText(document.settings, item.control)});
+  for (const Setting& setting : Settings()) {
+    if (setting.group != group) continue;
+    rows.push_back({CaptionOf(setting), SettingText(document.settings, setting)});
   }
   AppendTable(text, rows);
 }
@@ -101,11 +99,10 @@ void AppendMemoryChannels(std::string& text, const CloneImage& image) {
 
 // ---- JSON
 
-Json SettingJson(const SettingsValues& values, const SettingsItem& item) {
-  const SettingsField& field = SettingsFieldOf(item.control);
-  if (!item.items.empty()) return SettingText(values, item.control);
-  if (field.rule == SettingRule::kRange) return values.*field.value;
-  return values.*field.value != 0;
+Json SettingJson(const SettingsValues& values, const Setting& setting) {
+  if (!setting.items.empty()) return SettingText(values, setting);
+  if (setting.rule == SettingRule::kRange) return values.*setting.value;
+  return values.*setting.value != 0;
 }
 
 Json ChannelJson(ChannelKind kind, const ChannelRecord& record) {
@@ -147,9 +144,9 @@ Json DocumentJson(const CloneDocument& document) {
   Json json;
   json["model"] = ModelName(document.model);
   json["versionA"] = image.VersionA;
-  for (const SettingsItem& item : SettingsItems()) {
-    json[JsonKeyOf(item.group)][std::string(Trimmed(item.caption))] =
-        SettingJson(document.settings, item);
+  for (const Setting& setting : Settings()) {
+    json[JsonKeyOf(setting.group)][std::string(Trimmed(setting.caption))] =
+        SettingJson(document.settings, setting);
   }
   for (std::size_t i = 0; i < document.dial.size(); ++i) {
     json["dialer"][std::string(kDialTitles[i])] = document.dial[i];

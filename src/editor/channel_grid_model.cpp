@@ -1,18 +1,11 @@
 #include "editor/channel_grid_model.h"
 
 #include "app/tables/grid_columns.h"
+#include "image/channel_fields.h"
 #include "image/decimal.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
-
-// Fields in the order of the headings: what a read puts into columns 1 to 18 of the memory grid.
-constexpr std::array<Field, kMemoryGridColumns - 1> kHeadingFields = {
-    Field::kFrequency, Field::kStep,      Field::kTone,  Field::kTxTone,         Field::kRxTone,
-    Field::kTxDcs,     Field::kRxDcs,     Field::kShift, Field::kShiftFrequency, Field::kRpt,
-    Field::kPower,     Field::kMid,       Field::kAtt,   Field::kBatterySave,    Field::kClock,
-    Field::kBclo,      Field::kBandwidth, Field::kName};
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -84,7 +77,7 @@ QVariant ChannelGridModel::headerData(int section, Qt::Orientation orientation, 
   }
   if (role != Qt::DisplayRole) return {};
   if (row) return (starred ? QStringLiteral("*") : QString()) + RowTitle(section);
-  return Text(kGridHeadings[static_cast<std::size_t>(section) + 1]);
+  return Text(RowOf(kHeadingFields[static_cast<std::size_t>(section)]).heading);
 }
 
 void ChannelGridModel::Redraw(int first, int last, Order order) {

@@ -98,7 +98,7 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
 
   ModifyTarget target_;
   std::optional<DialogValues> held_;  // the controls of the last memory edit
-  std::optional<QPoint> offset_;       // from the window, where the user has left the dialog
+  std::optional<QPoint> offset_;      // from the window, where the user has left the dialog
   KeyCounter keys_;
 
   std::vector<Group> groups_;

@@ -14,7 +14,7 @@
 #include "editor/dlg_modify.h"
 #include "editor/filtered_edit.h"
 #include "editor/option_group.h"
-#include "image/vocabulary.h"
+#include "image/channel_fields.h"
 
 namespace q40 {
 namespace {

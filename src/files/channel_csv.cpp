@@ -1,6 +1,5 @@
 #include "files/channel_csv.h"
 
-#include "app/tables/grid_columns.h"
 #include "files/channel_csv_columns.h"
 #include "files/csv_text.h"
 
@@ -16,21 +15,21 @@ void AppendRecord(std::string& text, std::string_view bank, std::string_view cha
     AppendCsvItem(text, item);
     text += ',';
   }
-  for (const CsvColumn& column : kCsvColumns) {
+  for (const Field field : kCsvOrder) {
     std::string item;
-    if (column.field == Field::kSkip) {
+    if (field == Field::kSkip) {
       const bool skip = kind == ChannelKind::kMemory && record.Number(kind, Field::kSkip) == 1;
       item = skip ? "On" : "Off";
-    } else if (!HasField(kind, column.field)) {
+    } else if (!HasField(kind, field)) {
       item = kNoName;
     } else {
-      item = record.Text(kind, column.field);
+      item = record.Text(kind, field);
       // Without the blank a spreadsheet would take the word for a formula.
       const bool formula = item.starts_with('-') || item.starts_with('+');
-      if (column.field == Field::kShift && formula) item.insert(0, 1, ' ');
+      if (field == Field::kShift && formula) item.insert(0, 1, ' ');
     }
     AppendCsvItem(text, item);
-    text += column.field == Field::kSkip ? kLineEnd : std::string_view(",");
+    text += field == Field::kSkip ? kLineEnd : std::string_view(",");
   }
 }
 
@@ -39,9 +38,9 @@ void AppendHeader(std::string& text) {
     AppendCsvItem(text, item);
     text += ',';
   }
-  for (const CsvColumn& column : kCsvColumns) {
-    AppendCsvItem(text, column.heading);
-    text += column.field == Field::kSkip ? kLineEnd : std::string_view(",");
+  for (const Field field : kCsvOrder) {
+    AppendCsvItem(text, RowOf(field).csv);
+    text += field == Field::kSkip ? kLineEnd : std::string_view(",");
   }
 }
 

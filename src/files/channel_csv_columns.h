@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "app/tables/models.h"
-#include "image/channel_record.h"
+#include "image/channel_fields.h"
 
 namespace q40 {
 
@@ -18,33 +18,7 @@ constexpr std::string_view BankOf(Band band) { return band == Band::kVhf ? "VFO 
 // Headings of the three items in front.
 inline constexpr std::array<std::string_view, 3> kFirstHeadings = {"MODEL", "BANK", "CHANNEL"};
 
-struct CsvColumn {
-  std::string_view heading;
-  Field field;
-};
-
-// Items 4 to 22.
-inline constexpr std::array kCsvColumns = {
-    CsvColumn{"FREQUENCY", Field::kFrequency},
-    CsvColumn{"STEP", Field::kStep},
-    CsvColumn{"TONE", Field::kTone},
-    CsvColumn{"TXTONE", Field::kTxTone},
-    CsvColumn{"RXTONE", Field::kRxTone},
-    CsvColumn{"TXDCS", Field::kTxDcs},
-    CsvColumn{"RXDCS", Field::kRxDcs},
-    CsvColumn{"SHIFT", Field::kShift},
-    CsvColumn{"SHIFT FREQUENCY", Field::kShiftFrequency},
-    CsvColumn{"Repeat", Field::kRpt},
-    CsvColumn{"Power", Field::kPower},
-    CsvColumn{"MID", Field::kMid},
-    CsvColumn{"ATT", Field::kAtt},
-    CsvColumn{"BS", Field::kBatterySave},
-    CsvColumn{"Clock", Field::kClock},
-    CsvColumn{"BCLO", Field::kBclo},
-    CsvColumn{"Bandwidth", Field::kBandwidth},
-    CsvColumn{"Name", Field::kName},
-    CsvColumn{"Skip", Field::kSkip},
-};
-inline constexpr std::size_t kRecordItems = kFirstHeadings.size() + kCsvColumns.size();
+// Behind them the fields of a channel, in the order of kCsvOrder.
+inline constexpr std::size_t kRecordItems = kFirstHeadings.size() + kCsvOrder.size();
 
 }  // namespace q40

@@ -15,16 +15,16 @@ namespace {
 
 // What stands behind the channel, with the lines.
 struct Items {
-  std::array<std::string, kCsvColumns.size()> text;
-  std::array<int, kCsvColumns.size()> line{};
+  std::array<std::string, kCsvOrder.size()> text;
+  std::array<int, kCsvOrder.size()> line{};
 };
-using Columns = std::bitset<kCsvColumns.size()>;
+using Columns = std::bitset<kCsvOrder.size()>;
 
 // Takes the items into a record. The columns whose item is not what the record holds now.
 Columns TakeItems(const Items& items, ChannelKind kind, bool repeater_row, ChannelRecord& record) {
   Columns doubtful;
-  for (std::size_t i = 0; i < kCsvColumns.size(); ++i) {
-    const Field field = kCsvColumns[i].field;
+  for (std::size_t i = 0; i < kCsvOrder.size(); ++i) {
+    const Field field = kCsvOrder[i];
     const std::string& item = items.text[i];
     if (!HasField(kind, field)) {
       doubtful[i] = !SaysNothing(field, item);
@@ -187,7 +187,7 @@ class Importer {
     if (!channel_) return RefuseHead(2, "channel " + Quoted(*title), *title);
     Items items;
     for (std::size_t i = 0; i < items.text.size(); ++i) {
-      auto next = Next(kCsvColumns[i].heading);
+      auto next = Next(RowOf(kCsvOrder[i]).csv);
       if (!next) return PassOver("items are missing");
       items.text[i] = std::move(*next);
       items.line[i] = items_.Line();
@@ -213,7 +213,7 @@ class Importer {
   void TellTakenRecords(const Items& items) {
     for (std::size_t i = 0; i < items.text.size(); ++i) {
       if (items.text[i] != kModelItem) continue;
-      if (kCsvColumns[i].field == Field::kName && !IsBank(items.text[i + 1])) continue;
+      if (kCsvOrder[i] == Field::kName && !IsBank(items.text[i + 1])) continue;
       TellTaken(items.line[i], kFirstHeadings.size() + i);
       settled_line_ = record_end_;
     }
@@ -246,9 +246,10 @@ class Importer {
   }
 
   void TellDoubts(Columns doubtful, const Items& items, const ChannelRecord& record) {
-    for (std::size_t i = 0; i < kCsvColumns.size(); ++i) {
+    for (std::size_t i = 0; i < kCsvOrder.size(); ++i) {
       if (!doubtful[i]) continue;
-      const auto& [heading, field] = kCsvColumns[i];
+      const Field field = kCsvOrder[i];
+      const std::string_view heading = RowOf(field).csv;
       Tell(heading, DoubtText(field, items.text[i], channel_->kind, record));
     }
   }

@@ -4,8 +4,8 @@
 
 #include "app/tables/grid_columns.h"
 #include "files/channel_csv_columns.h"
+#include "image/channel_fields.h"
 #include "image/plain_text.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -47,10 +47,9 @@ void ImportReport::AddLoss(const ListedChannel& channel, std::string_view field,
   const int line = LineOf(*this, channel);
   if (line == 0) return;
   ++loss_count;
-  const auto* const column =
-      std::find_if(kCsvColumns.begin(), kCsvColumns.end(),
-                   [&](const CsvColumn& c) { return FieldName(c.field) == field; });
-  const std::string_view heading = column == kCsvColumns.end() ? field : column->heading;
+  const auto* const column = std::find_if(kChannelFields.begin(), kChannelFields.end(),
+                                          [&](const ChannelField& f) { return f.name == field; });
+  const std::string_view heading = column == kChannelFields.end() ? field : column->csv;
   AddNote(*this, {line, std::string(heading), std::move(text), channel});
 }
 

@@ -5,9 +5,9 @@
 
 #include "app/tables/values.h"
 #include "files/channel_csv_columns.h"
+#include "image/channel_fields.h"
 #include "image/digits.h"
 #include "image/name_codes.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {

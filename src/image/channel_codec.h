@@ -23,7 +23,7 @@
 #include <string>
 #include <string_view>
 
-#include "image/clone_image.h"
+#include "image/special_set.h"
 
 namespace q40 {
 
@@ -43,15 +43,16 @@ struct ChannelLines {
   [[nodiscard]] std::string_view Second() const { return Joined().substr(kBlockDigits); }
 };
 
-// Fills memory row n (0..209) and its in-use flag from 64 digits; missing digits and characters
-// that are no digits read as 0. On an error row and flag stay as they were. In a channel that is
-// not in use an index outside its list reads as 0, so that an erased radio can be read.
-[[nodiscard]] std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, int n,
-                                                            CloneImage& image);
+// Fills a memory channel from 64 digits; missing digits and characters that are no digits read as 0.
+// On an error it stays as it was. In a channel that is not in use an index outside its list reads as
+// 0, so that an erased radio can be read.
+[[nodiscard]] std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64,
+                                                            ChannelRecord& record, bool& in_use);
 
-// Digits of memory row n. No value when a number of the row is outside its list, which no reader,
-// editor or import lets happen.
-[[nodiscard]] std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n);
+// Digits of a memory channel. No value when a number of the record is outside its list, which no
+// reader, editor or import lets happen.
+[[nodiscard]] std::optional<ChannelLines> EncodeMemoryChannel(const ChannelRecord& record,
+                                                              bool in_use);
 
 // The same for row k (0..4: VFO, CALL, RPT, PH, PL) of a special set. The tolerance for unused
 // channels applies to a PH or PL whose frequency is 0.
@@ -59,12 +60,5 @@ struct ChannelLines {
                                                              SpecialSet& set);
 [[nodiscard]] std::optional<ChannelLines> EncodeSpecialChannel(const SpecialSet& set,
                                                                PresentPair present, int k);
-
-// Where a field lies in a record; without a place for skip, which is a part of byte 0.
-struct FieldBytes {
-  std::size_t byte = 0;
-  std::size_t count = 1;
-};
-std::optional<FieldBytes> BytesOf(Field field);
 
 }  // namespace q40

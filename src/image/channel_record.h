@@ -1,7 +1,6 @@
 // One channel, decoded: a row of parallel cells, each a display text and a number.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -63,17 +62,6 @@ constexpr Field FieldIn(ChannelKind kind, int column) {
     return static_cast<Field>(column);
   }
   return static_cast<Field>(column < kSpecialColumns ? column + 2 : column - 2);
-}
-
-// Fields that the repeater-access row (RPT) does not carry. In a new document their texts are
-// empty; their numbers are those of the VFO, and are what a file and the radio get. Only the frequency
-// in the radio is another: every write sets 145 or 445 MHz there.
-inline constexpr std::array kNotInRepeaterRow = {
-    Field::kFrequency,   Field::kStep,  Field::kPower, Field::kMid,      Field::kAtt,
-    Field::kBatterySave, Field::kClock, Field::kBclo,  Field::kBandwidth};
-constexpr bool CarriedInRepeaterRow(Field field) {
-  return std::find(kNotInRepeaterRow.begin(), kNotInRepeaterRow.end(), field) ==
-         kNotInRepeaterRow.end();
 }
 
 // A plain value: 19 cells, of which a special channel uses the first 17. The empty record (all

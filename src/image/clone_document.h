@@ -3,7 +3,7 @@
 
 #include "image/clone_image.h"
 #include "image/dial_text.h"
-#include "image/settings_values.h"
+#include "image/settings_table.h"
 
 namespace q40 {
 

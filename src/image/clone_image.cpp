@@ -1,5 +1,8 @@
 #include "image/clone_image.h"
 
+#include <algorithm>
+#include <cassert>
+
 namespace q40 {
 namespace {
 
@@ -35,16 +38,6 @@ void SetStoredPresent(CloneImage& image, Band band, PresentPair present) {
   image.ChannelInUse[ph + 1] = present[1];
 }
 
-PresentPair PresentByFrequency(const SpecialSet& set) {
-  return {set[kPhRow].Frequency() != 0, set[kPlRow].Frequency() != 0};
-}
-
-bool EffectivelyPresent(const SpecialSet& set, PresentPair present, int k) {
-  if (k < kPhRow) return true;
-  return present[static_cast<std::size_t>(k - kPhRow)] &&
-         set[static_cast<std::size_t>(k)].Frequency() != 0;
-}
-
 void ShowBand(CloneImage& image, Band band) {
   image.ShownBand = band;
   image.ShownSpecialSet = SpecialStore(image, band);
@@ -55,6 +48,26 @@ void StoreShownRow(CloneImage& image, int k) {
   const auto row = static_cast<std::size_t>(k);
   SpecialStore(image, image.ShownBand)[row] = image.ShownSpecialSet[row];
   SetStoredPresent(image, image.ShownBand, image.ShownPresent);
+}
+
+std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, int n, CloneImage& image) {
+  assert(n >= 0 && n < kMemoryChannelCount);
+  const auto row = static_cast<std::size_t>(n);
+  return DecodeMemoryChannel(hex64, image.MemoryTable[row], image.ChannelInUse[row]);
+}
+
+std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n) {
+  assert(n >= 0 && n < kMemoryChannelCount);
+  const auto row = static_cast<std::size_t>(n);
+  return EncodeMemoryChannel(image.MemoryTable[row], image.ChannelInUse[row]);
+}
+
+SettingsValues DecodeSettings(CloneImage& image) { return DecodeSettings(image.SettingsLine); }
+
+void EncodeSettings(const SettingsValues& values, CloneImage& image) {
+  const auto* const first = image.ChannelInUse.begin();
+  const auto* const used = std::find(first, first + kMemoryChannelCount, true);
+  EncodeSettings(values, static_cast<int>(used - first), image.SettingsLine);
 }
 
 }  // namespace q40

@@ -5,20 +5,14 @@
 #include <string>
 
 #include "app/tables/models.h"
-#include "image/channel_record.h"
-#include "image/memory_map.h"
+#include "image/channel_codec.h"
+#include "image/settings_codec.h"
 
 namespace q40 {
 
 inline constexpr int kTemplateRow = 210;
 inline constexpr int kMemoryRows = 211;
 inline constexpr int kInUseFlags = 215;
-inline constexpr int kSettingsLines = 4;
-
-// VFO, CALL, RPT, PH, PL of one band.
-using SpecialSet = std::array<ChannelRecord, kSpecialChannelCount>;
-// Present flags of PH and PL, in this order. VFO, CALL and RPT are always there.
-using PresentPair = std::array<bool, 2>;
 
 // A value without invariants of its own; a default-constructed image is the empty state.
 struct CloneImage {
@@ -34,7 +28,7 @@ struct CloneImage {
   Band ShownBand = Band::kVhf;
   PresentPair ShownPresent{};
   // 0x0020, 0x0030, 0x0040, 0x0050: 32 digits each, or empty before anything was loaded.
-  std::array<std::string, kSettingsLines> SettingsLine;
+  SettingsLines SettingsLine;
   bool VersionA = false;
 
   bool operator==(const CloneImage&) const = default;
@@ -53,18 +47,18 @@ const SpecialSet& SpecialStore(const CloneImage& image, Band band);
 PresentPair StoredPresent(const CloneImage& image, Band band);
 void SetStoredPresent(CloneImage& image, Band band, PresentPair present);
 
-// Presence as a read or an opened file tells it: PH and PL are there when their frequency is not 0.
-PresentPair PresentByFrequency(const SpecialSet& set);
-
-// Whether special row k counts as present: always for VFO, CALL and RPT; PH and PL need their flag
-// and a frequency.
-bool EffectivelyPresent(const SpecialSet& set, PresentPair present, int k);
-
 // Loads the stored set of a band, and its flags, into the shown set.
 void ShowBand(CloneImage& image, Band band);
 
 // Copies shown row k and its flag to the store of the shown band.
 void StoreShownRow(CloneImage& image, int k);
+
+// The codecs on the image's own rows and lines; n: 0..209.
+[[nodiscard]] std::optional<CodecError> DecodeMemoryChannel(std::string_view hex64, int n,
+                                                            CloneImage& image);
+[[nodiscard]] std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n);
+SettingsValues DecodeSettings(CloneImage& image);
+void EncodeSettings(const SettingsValues& values, CloneImage& image);
 
 inline int VersionOf(const CloneImage& image) { return image.VersionA ? kVersionA : kVersionPlain; }
 

@@ -2,8 +2,8 @@
 
 #include <cassert>
 
+#include "image/channel_fields.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -26,27 +26,15 @@ Units100Hz UhfFrequency(int model) {
 
 Units100Hz UhfOffset(int model) { return model == kModelE ? 76'000 : 50'000; }
 
-// Codes of a new channel, frequency and offset apart. Fields without a row are 0 ("None", "Off").
-struct DefaultCode {
-  Field field;
-  int number;
-};
-constexpr DefaultCode kDefaultCodes[] = {
-    {Field::kTone, 0},        {Field::kTxTone, 8}, {Field::kRxTone, 8}, {Field::kTxDcs, 0},
-    {Field::kShift, 0},       {Field::kPower, 0},  {Field::kMid, 5},    {Field::kAtt, 0},
-    {Field::kBatterySave, 1}, {Field::kClock, 0},  {Field::kBclo, 0},   {Field::kBandwidth, 0},
-    {Field::kRpt, 0},         {Field::kRxDcs, 0},
-};
-
 ChannelRecord DefaultChannel(ChannelKind kind, Units100Hz frequency, Units100Hz offset, int model) {
   ChannelRecord record;
   record.Set(kind, Field::kFrequency, frequency, FrequencyText(frequency));
   record.Set(kind, Field::kShiftFrequency, offset, OffsetText(offset));
-  const int step = model == kModelE ? 2 : 0;
-  record.Set(kind, Field::kStep, step, CodeText(Field::kStep, step));
-  for (const DefaultCode& code : kDefaultCodes) {
-    record.Set(kind, code.field, code.number, CodeText(code.field, code.number));
+  for (const ChannelField& row : kChannelFields) {
+    const bool coded = !row.words.empty() || row.list != nullptr;
+    if (coded) SetCode(record, kind, row.field, row.fresh);
   }
+  if (model == kModelE) SetCode(record, kind, Field::kStep, 2);
   return record;
 }
 
@@ -55,9 +43,13 @@ SpecialSet DefaultSet(Units100Hz frequency, Units100Hz offset, int model) {
   SpecialSet set;
   set.fill(DefaultChannel(kKind, frequency, offset, model));
   ChannelRecord& rpt = set[kRptRow];
-  rpt.Set(kKind, Field::kTone, 1, CodeText(Field::kTone, 1));
-  rpt.Set(kKind, Field::kShift, 1, CodeText(Field::kShift, 1));
-  for (const Field field : kNotInRepeaterRow) rpt.Set(kKind, field, rpt.Number(kKind, field), "");
+  SetCode(rpt, kKind, Field::kTone, 1);
+  SetCode(rpt, kKind, Field::kShift, 1);
+  for (const ChannelField& row : kChannelFields) {
+    if (row.in_repeater_row) continue;
+    rpt.Set(kKind, row.field, rpt.Number(kKind, row.field),
+            "");  // the numbers stay those of the VFO
+  }
   return set;
 }
 

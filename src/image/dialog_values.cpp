@@ -2,19 +2,12 @@
 
 #include <algorithm>
 
+#include "image/channel_fields.h"
 #include "image/edit_rules.h"
 #include "image/name_codes.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
-
-constexpr Field kAllFields[] = {
-    Field::kFrequency, Field::kStep,  Field::kTone,      Field::kTxTone,
-    Field::kRxTone,    Field::kTxDcs, Field::kShift,     Field::kShiftFrequency,
-    Field::kPower,     Field::kMid,   Field::kAtt,       Field::kBatterySave,
-    Field::kClock,     Field::kBclo,  Field::kBandwidth, Field::kName,
-    Field::kSkip,      Field::kRpt,   Field::kRxDcs};
 
 // Of the fields that the repeater-access row does not carry, the option groups: no option is set.
 constexpr Field kUnsetInRepeaterRow[] = {Field::kStep, Field::kPower,       Field::kMid,
@@ -49,7 +42,7 @@ bool IsText(Field field) {
 
 DialogValues ValuesOf(const ChannelRecord& record, ChannelKind kind, bool repeater_row) {
   DialogValues values;
-  for (const Field field : kAllFields) {
+  for (const Field field : kReadingOrder) {
     if (!HasField(kind, field) || IsText(field)) continue;
     values[field] = ChoiceOf(field, record.Number(kind, field));
   }
@@ -72,7 +65,7 @@ DialogValues ValuesOf(const ChannelRecord& record, ChannelKind kind, bool repeat
 ChannelRecord RecordOf(const DialogValues& values, ChannelKind kind, bool repeater_row,
                        const ChannelRecord& before) {
   ChannelRecord record = before;
-  for (const Field field : kAllFields) {
+  for (const Field field : kReadingOrder) {
     if (!HasField(kind, field) || IsText(field)) continue;
     if (values[field] != kUnset) {
       const int number = NumberOf(field, values[field]);

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include "app/tables/grid_columns.h"
 #include "image/channel_codec.h"
+#include "image/channel_fields.h"
 #include "image/hex.h"
 #include "image/plain_text.h"
 #include "image/settings_codec.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {
@@ -44,7 +43,7 @@ struct SettingsByte {
       : line(offset / kBlockSize),
         byte(offset % kBlockSize),
         name("byte 0x00" + HexByteText(kSettingsAddress[0] + offset)) {
-    const auto fields = SettingsFields();
+    const auto fields = Settings();
     const auto found = std::find_if(fields.begin(), fields.end(),
                                     [&](auto& f) { return f.line == line && f.byte == byte; });
     if (found != fields.end()) field = &*found;
@@ -53,7 +52,7 @@ struct SettingsByte {
   int line;
   int byte;
   std::string name;
-  const SettingsField* field = nullptr;  // what it stands for, if a control does
+  const Setting* field = nullptr;  // what it stands for, if a control does
   [[nodiscard]] bool IsStartChannel() const { return line == 0 && byte == kStartChannelByte; }
 };
 
@@ -69,8 +68,8 @@ class CellList {
   }
 
   void AddSettings() {
-    for (const SettingsItem& item : SettingsItems()) {
-      Add(PlaceOf(item.group), CaptionOf(item), SettingText(document_.settings, item.control));
+    for (const Setting& setting : Settings()) {
+      Add(PlaceOf(setting.group), CaptionOf(setting), SettingText(document_.settings, setting));
     }
     CloneImage image = document_.image;
     EncodeSettings(document_.settings, image);
@@ -125,7 +124,7 @@ class CellList {
     if (shared) {
       constexpr int kHighDigitWithoutBit6 = 0xB;
       digits[0] = HexByteText(HexDigitValue(digits[0]) & kHighDigitWithoutBit6)[1];
-      byte.name += " without " + CaptionOf(SettingsItemOf(byte.field->control));
+      byte.name += " without " + CaptionOf(*byte.field);
     }
     Add(PlaceOf(SettingsGroup::kGeneral), byte.name, digits);
   }
@@ -175,9 +174,8 @@ StoredByte ByteOfSettings(int area, int byte) {
   StoredByte stored{PlaceOf(SettingsGroup::kGeneral), at.name, static_cast<std::size_t>(byte)};
   if (at.IsStartChannel()) stored.name += " (start channel)";
   if (at.field == nullptr) return stored;
-  const SettingsItem& item = SettingsItemOf(at.field->control);
-  stored.place = PlaceOf(item.group);
-  stored.name += " (" + CaptionOf(item) + ')';
+  stored.place = PlaceOf(at.field->group);
+  stored.name += " (" + CaptionOf(*at.field) + ')';
   return stored;
 }
 
@@ -193,12 +191,12 @@ StoredByte ByteOfChannel(std::string place, ChannelKind kind, std::size_t byte) 
   StoredByte stored{std::move(place), "byte " + std::to_string(byte), byte};
   if (byte == 0) stored.name += " (flags)";
   for (const Field field : kReadingOrder) {
-    const auto bytes = BytesOf(field);
-    if (!bytes || !HasField(kind, field)) continue;
-    if (byte < bytes->byte || byte >= bytes->byte + bytes->count) continue;
+    if (field == Field::kSkip || !HasField(kind, field)) continue;
+    const FieldBytes bytes = BytesOf(field);
+    if (byte < bytes.byte || byte >= bytes.byte + bytes.count) continue;
     stored.name += " (" + std::string(FieldName(field)) + ')';
-    stored.first = bytes->byte;
-    stored.count = bytes->count;
+    stored.first = bytes.byte;
+    stored.count = bytes.count;
   }
   return stored;
 }
@@ -218,21 +216,19 @@ std::string PlaceOf(SettingsGroup group) {
   }
 }
 
-std::string CaptionOf(const SettingsItem& item) {
-  std::string caption(Trimmed(item.caption));
-  if (!item.unit.empty()) caption += ' ' + std::string(item.unit);
+std::string CaptionOf(const Setting& setting) {
+  std::string caption(Trimmed(setting.caption));
+  if (!setting.unit.empty()) caption += ' ' + std::string(setting.unit);
   return caption;
 }
 
-std::string SettingText(const SettingsValues& values, std::string_view control) {
-  const SettingsField& field = SettingsFieldOf(control);
-  const SettingsItem& item = SettingsItemOf(control);
-  const int value = values.*field.value;
-  if (!item.items.empty()) {
+std::string SettingText(const SettingsValues& values, const Setting& setting) {
+  const int value = values.*setting.value;
+  if (!setting.items.empty()) {
     const auto index = static_cast<std::size_t>(value);
-    return std::string(index < item.items.size() ? Trimmed(item.items[index]) : "");
+    return std::string(index < setting.items.size() ? Trimmed(setting.items[index]) : "");
   }
-  if (field.rule == SettingRule::kRange) return std::to_string(value);
+  if (setting.rule == SettingRule::kRange) return std::to_string(value);
   return value != 0 ? "on" : "off";
 }
 

@@ -6,20 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/tables/settings_items.h"
 #include "image/clone_document.h"
 
 namespace q40 {
-
-// Fields in the order in which the list of a channel is read: RxDCS beside TxDCS, the name last.
-inline constexpr Field kReadingOrder[] = {
-    Field::kFrequency, Field::kStep,        Field::kTone,
-    Field::kTxTone,    Field::kRxTone,      Field::kTxDcs,
-    Field::kRxDcs,     Field::kShift,       Field::kShiftFrequency,
-    Field::kRpt,       Field::kPower,       Field::kMid,
-    Field::kAtt,       Field::kBatterySave, Field::kClock,
-    Field::kBclo,      Field::kBandwidth,   Field::kSkip,
-    Field::kName};
 
 struct CellDifference {
   std::string place;  // "Settings", "Auto dialer", "VHF CALL", "Memory D3"
@@ -55,9 +44,9 @@ std::string DifferenceText(const CellDifference& difference);
 // "DTMF", "Access", "Settings"
 std::string PlaceOf(SettingsGroup group);
 // The caption of a setting, with its unit, without the blanks that align it.
-std::string CaptionOf(const SettingsItem& item);
+std::string CaptionOf(const Setting& setting);
 // A setting as its control shows it, without the blanks that align it.
-std::string SettingText(const SettingsValues& values, std::string_view control);
+std::string SettingText(const SettingsValues& values, const Setting& setting);
 // A field of a channel; skip, which no grid shows, is "On" or "Off".
 std::string FieldText(ChannelKind kind, const ChannelRecord& record, Field field);
 

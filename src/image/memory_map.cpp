@@ -1,6 +1,5 @@
 #include "image/memory_map.h"
 
-#include "app/tables/grid_columns.h"
 #include "image/dial_text.h"
 #include "image/hex.h"
 

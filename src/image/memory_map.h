@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "app/tables/models.h"
 
@@ -31,6 +32,8 @@ inline constexpr int kCallRow = 1;
 inline constexpr int kRptRow = 2;
 inline constexpr int kPhRow = 3;
 inline constexpr int kPlRow = 4;
+inline constexpr std::array<std::string_view, kSpecialChannelCount> kSpecialRowTitles = {
+    "VFO", "CALL", "RPT", "PH", "PL"};
 
 inline constexpr std::array<Address, kSettingsUnitCount> kSettingsAddress = {0x0020, 0x0040};
 

@@ -32,48 +32,49 @@ void SettingsPage::Bound::Show(int value) const {
 
 void SettingsPage::SetValues(const SettingsValues& values) {
   loading_ = true;
-  for (const Bound& control : controls_) control.Show(values.*control.field->value);
+  for (const Bound& control : controls_) control.Show(values.*control.setting->value);
   loading_ = false;
   ValuesShown();
 }
 
 void SettingsPage::TakeValues(SettingsValues& values) const {
-  for (const Bound& control : controls_) values.*control.field->value = control.Value();
+  for (const Bound& control : controls_) values.*control.setting->value = control.Value();
 }
 
 void SettingsPage::SetCloneButtonsEnabled(bool enabled) {
   for (QPushButton* button : clone_buttons_) button->setEnabled(enabled);
 }
 
-QComboBox* SettingsPage::MakeList(const char* control, Counts counts) {
-  const SettingsItem& item = SettingsItemOf(control);
+QComboBox* SettingsPage::MakeList(Value value) {
+  const Setting& setting = SettingOf(value);
   auto* list = new QComboBox(this);
-  list->setObjectName(QLatin1String(control));
-  list->setAccessibleName(Text(item.caption).trimmed());
-  for (const std::string_view text : item.items) list->addItem(Text(text));
-  if (counts == Counts::kYes) connect(list, &QComboBox::activated, this, &SettingsPage::edited);
+  list->setObjectName(Text(setting.control));
+  list->setAccessibleName(Text(setting.caption).trimmed());
+  for (const std::string_view text : setting.items) list->addItem(Text(text));
+  if (setting.counts) connect(list, &QComboBox::activated, this, &SettingsPage::edited);
   LeaveWheelToPage(list);
-  controls_.push_back({&SettingsFieldOf(control), list});
+  controls_.push_back({&setting, list});
   return list;
 }
 
-QCheckBox* SettingsPage::MakeBox(const char* control, Counts counts) {
-  auto* box = new QCheckBox(Text(SettingsItemOf(control).caption), this);
-  box->setObjectName(QLatin1String(control));
-  if (counts == Counts::kYes) connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
-  controls_.push_back({&SettingsFieldOf(control), nullptr, box});
+QCheckBox* SettingsPage::MakeBox(Value value) {
+  const Setting& setting = SettingOf(value);
+  auto* box = new QCheckBox(Text(setting.caption), this);
+  box->setObjectName(Text(setting.control));
+  if (setting.counts) connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
+  controls_.push_back({&setting, nullptr, box});
   return box;
 }
 
-QSlider* SettingsPage::MakeSlider(const char* control, QLabel* label) {
-  const SettingsField& field = SettingsFieldOf(control);
+QSlider* SettingsPage::MakeSlider(Value value, QLabel* label) {
+  const Setting& setting = SettingOf(value);
   auto* slider = new QSlider(Qt::Horizontal, this);
-  slider->setObjectName(QLatin1String(control));
-  slider->setAccessibleName(Text(SettingsItemOf(control).caption));
-  slider->setRange(0, field.top);
+  slider->setObjectName(Text(setting.control));
+  slider->setAccessibleName(Text(setting.caption));
+  slider->setRange(0, setting.top);
   slider->setPageStep(1);
   slider->setTickPosition(QSlider::TicksBelow);
-  slider->setTickInterval(field.top > 10 ? 5 : 1);
+  slider->setTickInterval(setting.top > 10 ? 5 : 1);
   LeaveWheelToPage(slider);
   label->setNum(0);
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -82,7 +83,7 @@ QSlider* SettingsPage::MakeSlider(const char* control, QLabel* label) {
     label->setNum(position);
     if (!loading_) emit edited();
   });
-  controls_.push_back({&field, nullptr, nullptr, slider});
+  controls_.push_back({&setting, nullptr, nullptr, slider});
   return slider;
 }
 
@@ -104,14 +105,15 @@ QCheckBox* SettingsPage::MakeLooseBox(const QString& name, const char* caption) 
   return box;
 }
 
-QLabel* SettingsPage::MakeLabel(const char* control) {
-  auto* label = new QLabel(Text(SettingsItemOf(control).caption), this);
-  label->setBuddy(findChild<QWidget*>(QLatin1String(control)));
+QLabel* SettingsPage::MakeLabel(Value value) {
+  const Setting& setting = SettingOf(value);
+  auto* label = new QLabel(Text(setting.caption), this);
+  label->setBuddy(findChild<QWidget*>(Text(setting.control)));
   return label;
 }
 
-QLabel* SettingsPage::MakeUnit(const char* control) {
-  return new QLabel(Text(SettingsItemOf(control).unit), this);
+QLabel* SettingsPage::MakeUnit(Value value) {
+  return new QLabel(Text(SettingOf(value).unit), this);
 }
 
 QPushButton* SettingsPage::MakeCloneButton(const char* name, const char* caption,

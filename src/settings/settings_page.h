@@ -5,8 +5,7 @@
 
 #include <QWidget>
 
-#include "app/tables/settings_items.h"
-#include "image/settings_codec.h"
+#include "image/settings_table.h"
 
 class QCheckBox;
 class QComboBox;
@@ -36,19 +35,19 @@ class SettingsPage : public QWidget {
   void writeRequested();
 
  protected:
-  enum class Counts : unsigned char { kYes, kNo };
+  using Value = int SettingsValues::*;
 
   // A list with its items; the item that is chosen already counts as an edit too.
-  QComboBox* MakeList(const char* control, Counts counts = Counts::kYes);
-  QCheckBox* MakeBox(const char* control, Counts counts = Counts::kYes);
+  QComboBox* MakeList(Value value);
+  QCheckBox* MakeBox(Value value);
   // A slider from 0 to the largest value that the radio's byte may have. `label` always shows its
   // position.
-  QSlider* MakeSlider(const char* control, QLabel* label);
+  QSlider* MakeSlider(Value value, QLabel* label);
   // A check box that stands for no byte, but counts as an edit.
   QCheckBox* MakeLooseBox(const QString& name, const char* caption);
   // The list's label, without the blanks in front being lost.
-  QLabel* MakeLabel(const char* control);
-  QLabel* MakeUnit(const char* control);
+  QLabel* MakeLabel(Value value);
+  QLabel* MakeUnit(Value value);
   QPushButton* MakeCloneButton(const char* name, const char* caption,
                                void (SettingsPage::*requested)());
   // The wheel scrolls the page; it turns only a control that has the focus.
@@ -60,7 +59,7 @@ class SettingsPage : public QWidget {
   void LeaveWheelToPage(QWidget* control);
 
   struct Bound {
-    const SettingsField* field;
+    const Setting* setting;
     QComboBox* list = nullptr;
     QCheckBox* box = nullptr;
     QSlider* slider = nullptr;

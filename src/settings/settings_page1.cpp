@@ -15,6 +15,8 @@
 namespace q40 {
 namespace {
 
+using V = SettingsValues;
+
 QRadioButton* AddOption(QBoxLayout& layout, OptionGroup& group, const QString& name, int index,
                         std::string_view caption) {
   auto* option =
@@ -31,8 +33,8 @@ SettingsPage1::SettingsPage1(QWidget* special_channels, QWidget* parent) : Setti
   auto* upper = new QGridLayout;
   upper->addWidget(MakeLists(), 0, 0, 3, 1);
   upper->addWidget(MakeTimeOut(), 0, 1);
-  upper->addWidget(MakeLevel("Slider1", "lblVol", "Volume"), 1, 1);
-  upper->addWidget(MakeLevel("Slider2", "lblSql", "Squelch"), 2, 1);
+  upper->addWidget(MakeLevel(&V::Slider1, "lblVol", "Volume"), 1, 1);
+  upper->addWidget(MakeLevel(&V::Slider2, "lblSql", "Squelch"), 2, 1);
   upper->addWidget(MakeBoxes(), 0, 2, 3, 1);
   upper->addWidget(MakeModel(), 0, 3, 2, 1);
   upper->addWidget(MakeBand(), 2, 3);
@@ -65,11 +67,12 @@ QWidget* SettingsPage1::MakeLists() {
   auto* grid = new QGridLayout(widget);
   grid->setContentsMargins(0, 0, 0, 0);
   int row = 0;
-  for (const char* control : {"cmbStb", "cmbVod", "cmbBat", "cmbLamp", "cmbScan", "cmbTB"}) {
-    QComboBox* list = MakeList(control);
-    grid->addWidget(MakeLabel(control), row, 0);
+  for (const Value value :
+       {&V::cmbStb, &V::cmbVod, &V::cmbBat, &V::cmbLamp, &V::cmbScan, &V::cmbTB}) {
+    QComboBox* list = MakeList(value);
+    grid->addWidget(MakeLabel(value), row, 0);
     grid->addWidget(list, row, 1);
-    if (!SettingsItemOf(control).unit.empty()) grid->addWidget(MakeUnit(control), row, 2);
+    if (!SettingOf(value).unit.empty()) grid->addWidget(MakeUnit(value), row, 2);
     ++row;
   }
   findChild<QWidget*>(QStringLiteral("cmbTB"))
@@ -82,11 +85,11 @@ QWidget* SettingsPage1::MakeTimeOut() {
   auto* frame = new QGroupBox(QStringLiteral("Time Out Timer"), this);
   auto* grid = new QGridLayout(frame);
   int row = 0;
-  for (const char* control : {"cmbTOT", "cmbTOTP"}) {
-    QComboBox* list = MakeList(control);
-    grid->addWidget(MakeLabel(control), row, 0);
+  for (const Value value : {&V::cmbTOT, &V::cmbTOTP}) {
+    QComboBox* list = MakeList(value);
+    grid->addWidget(MakeLabel(value), row, 0);
     grid->addWidget(list, row, 1);
-    grid->addWidget(MakeUnit(control), row, 2);
+    grid->addWidget(MakeUnit(value), row, 2);
     ++row;
   }
   grid->setColumnStretch(1, 1);
@@ -97,7 +100,8 @@ QWidget* SettingsPage1::MakeBoxes() {
   auto* widget = new QWidget(this);
   auto* column = new QVBoxLayout(widget);
   column->setContentsMargins(6, 0, 6, 0);
-  for (const char* control : {"chkBeep", "chkAPO", "chkLock"}) column->addWidget(MakeBox(control));
+  for (const Value value : {&V::chkBeep, &V::chkAPO, &V::chkLock})
+    column->addWidget(MakeBox(value));
   // No byte of the radio stands behind these.
   const struct {
     const char* name;
@@ -145,7 +149,7 @@ QWidget* SettingsPage1::MakeBand() {
   return frame;
 }
 
-QWidget* SettingsPage1::MakeLevel(const char* slider, const char* label, const char* caption) {
+QWidget* SettingsPage1::MakeLevel(Value slider, const char* label, const char* caption) {
   auto* frame = new QGroupBox(QString::fromUtf8(caption), this);
   auto* row = new QHBoxLayout(frame);
   auto* value = new QLabel(frame);

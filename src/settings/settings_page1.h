@@ -35,7 +35,7 @@ class SettingsPage1 : public SettingsPage {
   QWidget* MakeBoxes();
   QWidget* MakeModel();
   QWidget* MakeBand();
-  QWidget* MakeLevel(const char* slider, const char* label, const char* caption);
+  QWidget* MakeLevel(Value slider, const char* label, const char* caption);
 
   OptionGroup* opbModel_ = nullptr;
   OptionGroup* optBand_ = nullptr;

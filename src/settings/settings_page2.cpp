@@ -16,6 +16,8 @@
 namespace q40 {
 namespace {
 
+using V = SettingsValues;
+
 constexpr int kStart = kDialCount - 1;  // "St"
 
 QString DialText(const QString& text) {
@@ -61,20 +63,13 @@ SettingsPage2::SettingsPage2(QWidget* parent) : SettingsPage(parent) {
 QWidget* SettingsPage2::MakeDtmf() {
   auto* frame = new QGroupBox(QStringLiteral("DTMF"), this);
   auto* grid = new QGridLayout(frame);
-  const struct {
-    const char* control;
-    Counts counts;
-  } lists[] = {
-      {"cmbDFirst", Counts::kYes},
-      {"cmbDOther", Counts::kNo},  // a change of this one alone is not asked about: intended
-      {"cmbDWait", Counts::kYes},
-      {"cmbDBurst", Counts::kYes}};
   int row = 0;
-  for (const auto& list : lists) {
-    QComboBox* box = MakeList(list.control, list.counts);
-    grid->addWidget(MakeLabel(list.control), row, 0);
+  for (const Setting& setting : Settings()) {
+    if (setting.group != SettingsGroup::kDtmf) continue;
+    QComboBox* box = MakeList(setting.value);
+    grid->addWidget(MakeLabel(setting.value), row, 0);
     grid->addWidget(box, row, 1);
-    grid->addWidget(MakeUnit(list.control), row, 2);
+    grid->addWidget(MakeUnit(setting.value), row, 2);
     ++row;
   }
   return frame;
@@ -113,22 +108,17 @@ QWidget* SettingsPage2::MakeAccess() {
   auto* widget = new QWidget(this);
   auto* column = new QVBoxLayout(widget);
   column->setContentsMargins(0, 0, 0, 0);
-  chkChannel_ = MakeBox("chkChannel");
+  chkChannel_ = MakeBox(&V::chkChannel);
   connect(chkChannel_, &QCheckBox::clicked, [this] { EnableLocks(); });
   column->addWidget(chkChannel_);
 
   frmChannel_ = new QGroupBox(QStringLiteral("Allow the access to :"), widget);
   frmChannel_->setObjectName(QStringLiteral("frmChannel"));
   auto* boxes = new QVBoxLayout(frmChannel_);
-  const struct {
-    const char* control;
-    Counts counts;
-  } locks[] = {
-      {"chkReverseEn", Counts::kNo},  // these three are not asked about: intended
-      {"chkAlertEn", Counts::kNo},   {"chkVoxEn", Counts::kNo},    {"chkNameEn", Counts::kYes},
-      {"chkBurstEn", Counts::kYes},  {"chkToneEn", Counts::kYes},  {"chkMoniEn", Counts::kYes},
-      {"chkLockEn", Counts::kYes},   {"chkPowerEn", Counts::kYes}, {"chkScanEn", Counts::kYes}};
-  for (const auto& lock : locks) boxes->addWidget(MakeBox(lock.control, lock.counts));
+  for (const Setting& setting : Settings()) {
+    const bool is_lock = setting.group == SettingsGroup::kAccess && setting.value != &V::chkChannel;
+    if (is_lock) boxes->addWidget(MakeBox(setting.value));
+  }
   column->addWidget(frmChannel_);
   return widget;
 }

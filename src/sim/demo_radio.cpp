@@ -1,7 +1,7 @@
 #include "sim/demo_radio.h"
 
+#include "image/channel_fields.h"
 #include "image/defaults.h"
-#include "image/vocabulary.h"
 
 namespace q40 {
 namespace {

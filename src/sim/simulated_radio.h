@@ -29,7 +29,8 @@ class SimulatedRadio {
     char version = '0';  // the letter it reports
     int baud = 0;        // speed of the wire; 0: no pacing
     std::vector<Fault> faults;
-    std::function<void(std::string_view)> on_command;  // told of each command line, without its end
+    std::function<void(std::string_view)>
+        on_command{};  // told of each command line, without its end
   };
 
   explicit SimulatedRadio(Options options) : options_(std::move(options)) {}

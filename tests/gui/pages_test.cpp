@@ -152,7 +152,7 @@ TEST_F(PagesTest, EverySettingIsTakenOverAndCountsAsAChange) {
   Start({}, SavedDemo());
   Trigger("mnuFileNew");
   answers_.File(File("a.Q40"));
-  for (const SettingsField& field : SettingsFields()) {
+  for (const Setting& field : Settings()) {
     const std::string name(field.control);
     QWidget& control = Find(QString::fromStdString(name));
     ShowTab(Find("Frame1_0").isAncestorOf(&control) ? 1 : 2);

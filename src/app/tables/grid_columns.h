@@ -1,23 +1,14 @@
-// Column headings and widths of the two channel grids.
+// Number and widths of the columns of the two channel grids. Their headings: image/channel_fields.h.
 #pragma once
 
 #include <array>
-#include <string_view>
 
 namespace q40 {
 
 inline constexpr int kTwipsPerInch = 1440;
 
-// Headings of grid columns 0..18; column 0 carries the row titles. The special-channel grid has
-// columns 0..17.
-inline constexpr std::array<std::string_view, 19> kGridHeadings = {
-    "",    "Frequency", "Step", "Tone", "TxTone", "RxTone", "TxDCS", "RxDCS", "Shift", "ShiftFreq.",
-    "RPT", "PWR",       "MID",  "ATT",  "BSV",    "Clock",  "BCLO",  "BW",    "Name"};
-
-inline constexpr int kMemoryGridColumns = 19;
+inline constexpr int kMemoryGridColumns = 19;  // the column of row titles included
 inline constexpr int kSpecialGridColumns = 18;
-inline constexpr std::array<std::string_view, 5> kSpecialRowTitles = {"VFO", "CALL", "RPT", "PH",
-                                                                      "PL"};
 
 // Width of grid column 0..18 in twips, the row-title column included. 0 for any other column.
 constexpr int ColumnWidthTwips(int column) {
