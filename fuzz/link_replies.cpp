@@ -56,6 +56,11 @@ void CheckSent(const std::vector<Exchange>& exchanges, const CloneDocument& docu
     if (i > 0 && exchanges[i - 1].Is("KX~WHO")) radio_model = exchanges[i - 1].reply[14];
     Check(!exchanges[i].Is('W') || radio_model - '0' == document.model,
           "nothing is written to a radio of another model");
+    constexpr int kDigitsAt = 9;  // "KX~F0200W"
+    const std::string& sent = exchanges[i].sent;
+    Check(
+        !exchanges[i].Is('W') || std::all_of(sent.begin() + kDigitsAt, sent.end() - 2, IsHexDigit),
+        "nothing but digits is written");
   }
 }
 
@@ -75,6 +80,9 @@ void CheckReport(const SequenceReport& report, const Call& call, const FuzzedPor
       report.in_flight == (open_end ? std::optional<Address>(exchanges.back().At()) : std::nullopt),
       "the report names the unit that may have been stored");
 
+  constexpr std::size_t kLongestNote = 300;
+  Check(report.note.size() < kLongestNote && report.note.empty() == report.damaged.empty(),
+        "the note is a line");
   const bool done = report.outcome == Outcome::kDone;
   const auto moved = std::count_if(exchanges.begin(), exchanges.end(), [&](const Exchange& e) {
     return e.Is(call.direction) && IsProper(e);

@@ -122,15 +122,26 @@ TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
                 "acknowledged), 3 onwards as before."},
                {"ng@RXQ40", "Nothing was written."},
                {"hang-up@00C0", "COM Port Error: the simulated radio was disconnected"},
-               {"silence@RXQ40", "no complete answer within 2 s (announcement)"}};
+               {"silence@RXQ40", "nothing came back within 2 s (announcement)"}};
   for (const auto& c : cases) {
     Radio({c.fault});
     const Result result = Run({"write", "-p", "1", path});
     EXPECT_NE(result.err.find(c.words), std::string::npos) << result.err;
   }
+  Radio({"bad-echo@0240"});
+  Result result = Run({"--quiet", "read", "-p", "1", folder_ / "b.Q40"});
+  EXPECT_EQ(result.code, 0);
+  EXPECT_EQ(result.err, "rxq40ctl: 1 reply was damaged: memory channel 2; read again\n");
+
+  std::string letters = test::Content(path);
+  test::Store(folder_ / "b.Q40", letters.replace(34 + 2 * 3, 2, "ZZ"));
   Radio({}, 2);
   const std::string memory(radio_->memory().raw());
-  const Result result = Run({"write", "-p", "1", path});
+  result = Run({"write", "-p", "1", "--backup", folder_ / "c.Q40", folder_ / "b.Q40"});
+  EXPECT_EQ(result.code, kExitDataError);
+  EXPECT_NE(result.err.find("Nothing was written."), std::string::npos) << result.err;
+  EXPECT_EQ(radio_->Exchanges(), 0);
+  result = Run({"write", "-p", "1", path});
   EXPECT_EQ(result.code, kExitWrongModel);
   EXPECT_NE(
       result.err.find("Model is not correct: the radio is an RX-Q40T1, the data is for an RX-Q40T"),

@@ -108,18 +108,32 @@ TEST(Programs, AnotherUsersPortsAndLocks) {
   result = Ctl({"identify", "-p", device}, nobody);
   EXPECT_TRUE(Says(result, "no permission") && !Says(result, "usermod")) << result.err;
 
-  // A lock file whose owner is gone; the folder of lock files lets nobody remove it.
+  // Lock files, in a folder that lets nobody remove them.
   ASSERT_EQ(chmod(device.c_str(), 0666), 0);
   std::string name = "/run/lock/LCK.." + device.substr(5);
   name.replace(name.rfind('/'), 1, "_");
-  test::Store(name, "999999999\n");
-  result = Ctl({"identify", "-p", device}, nobody);
-  EXPECT_EQ(result.code, 3);
-  EXPECT_TRUE(Says(result, "sudo rm " + name)) << result.err;
-  // And one whose owner lives.
-  test::Store(name, std::to_string(getpid()) + "\n");
-  EXPECT_TRUE(Says(Ctl({"identify", "-p", device}), "in use by another program"));
-  std::filesystem::remove(name);
+  const std::string me = std::to_string(getpid());
+  const std::string held = "(programs_test, process " + me + "; its lock file is " + name + ")";
+  const struct {
+    std::string content;
+    int hours_ago;
+    std::string words;
+  } cases[] = {{"999999999\n", 0, "a program that is gone. Remove its lock file: sudo rm " + name},
+               {me + "\n", 0, held},
+               {me + " programs_test root\n", 99, held},
+               {me + "\n", 99, "sudo rm " + name},  // its number was given to this process
+               {me + "\nminicom\n", 0, "sudo rm " + name},
+               {"", 0, name + " is new and names none yet: try again"},
+               {"", 99, "names no program"}};
+  for (const auto& c : cases) {
+    test::Store(name, c.content);
+    std::filesystem::last_write_time(
+        name, std::filesystem::file_time_type::clock::now() - std::chrono::hours(c.hours_ago));
+    result = Ctl({"identify", "-p", device}, nobody);
+    EXPECT_EQ(result.code, 3);
+    EXPECT_TRUE(Says(result, c.words)) << c.words << '\n' << result.err;
+    std::filesystem::remove(name);
+  }
   EXPECT_EQ(Ctl({"identify", "-p", device}, nobody).code, 0);
 }
 

@@ -19,10 +19,12 @@ TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
   Radio radio;
   radio.document = test::RandomDocument(41);
   radio.document.model = 0;
+  radio.document.image.VersionA = false;
   radio.data["0200"] = "80" + std::string(62, '0');
   std::optional<CloneDocument> backup;
   const WriteNet net{[&](const CloneDocument& held) {
-                       EXPECT_FALSE(Heard(radio, "RXQ40"));  // before anything is written
+                       EXPECT_FALSE(Heard(radio, "RXQ40"));        // before anything is written
+                       EXPECT_EQ(radio.host.version_letter, 'A');  // the document says 0
                        backup = held;
                        return true;
                      },
@@ -68,13 +70,17 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
     const WriteNet& net;
     Outcome outcome;
     const char* why;
+    std::string channel2{};
   } cases[] = {{"RXQ40-00-", refuses, Outcome::kCancelled, "the backup could not be kept"},
                {"RXQ40-20-", keeps, Outcome::kWrongModel,
                 "the radio is an RX-Q40T1, the data is for an RX-Q40T"},
                {"RXQ40-90-", keeps, Outcome::kCommunicationError,
-                "the radio reports the unknown variant \"9\""}};
+                "the radio reports the unknown variant \"9\""},
+               {"RXQ40-00-", keeps, Outcome::kCommunicationError,
+                "1 reply was damaged: memory channel 2", std::string(63, '0') + "G\r\n"}};
   for (const auto& c : cases) {
     Radio radio;
+    if (!c.channel2.empty()) radio.answers["0240"] = c.channel2;
     radio.identity = c.identity;
     const WriteResult result =
         SafeWrite(radio.link, radio.document, radio.host, Half::kBoth, c.net);

@@ -222,9 +222,73 @@ TEST(ReadMemory, AnIndexOutsideItsListIsACommunicationError) {
 
   Radio radio;
   radio.data["0220"] = "800000000145500000006000FF080000" + std::string(32, '0');
-  const SequenceReport report = radio.sequences.ReadMemory();
+  SequenceReport report = radio.sequences.ReadMemory();
   EXPECT_EQ(report.outcome, Outcome::kCommunicationError);
-  EXPECT_NE(report.why.find("TxTone"), std::string::npos);
+  EXPECT_NE(report.why.find("byte 12 (TxTone) holds 0xFF"), std::string::npos);
+  EXPECT_EQ(report.remedy.find("cable"), std::string::npos);
+  radio.data["0220"].back() = 'Z';  // but this may well be the cable
+  report = radio.sequences.ReadMemory();
+  EXPECT_NE(report.remedy.find("cable"), std::string::npos);
+}
+
+TEST(Replies, WhatCameBackInsteadIsSaid) {
+  const std::string echo = "KX~WHO\r\n";
+  const struct {
+    std::string received;
+    const char* why;
+  } cases[] = {{"", "nothing came back within 2 s"},
+               {echo, "only the echo came back within 2 s, and no answer"},
+               {"RXQ40-0A-\r\n", "the answer came without the echo of the command"},
+               {"RXQ40-0A-.\n", "no complete answer within 2 s, but 11 of 19 characters"},
+               {echo + "RXQ40", "no complete answer within 2 s, but 13 of 19 characters"},
+               {echo + "RXQ40-0A.\r.", "no complete answer within 2 s, but 19 characters"},
+               {echo + "RXQ40-0A--\r\n", "an answer of 20 characters instead of 19"}};
+  for (const auto& c : cases) {
+    Radio radio;
+    radio.port.reply = [&](const std::string&) { return test::ScriptedPort::Reply{{c.received}}; };
+    EXPECT_EQ(radio.sequences.Identify().why, c.why);
+  }
+}
+
+// A reply counts by its length. What is damaged in it otherwise is told, and stops nothing.
+TEST(Replies, DamagedOnesOfTheRightLengthAreNamed) {
+  Radio radio;
+  const auto proper = radio.port.reply;
+  radio.port.reply = [&](const std::string& sent) {
+    auto reply = proper(sent);
+    if (sent.starts_with("KX~F0020")) reply[0].bytes[5] = '8';
+    if (sent.starts_with("KX~F0220")) reply[1].bytes[63] = 'G';
+    if (sent.starts_with("KX~F1C20")) reply[1].bytes[64] = ' ';
+    return reply;
+  };
+  const SequenceReport report = radio.sequences.ReadAll();
+  EXPECT_EQ(report.outcome, Outcome::kDone);
+  EXPECT_EQ(radio.host.ends[0].note, "1 reply was damaged: settings area 1; read again");
+  EXPECT_EQ(report.note,
+            "3 replies were damaged: settings area 1, memory channel 1, memory channel D9; read "
+            "again");
+  radio.port.reply = [&](const std::string& sent) {
+    auto reply = proper(sent);
+    reply[0].bytes[0] = '?';
+    return reply;
+  };
+  EXPECT_EQ(radio.sequences.WriteAll().note,
+            "231 replies were damaged: announcement, identification, settings area 1, settings "
+            "area 2, VHF special channel VFO and 226 more; write again");
+}
+
+TEST(Write, SendsNothingButDigits) {
+  for (const auto run : {&Sequences::WriteSettings, &Sequences::WriteAll}) {
+    Radio radio;
+    radio.document.image.SettingsLine[3] = std::string(31, '0') + 'Z';
+    const SequenceReport report = (radio.sequences.*run)();
+    EXPECT_EQ(report.outcome, Outcome::kDataError);
+    EXPECT_EQ(report.where, "settings area 2");
+    EXPECT_EQ(report.why, "byte 0x005F holds \"0Z\", which is no hexadecimal number");
+    EXPECT_TRUE(radio.port.sent.empty());
+    EXPECT_EQ(radio.host.begins, static_cast<int>(radio.host.ends.size()));
+    EXPECT_EQ(radio.sequences.WriteMemory().outcome, Outcome::kDone);  // has nothing of it
+  }
 }
 
 TEST(Write, SendsExactlyItsCommandsDataAndPauses) {

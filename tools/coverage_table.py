@@ -5,7 +5,8 @@ import sys
 
 FOLDERS = ["src/app/tables", "src/image", "src/files", "src/checkup", "src/link",
            "src/sim"]
-PORT = "src/link/serial_port.cpp"
+# The real port needs real devices; another test has them.
+PORT = ["src/link/device_guard.cpp", "src/link/lock_file.cpp", "src/link/serial_port.cpp"]
 PROGRAMS = ["src/sim/rxq40sim.cpp", "src/sim/pty_server.cpp", "src/sim/pty_server.h",
             "src/sim/sim_command_line.cpp", "src/sim/sim_command_line.h"]
 AIMS = {"src/image": (100, 95), "src/files": (100, 95), "src/link": (100, 95)}
@@ -66,7 +67,7 @@ def main():
         total = [0, 0, 0, 0]
         explained = 0
         for path in sorted(core):
-            if os.path.dirname(path) != name or path in PROGRAMS or path.startswith(PORT[:-4]):
+            if os.path.dirname(path) != name or path in PROGRAMS or path.rsplit(".")[0] + ".cpp" in PORT:
                 continue
             figures = counts(core[path])
             row(path, figures)
@@ -83,7 +84,8 @@ def main():
         lines_aim, branches_aim = AIMS.get(name, (0, 0))
         if 100 * (total[0] + explained) < lines_aim * total[1] or 100 * total[2] < branches_aim * total[3]:
             failed.append(name)
-    row(f"{PORT} (programs_test)", counts(port[PORT]))
+    for path in PORT:
+        row(f"{path} (programs_test)", counts(port[path]))
     for name in failed:
         lines_aim, branches_aim = AIMS[name]
         print(f"{name} is below {lines_aim} % of the lines or {branches_aim} % of the branches",

@@ -43,6 +43,8 @@ FIRST = {
     "files/": ["whole_file_test", "clone_file_test"],
     "link/safe_write": ["safe_write_test"],
     "link/sequences": ["sequences_test", "safe_write_test"],
+    "link/reply": ["sequences_test"],
+    "link/write_plan": ["sequences_test", "safe_write_test"],
     "link/": ["link_test", "sequences_test"],
     "sim/": ["sim_test"],
 }

@@ -40,11 +40,12 @@ BadReply JudgeReply(std::string_view command, const ReplyForm& form, std::string
             "A cable for this radio returns everything that is sent: use such a one, and check its "
             "plugs."};
   }
-  const std::string lengths =
-      std::to_string(received.size()) + " characters instead of " + std::to_string(form.length);
-  std::string why = "an answer of " + lengths;
+  const std::string length = std::to_string(received.size());
+  const std::string expected = std::to_string(form.length);
+  std::string why = "an answer of " + length + " characters instead of " + expected;
   if (timed_out) {
-    why = "no complete answer within 2 s, but " + lengths;
+    why = "no complete answer within 2 s, but " + length +
+          (received.size() < form.length ? " of " + expected : "") + " characters";
   } else if (!form.refusal.empty()) {
     why = form.refusal;
   }

@@ -3,15 +3,8 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <grp.h>
-#include <poll.h>
-#include <sys/file.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -20,6 +13,8 @@
 #include <QSerialPortInfo>
 #include <QSocketNotifier>
 #include <QTimer>
+
+#include "link/device_guard.h"
 
 namespace q40 {
 namespace {
@@ -32,143 +27,6 @@ constexpr bool kRequestToSend = false;
 
 constexpr std::chrono::milliseconds kHangUpCheck{500};
 constexpr int kLastBytesMs = 200;  // for what is still on its way out when the port is closed
-
-std::string Reason(int error) { return std::generic_category().message(error); }
-
-constexpr const char* kChooseDevice = "Choose the device of the cable, /dev/ttyUSB0 for example.";
-
-PortProblem Missing(const std::string& device) {
-  return {Kind::kMissing, device + " does not exist", "Plug in the cable, or choose another port."};
-}
-
-PortProblem Busy(const std::string& device) {
-  return {Kind::kBusy, device + " is in use by another program",
-          "Close the other program and try again."};
-}
-
-PortProblem NotSerial(const std::string& device, const std::string& what) {
-  return {Kind::kNotSerial, device + " is " + what + ", not a serial port", kChooseDevice};
-}
-
-// What would give this user the device: its group ("dialout" on Debian), where the group may use it
-// at all. Nobody should be told to join the group of the administrator.
-PortProblem Forbidden(const std::string& device) {
-  const std::string what = "no permission to use " + device;
-  struct stat status {};
-  if (stat(device.c_str(), &status) != 0) {
-    return {Kind::kNoPermission, what, "A folder on its path is closed to you."};
-  }
-  constexpr mode_t kGroupMayUse = S_IRGRP | S_IWGRP;
-  const group* entry = getgrgid(status.st_gid);
-  if (entry == nullptr || status.st_gid == 0 || (status.st_mode & kGroupMayUse) != kGroupMayUse) {
-    return {Kind::kNoPermission, what, "Only its owner may use it. Ask the administrator."};
-  }
-  const std::string name = entry->gr_name;
-  return {Kind::kNoPermission, what,
-          "Its group is \"" + name + "\". Join it: sudo usermod -aG " + name +
-              " $USER, then log out and in again."};
-}
-
-PortProblem OpenProblem(const std::string& device, int error) {
-  switch (error) {
-    case ENOENT:
-    case ENODEV:
-    case ENXIO:
-    case ENOTDIR: return Missing(device);
-    case EACCES:
-    case EPERM: return Forbidden(device);
-    case EBUSY:
-    case EWOULDBLOCK: return Busy(device);
-    default: return {Kind::kOther, device + " cannot be opened: " + Reason(error), kChooseDevice};
-  }
-}
-
-// What is not even a device must not be opened: a pipe would block or be drained.
-std::optional<PortProblem> CheckKind(const std::string& device) {
-  std::error_code error;
-  switch (std::filesystem::status(device, error).type()) {
-    case std::filesystem::file_type::character: return std::nullopt;
-    case std::filesystem::file_type::directory: return NotSerial(device, "a folder");
-    case std::filesystem::file_type::regular: return NotSerial(device, "a file");
-    case std::filesystem::file_type::fifo: return NotSerial(device, "a pipe");
-    case std::filesystem::file_type::block: return NotSerial(device, "a disk");
-    case std::filesystem::file_type::socket: return NotSerial(device, "a socket");
-    case std::filesystem::file_type::not_found: return Missing(device);
-    default: return OpenProblem(device, error.value());
-  }
-}
-
-// ---- lock files, "LCK..ttyUSB0" with the number of the process that has the port
-
-struct LockFile {
-  std::string path;
-  bool owner_lives = false;
-};
-
-std::optional<LockFile> FindLockFile(const std::string& device) {
-  std::error_code error;
-  const auto resolved = std::filesystem::canonical(device, error);
-  std::string name = resolved.lexically_relative("/dev").string();
-  std::replace(name.begin(), name.end(), '/', '_');
-  for (const char* folder : {"/run/lock", "/var/lock", "/tmp"}) {
-    std::ifstream file(std::filesystem::path(folder) / ("LCK.." + name));
-    pid_t owner = 0;
-    if (!(file >> owner) || owner <= 0) continue;
-    const bool lives = kill(owner, 0) == 0 || errno == EPERM;
-    return LockFile{std::string(folder) + "/LCK.." + name, lives};
-  }
-  return std::nullopt;
-}
-
-bool IsExclusive(int handle) {
-#ifdef TIOCGEXCL
-  int exclusive = 0;
-  return ioctl(handle, TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
-#else
-  return handle < 0;
-#endif
-}
-
-// A descriptor of the device that is held beside Qt's own while the port is open. It exists because
-// Qt tells a busy port and a forbidden one by the same error, takes no flock, and reconfigures the
-// line before anybody could ask whether it is free.
-class Guard {
- public:
-  Guard() = default;
-  ~Guard() { Release(); }
-  Guard(const Guard&) = delete;
-  Guard& operator=(const Guard&) = delete;
-
-  std::optional<PortProblem> Take(const std::string& device) {
-    if (auto problem = CheckKind(device)) return problem;
-    handle_ = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (handle_ < 0) return OpenProblem(device, errno);
-    const auto lock = FindLockFile(device);
-    std::optional<PortProblem> problem;
-    if (isatty(handle_) == 0) {
-      problem = NotSerial(device, "a device of another kind");
-    } else if (flock(handle_, LOCK_EX | LOCK_NB) != 0) {
-      problem = OpenProblem(device, errno);
-    } else if (IsExclusive(handle_) || (lock && lock->owner_lives)) {
-      problem = Busy(device);  // the system lets the administrator open it all the same
-    }
-    if (problem) Release();
-    return problem;
-  }
-
-  void Release() {
-    if (handle_ >= 0) close(handle_);
-    handle_ = -1;
-  }
-
-  [[nodiscard]] bool HungUp() const {
-    pollfd state{handle_, 0, 0};
-    return poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
-  }
-
- private:
-  int handle_ = -1;
-};
 
 }  // namespace
 
@@ -276,17 +134,8 @@ class SerialPort::Device {
   // The guard could open it, so it is there, permitted and free: what is left is the lock file.
   bool FailOpen() {
     const std::string reason = serial_.errorString().toStdString();
-    if (serial_.error() != QSerialPort::PermissionError) {
-      return Fail({Kind::kOther, name_ + " cannot be opened: " + reason, kChooseDevice});
-    }
-    const auto lock = FindLockFile(name_);
-    if (!lock) {
-      return Fail({Kind::kOther, name_ + " cannot be locked: " + reason,
-                   "Lock files are kept in /run/lock; this user must be able to write there."});
-    }
-    if (lock->owner_lives) return Fail(Busy(name_));
-    return Fail({Kind::kBusy, name_ + " is still locked by a program that is gone",
-                 "Remove its lock file: sudo rm " + lock->path});
+    return Fail(serial_.error() == QSerialPort::PermissionError ? LockProblem(name_, reason)
+                                                                : CannotOpen(name_, reason));
   }
 
   // Closes a port whose other end is gone.
@@ -307,7 +156,7 @@ class SerialPort::Device {
 
   std::string name_;
   PortProblem problem_;
-  Guard guard_;
+  DeviceGuard guard_;
   QSerialPort serial_;
   QTimer watch_;
 };

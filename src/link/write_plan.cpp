@@ -51,19 +51,21 @@ std::vector<Unit> MemoryUnitsOf(const CloneImage& image) {
   return units;
 }
 
+// "byte 0x0023 holds "ZZ", which is no hexadecimal number"
+std::string OddByteText(const Unit& unit, std::size_t digit) {
+  const std::size_t byte = digit / 2;
+  const int address = unit.address + static_cast<int>(byte);
+  return "byte 0x" + HexByteText(address >> 8) + HexByteText(address) + " holds " +
+         Quoted(unit.digits.substr(2 * byte, 2)) + ", which is no hexadecimal number";
+}
+
 std::optional<BadUnit> BadUnitOf(const Unit& unit) {
-  if (unit.digits.size() != kUnitDigits) {
-    return BadUnit{UnitName(unit.address), "the data cannot be encoded"};
-  }
   const auto odd =
       std::find_if(unit.digits.begin(), unit.digits.end(), [](char c) { return !IsHexDigit(c); });
-  if (odd == unit.digits.end()) return std::nullopt;
-  const auto byte = (odd - unit.digits.begin()) / 2;
-  const int address = unit.address + static_cast<int>(byte);
-  const std::string digits = unit.digits.substr(2 * static_cast<std::size_t>(byte), 2);
-  return BadUnit{UnitName(unit.address), "byte 0x" + HexByteText(address >> 8) +
-                                             HexByteText(address) + " holds " + Quoted(digits) +
-                                             ", which is no hexadecimal number"};
+  const auto good = static_cast<std::size_t>(odd - unit.digits.begin());
+  if (good == kUnitDigits) return std::nullopt;
+  return BadUnit{UnitName(unit.address), good == unit.digits.size() ? "the data cannot be encoded"
+                                                                    : OddByteText(unit, good)};
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ class FakeHost final : public SequenceHost {
   std::vector<int> progress;           // units done when each exchange began
   std::vector<SequenceReport> ends;
   int begins = 0;
+  char version_letter = '\0';  // of the radio, as the progress told
   std::function<void()> on_progress;
 
   bool AskToSave() override {
@@ -37,6 +38,7 @@ class FakeHost final : public SequenceHost {
   void Begin(Sequence /*sequence*/) override { ++begins; }
   void ShowProgress(const SequenceProgress& at) override {
     progress.push_back(at.done);
+    version_letter = at.version_letter;
     if (on_progress) on_progress();
   }
   void ShowSettings() override { shown.emplace_back("settings"); }
