@@ -1,7 +1,6 @@
 // Writing with a net, and what the window says when a port or a radio fails it.
 #include <QClipboard>
 #include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QStatusTipEvent>
 
 #include "app/user_options.h"
@@ -40,7 +39,7 @@ TEST_F(Net, BothAreOffAtFirstAndRemembered) {
 TEST_F(Net, AWriteIsBackedUpAndVerified) {
   StartNet({"late=250@0200"}, true, true);
   document().image.VersionA = false;  // unlike the radio
-  QTimer::singleShot(100, [&] {
+  QTimer::singleShot(300, [&] {
     EXPECT_TRUE(Status().startsWith("Backing up the radio (RX-Q40E version A)"));
     EXPECT_TRUE(Find("prgStatus").isVisible());  // on a page without a bar of its own
     ShowTab(3);

@@ -173,6 +173,8 @@ TEST_F(RadioCommands, StartUpFileAndItsFailure) {
   Start({}, SavedDemo());
   EXPECT_EQ(Title(), kPlainTitle + " - demo.Q40");
   EXPECT_EQ(Flags(), "--");
+  Trigger("mnuFileNew");
+  EXPECT_EQ(Status(), "Started anew with the defaults of the RX-Q40E. Before, demo.Q40 was open.");
   Error("Data Error");
   Start({}, folder_ / "missing.Q40");
   SetFlags(true, false);
