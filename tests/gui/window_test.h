@@ -39,10 +39,12 @@ inline const QString kMemoryGrid = QStringLiteral("MSFlexGrid1");
 inline const QString kSpecialGrid = QStringLiteral("MSFlexGrid2");
 
 // Offscreen, nobody else gives a window the focus. A dialog counts as active to QTest while the window
-// behind it is.
+// behind it is, and a window that has just closed may still hand the focus to another one.
 inline void Activate(QWidget& window) {
-  window.activateWindow();
-  EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    window.activateWindow();
+    return QApplication::activeWindow() == &window;
+  }));
 }
 
 // Answers modal dialogs as they come up, one prepared answer each. A dialog without an answer fails the
