@@ -13,9 +13,9 @@
 #include <unistd.h>
 #include <vector>
 
+#include "document/defaults.h"
 #include "files/clone_file.h"
 #include "files/whole_file.h"
-#include "image/defaults.h"
 #include "support/process.h"
 
 namespace {

@@ -27,10 +27,10 @@
 #include <QToolTip>
 
 #include "app/frm_main.h"
-#include "app/readable_style.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
 #include "files/whole_file.h"
+#include "widgets/readable_style.h"
 
 namespace q40 {
 namespace {

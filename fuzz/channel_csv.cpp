@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "document/defaults.h"
 #include "files/clone_file.h"
-#include "image/defaults.h"
 #include "target.h"
 
 namespace q40::fuzz {

@@ -1,7 +1,7 @@
 // Channel records: decode, encode, decode again. One byte says which channel (0..9 a special one,
 // then the memory channels), the rest are the digits.
-#include "image/clone_image.h"
-#include "image/hex.h"
+#include "base/hex.h"
+#include "document/clone_image.h"
 #include "target.h"
 
 namespace q40::fuzz {

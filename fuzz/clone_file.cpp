@@ -7,8 +7,8 @@
 
 #include <tuple>
 
-#include "app/tables/models.h"
-#include "image/defaults.h"
+#include "document/defaults.h"
+#include "radio/models.h"
 #include "target.h"
 
 namespace q40::fuzz {

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <map>
 
+#include "document/defaults.h"
 #include "files/clone_file.h"
-#include "image/defaults.h"
 #include "sim/demo_radio.h"
 #include "support/run_ctl.h"
 #include "support/temp_folder.h"

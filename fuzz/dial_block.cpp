@@ -1,7 +1,7 @@
 // Dialer memories: block to text to block, and text to block. The input is a memory's number and
 // the digits, taken as a text as well.
-#include "image/dial_text.h"
-#include "image/hex.h"
+#include "base/hex.h"
+#include "radio/dial_text.h"
 #include "target.h"
 
 namespace q40::fuzz {

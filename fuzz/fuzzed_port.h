@@ -2,7 +2,7 @@
 // command that is sent; behind its end the radio answers properly, or not at all.
 #pragma once
 
-#include "image/hex.h"
+#include "base/hex.h"
 #include "support/fake_link.h"
 #include "target.h"
 

@@ -1,9 +1,9 @@
 // Replies of any kind into every sequence and into the checked single blocks, in fake time.
 //
 // Input: what to run, how the host answers, what the document holds; then see fuzzed_port.h.
+#include "document/defaults.h"
 #include "files/clone_file.h"
 #include "fuzzed_port.h"
-#include "image/defaults.h"
 #include "link/sequences.h"
 #include "support/fake_host.h"
 

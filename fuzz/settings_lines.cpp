@@ -1,7 +1,7 @@
 // Settings lines: decode, encode, decode again. The input is two bytes that mark a memory channel
 // as in use (or none), then up to four lines of any length.
-#include "image/hex.h"
-#include "image/clone_image.h"
+#include "base/hex.h"
+#include "document/clone_image.h"
 #include "target.h"
 
 namespace q40::fuzz {

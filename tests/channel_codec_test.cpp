@@ -1,12 +1,12 @@
-#include "image/channel_codec.h"
+#include "radio/channel_codec.h"
 
 #include <gtest/gtest.h>
 
-#include "image/channel_fields.h"
-#include "image/defaults.h"
-#include "image/hex.h"
-#include "image/name_codes.h"
-#include "image/plain_text.h"
+#include "base/hex.h"
+#include "base/plain_text.h"
+#include "document/defaults.h"
+#include "radio/channel_fields.h"
+#include "radio/name_codes.h"
 #include "support/random_document.h"
 
 namespace q40 {

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "document/defaults.h"
+#include "document/document_cells.h"
 #include "files/csv_text.h"
-#include "image/channel_fields.h"
-#include "image/defaults.h"
-#include "image/document_cells.h"
+#include "radio/channel_fields.h"
 #include "support/random_document.h"
 
 namespace q40 {

@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "document/defaults.h"
+#include "document/document_cells.h"
+#include "document/memory_edit.h"
 #include "files/clone_file.h"
-#include "image/channel_fields.h"
-#include "image/defaults.h"
-#include "image/document_cells.h"
-#include "image/memory_edit.h"
-#include "image/settings_codec.h"
+#include "radio/channel_fields.h"
+#include "radio/settings_codec.h"
 #include "support/random_document.h"
 
 namespace q40 {

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "image/defaults.h"
-#include "image/document_cells.h"
+#include "document/defaults.h"
+#include "document/document_cells.h"
 #include "support/random_document.h"
 #include "support/temp_folder.h"
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "image/defaults.h"
+#include "document/defaults.h"
 #include "support/ctl_fixture.h"
 
 namespace q40 {

@@ -6,14 +6,14 @@
 
 #include <gtest/gtest.h>
 
-#include "app/tables/values.h"
+#include "base/hex.h"
+#include "document/defaults.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
-#include "image/channel_codec.h"
-#include "image/defaults.h"
-#include "image/hex.h"
-#include "image/name_codes.h"
-#include "image/settings_codec.h"
+#include "radio/channel_codec.h"
+#include "radio/name_codes.h"
+#include "radio/settings_codec.h"
+#include "radio/values.h"
 #include "sim/demo_radio.h"
 #include "sim/simulated_radio.h"
 #include "support/fake_host.h"

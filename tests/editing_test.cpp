@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "image/channel_fields.h"
-#include "image/dialog_values.h"
-#include "image/edit_rules.h"
-#include "image/memory_edit.h"
+#include "document/dialog_values.h"
+#include "document/edit_rules.h"
+#include "document/memory_edit.h"
+#include "radio/channel_fields.h"
 #include "support/random_document.h"
 
 namespace q40 {

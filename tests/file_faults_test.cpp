@@ -6,8 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "exit_codes.h"
-#include "image/defaults.h"
+#include "document/defaults.h"
+#include "programs/exit_codes.h"
 #include "support/ctl_fixture.h"
 #include "support/generated_table.h"
 

@@ -1,7 +1,7 @@
 #include "link/sequences.h"
 
-#include "image/channel_codec.h"
-#include "image/settings_codec.h"
+#include "radio/channel_codec.h"
+#include "radio/settings_codec.h"
 #include "support/random_document.h"
 #include "support/scripted_radio.h"
 

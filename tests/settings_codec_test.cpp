@@ -1,10 +1,10 @@
-#include "image/settings_codec.h"
+#include "radio/settings_codec.h"
 
 #include <gtest/gtest.h>
 
-#include "image/defaults.h"
-#include "image/document_cells.h"
-#include "image/hex.h"
+#include "base/hex.h"
+#include "document/defaults.h"
+#include "document/document_cells.h"
 
 namespace q40 {
 namespace {

@@ -1,4 +1,4 @@
-#include "image/defaults.h"
+#include "document/defaults.h"
 #include "link/sequences.h"
 #include "sim/simulated_port.h"
 #include "support/fake_host.h"

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/tables/grid_columns.h"
-#include "app/tables/models.h"
-#include "app/tables/startup_path.h"
+#include "pages/grid_columns.h"
+#include "programs/startup_path.h"
+#include "radio/models.h"
 
 namespace q40 {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <QTimer>
 
-#include "app/paths.h"
 #include "link/com_ports.h"
-#include "link/serial_port.h"
+#include "serial/serial_port.h"
 #include "sim/demo_radio.h"
 #include "sim/simulated_port.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 

@@ -11,22 +11,22 @@
 #include <QToolBar>
 #include <QUrl>
 
-#include "app/dlg_com.h"
-#include "app/frm_about.h"
-#include "app/help_desk.h"
-#include "app/input_guard.h"
-#include "app/outer_size.h"
-#include "app/paths.h"
-#include "app/service_page.h"
 #include "app/status_line.h"
 #include "app/user_options.h"
-#include "editor/dlg_modify.h"
-#include "editor/memory_page.h"
-#include "editor/message_box.h"
-#include "editor/special_channels.h"
-#include "image/defaults.h"
-#include "settings/settings_page1.h"
-#include "settings/settings_page2.h"
+#include "dialogs/dlg_com.h"
+#include "dialogs/dlg_modify.h"
+#include "dialogs/frm_about.h"
+#include "dialogs/help_desk.h"
+#include "document/defaults.h"
+#include "pages/memory_page.h"
+#include "pages/service_page.h"
+#include "pages/settings_page1.h"
+#include "pages/settings_page2.h"
+#include "pages/special_channels.h"
+#include "widgets/input_guard.h"
+#include "widgets/message_box.h"
+#include "widgets/outer_size.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 namespace {

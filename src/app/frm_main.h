@@ -10,11 +10,11 @@
 #include <QMainWindow>
 
 #include "app/com_port.h"
-#include "app/kept_focus.h"
 #include "app/radio_texts.h"
+#include "document/clone_document.h"
 #include "files/port_number_file.h"
-#include "image/clone_document.h"
-#include "link/serial_port.h"
+#include "serial/serial_port.h"
+#include "widgets/kept_focus.h"
 
 class QAction;
 class QFrame;

@@ -3,13 +3,13 @@
 #include <QScrollArea>
 #include <QTabWidget>
 
-#include "app/checkup_window.h"
 #include "app/frm_main.h"
 #include "checkup/checkup.h"
-#include "editor/memory_page.h"
-#include "editor/special_channels.h"
-#include "settings/settings_page1.h"
-#include "settings/settings_page2.h"
+#include "dialogs/checkup_window.h"
+#include "pages/memory_page.h"
+#include "pages/settings_page1.h"
+#include "pages/settings_page2.h"
+#include "pages/special_channels.h"
 
 namespace q40 {
 namespace {

@@ -8,14 +8,14 @@
 #include <QMenu>
 
 #include "app/frm_main.h"
-#include "app/paths.h"
-#include "app/tables/models.h"
 #include "app/user_options.h"
-#include "editor/message_box.h"
+#include "base/hex.h"
+#include "document/defaults.h"
 #include "files/clone_file.h"
-#include "image/defaults.h"
-#include "image/hex.h"
-#include "settings/settings_page1.h"
+#include "pages/settings_page1.h"
+#include "radio/models.h"
+#include "widgets/message_box.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 namespace {

@@ -3,12 +3,12 @@
 #include <QAction>
 
 #include "app/frm_main.h"
-#include "app/import_notes.h"
-#include "app/paths.h"
 #include "checkup/import_losses.h"
-#include "editor/memory_page.h"
+#include "dialogs/import_notes.h"
 #include "files/channel_csv.h"
 #include "files/whole_file.h"
+#include "pages/memory_page.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 namespace {

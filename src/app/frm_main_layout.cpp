@@ -9,18 +9,18 @@
 #include <QVBoxLayout>
 
 #include "app/frm_main.h"
-#include "app/help_desk.h"
-#include "app/input_guard.h"
 #include "app/routing.h"
-#include "app/service_page.h"
 #include "app/status_line.h"
 #include "app/user_options.h"
-#include "editor/dlg_modify.h"
-#include "editor/held_keys.h"
-#include "editor/memory_page.h"
-#include "editor/special_channels.h"
-#include "settings/settings_page1.h"
-#include "settings/settings_page2.h"
+#include "dialogs/dlg_modify.h"
+#include "dialogs/help_desk.h"
+#include "pages/memory_page.h"
+#include "pages/service_page.h"
+#include "pages/settings_page1.h"
+#include "pages/settings_page2.h"
+#include "pages/special_channels.h"
+#include "widgets/held_keys.h"
+#include "widgets/input_guard.h"
 
 namespace q40 {
 namespace {

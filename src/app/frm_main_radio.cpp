@@ -10,19 +10,19 @@
 #include <QTabWidget>
 
 #include "app/frm_main.h"
-#include "app/paths.h"
-#include "app/report_window.h"
 #include "app/routing.h"
-#include "app/service_page.h"
 #include "app/status_line.h"
 #include "app/user_options.h"
-#include "editor/memory_page.h"
-#include "editor/message_box.h"
-#include "editor/special_channels.h"
+#include "base/hex.h"
+#include "dialogs/report_window.h"
 #include "files/clone_file.h"
-#include "image/hex.h"
-#include "settings/settings_page1.h"
-#include "settings/settings_page2.h"
+#include "pages/memory_page.h"
+#include "pages/service_page.h"
+#include "pages/settings_page1.h"
+#include "pages/settings_page2.h"
+#include "pages/special_channels.h"
+#include "widgets/message_box.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 namespace {

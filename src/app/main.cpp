@@ -11,12 +11,12 @@
 #include <QStandardPaths>
 
 #include "app/frm_main.h"
-#include "app/readable_style.h"
-#include "app/tables/startup_path.h"
-#include "cli/nearest.h"
+#include "base/plain_text.h"
 #include "files/standard_streams.h"
-#include "image/plain_text.h"
+#include "programs/nearest.h"
+#include "programs/startup_path.h"
 #include "version.h"
+#include "widgets/readable_style.h"
 
 namespace {
 

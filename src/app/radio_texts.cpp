@@ -5,7 +5,7 @@
 
 #include <QCoreApplication>
 
-#include "app/tables/models.h"
+#include "radio/models.h"
 
 namespace q40 {
 namespace {

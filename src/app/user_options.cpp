@@ -6,7 +6,7 @@
 #include <QRect>
 #include <QSettings>
 
-#include "app/tables/models.h"
+#include "radio/models.h"
 
 namespace q40 {
 namespace {

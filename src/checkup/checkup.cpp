@@ -4,13 +4,14 @@
 #include <map>
 #include <optional>
 
+#include "base/hex.h"
+#include "base/plain_text.h"
 #include "checkup/read_back.h"
-#include "image/channel_fields.h"
-#include "image/defaults.h"
-#include "image/document_cells.h"
-#include "image/hex.h"
-#include "image/name_codes.h"
-#include "image/settings_codec.h"
+#include "document/defaults.h"
+#include "document/document_cells.h"
+#include "radio/channel_fields.h"
+#include "radio/name_codes.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

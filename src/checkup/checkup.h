@@ -4,7 +4,7 @@
 #pragma once
 
 #include "checkup/finding.h"
-#include "image/document_units.h"
+#include "document/document_units.h"
 
 namespace q40 {
 

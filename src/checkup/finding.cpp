@@ -2,10 +2,10 @@
 
 #include <cassert>
 
-#include "image/digits.h"
-#include "image/memory_map.h"
-#include "image/plain_text.h"
-#include "image/settings_table.h"
+#include "base/digits.h"
+#include "base/plain_text.h"
+#include "radio/memory_map.h"
+#include "radio/settings_table.h"
 
 namespace q40 {
 namespace {

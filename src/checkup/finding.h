@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/tables/models.h"
+#include "radio/models.h"
 
 namespace q40 {
 

@@ -1,7 +1,7 @@
 #include "checkup/read_back.h"
 
-#include "image/channel_codec.h"
-#include "image/settings_codec.h"
+#include "radio/channel_codec.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

@@ -1,7 +1,7 @@
 // A document as it comes back from where it is stored.
 #pragma once
 
-#include "image/clone_document.h"
+#include "document/clone_document.h"
 
 namespace q40 {
 

@@ -1,15 +1,15 @@
 // What a file or a radio stores and no document can hold.
 #include <algorithm>
 
+#include "base/decimal.h"
+#include "base/digits.h"
+#include "base/hex.h"
 #include "checkup/checkup.h"
-#include "image/channel_codec.h"
-#include "image/channel_fields.h"
-#include "image/decimal.h"
-#include "image/defaults.h"
-#include "image/digits.h"
-#include "image/hex.h"
-#include "image/name_codes.h"
-#include "image/settings_codec.h"
+#include "document/defaults.h"
+#include "radio/channel_codec.h"
+#include "radio/channel_fields.h"
+#include "radio/name_codes.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "files/file_problem.h"
-#include "image/clone_document.h"
+#include "base/file_problem.h"
+#include "document/clone_document.h"
 
 namespace q40 {
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
-#include "app/tables/models.h"
-#include "image/channel_fields.h"
+#include "radio/channel_fields.h"
+#include "radio/models.h"
 
 namespace q40 {
 

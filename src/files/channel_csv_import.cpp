@@ -2,13 +2,12 @@
 #include <algorithm>
 #include <bitset>
 
-#include "app/tables/grid_columns.h"
+#include "base/digits.h"
+#include "base/plain_text.h"
 #include "files/channel_csv_columns.h"
 #include "files/channel_csv_notes.h"
 #include "files/channel_csv_vocabulary.h"
 #include "files/csv_text.h"
-#include "image/digits.h"
-#include "image/plain_text.h"
 
 namespace q40 {
 namespace {

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
-#include "app/tables/grid_columns.h"
+#include "base/plain_text.h"
 #include "files/channel_csv_columns.h"
-#include "image/channel_fields.h"
-#include "image/plain_text.h"
+#include "radio/channel_fields.h"
 
 namespace q40 {
 namespace {

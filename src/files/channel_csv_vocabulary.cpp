@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <optional>
 
-#include "app/tables/values.h"
+#include "base/digits.h"
+#include "base/plain_text.h"
 #include "files/channel_csv_columns.h"
-#include "image/channel_fields.h"
-#include "image/digits.h"
-#include "image/name_codes.h"
+#include "radio/channel_fields.h"
+#include "radio/name_codes.h"
+#include "radio/values.h"
 
 namespace q40 {
 namespace {

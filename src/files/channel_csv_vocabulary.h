@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "image/channel_record.h"
+#include "radio/channel_record.h"
 
 namespace q40 {
 

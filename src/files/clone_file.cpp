@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "app/tables/models.h"
+#include "base/hex.h"
+#include "document/defaults.h"
 #include "files/whole_file.h"
-#include "image/channel_codec.h"
-#include "image/defaults.h"
-#include "image/hex.h"
-#include "image/settings_codec.h"
+#include "radio/channel_codec.h"
+#include "radio/models.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

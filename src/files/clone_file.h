@@ -18,9 +18,9 @@
 #include <string>
 #include <string_view>
 
-#include "files/file_problem.h"
+#include "base/file_problem.h"
+#include "document/clone_document.h"
 #include "files/file_system.h"
-#include "image/clone_document.h"
 
 namespace q40 {
 

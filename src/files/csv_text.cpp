@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "image/decimal.h"
+#include "base/decimal.h"
 
 namespace q40 {
 namespace {

@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/decimal.h"
 #include "files/whole_file.h"
-#include "image/decimal.h"
 
 namespace q40 {
 namespace fs = std::filesystem;

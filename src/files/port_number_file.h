@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/file_problem.h"
+#include "base/file_problem.h"
 
 namespace q40 {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/file_problem.h"
+#include "base/file_problem.h"
 #include "files/file_system.h"
 
 namespace q40 {

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
-#include "image/digits.h"
-#include "image/hex.h"
+#include "base/digits.h"
+#include "base/hex.h"
 
 namespace q40 {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "image/hex.h"
+#include "base/hex.h"
 
 namespace q40 {
 namespace {

@@ -17,9 +17,9 @@
 #include <string>
 #include <string_view>
 
-#include "image/memory_map.h"
 #include "link/port.h"
 #include "link/waiting.h"
+#include "radio/memory_map.h"
 
 namespace q40 {
 

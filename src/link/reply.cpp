@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "image/hex.h"
-#include "image/memory_map.h"
+#include "base/hex.h"
+#include "radio/memory_map.h"
 
 namespace q40 {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "image/defaults.h"
+#include "document/defaults.h"
 
 namespace q40 {
 namespace {

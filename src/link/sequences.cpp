@@ -1,9 +1,9 @@
 #include "link/sequences.h"
 
-#include "image/channel_codec.h"
-#include "image/defaults.h"
-#include "image/plain_text.h"
-#include "image/settings_codec.h"
+#include "base/plain_text.h"
+#include "document/defaults.h"
+#include "radio/channel_codec.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

@@ -16,8 +16,8 @@
 #include <string>
 #include <vector>
 
-#include "image/clone_document.h"
-#include "image/document_units.h"
+#include "document/clone_document.h"
+#include "document/document_units.h"
 #include "link/link.h"
 #include "link/reply.h"
 #include "link/write_plan.h"

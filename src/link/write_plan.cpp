@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "image/channel_codec.h"
-#include "image/hex.h"
-#include "image/plain_text.h"
-#include "image/settings_codec.h"
+#include "base/hex.h"
+#include "base/plain_text.h"
+#include "radio/channel_codec.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "image/clone_document.h"
-#include "image/document_units.h"
+#include "document/clone_document.h"
+#include "document/document_units.h"
 
 namespace q40 {
 

@@ -1,7 +1,7 @@
 #include "sim/demo_radio.h"
 
-#include "image/channel_fields.h"
-#include "image/defaults.h"
+#include "document/defaults.h"
+#include "radio/channel_fields.h"
 
 namespace q40 {
 namespace {

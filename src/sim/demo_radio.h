@@ -2,7 +2,7 @@
 // see.
 #pragma once
 
-#include "image/clone_document.h"
+#include "document/clone_document.h"
 
 namespace q40 {
 

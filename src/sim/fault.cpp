@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "image/hex.h"
-#include "image/plain_text.h"
+#include "base/hex.h"
+#include "base/plain_text.h"
 
 namespace q40 {
 namespace {

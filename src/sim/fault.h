@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "image/memory_map.h"
+#include "radio/memory_map.h"
 
 namespace q40 {
 

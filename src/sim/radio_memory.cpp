@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "image/channel_codec.h"
-#include "image/defaults.h"
-#include "image/document_units.h"
-#include "image/hex.h"
-#include "image/settings_codec.h"
+#include "base/hex.h"
+#include "document/defaults.h"
+#include "document/document_units.h"
+#include "radio/channel_codec.h"
+#include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {

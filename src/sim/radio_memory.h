@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "image/clone_document.h"
+#include "document/clone_document.h"
 
 namespace q40 {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "image/hex.h"
+#include "base/hex.h"
 #include "link/link.h"
 
 namespace q40 {

@@ -3,7 +3,7 @@
 #include <QTableWidget>
 
 #include "gui/window_test.h"
-#include "image/channel_fields.h"
+#include "radio/channel_fields.h"
 
 namespace q40::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <QTextBlock>
 #include <QWindow>
 
-#include "app/help_window.h"
+#include "dialogs/help_window.h"
 #include "gui/window_test.h"
 
 namespace q40::test {

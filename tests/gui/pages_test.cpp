@@ -7,11 +7,11 @@
 #include <QWheelEvent>
 #include <QWindow>
 
-#include "editor/channel_grid.h"
+#include "document/defaults.h"
 #include "files/clone_file.h"
 #include "gui/window_test.h"
-#include "image/defaults.h"
-#include "image/settings_codec.h"
+#include "pages/channel_grid.h"
+#include "radio/settings_codec.h"
 
 namespace q40::test {
 namespace {

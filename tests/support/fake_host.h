@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "image/defaults.h"
+#include "document/defaults.h"
 #include "link/sequences.h"
 
 namespace q40::test {

@@ -1,9 +1,9 @@
 #include "support/random_document.h"
 
-#include "image/channel_codec.h"
-#include "image/defaults.h"
-#include "image/hex.h"
-#include "image/settings_codec.h"
+#include "base/hex.h"
+#include "document/defaults.h"
+#include "radio/channel_codec.h"
+#include "radio/settings_codec.h"
 
 namespace q40::test {
 namespace {

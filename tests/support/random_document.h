@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "image/clone_document.h"
+#include "document/clone_document.h"
 
 namespace q40::test {
 

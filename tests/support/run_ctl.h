@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "cli/commands.h"
+#include "programs/ctl/commands.h"
 #include "sim/simulated_port.h"
 #include "support/fake_link.h"
 

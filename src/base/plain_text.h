@@ -1,0 +1,23 @@
+// Texts of unknown origin on their way to a terminal or a message.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace q40 {
+
+// Control characters (C0, C1, line and direction marks) and bytes that are no UTF-8 as \xNN, everything
+// else as it is.
+std::string Printable(std::string_view text);
+
+// Length of the character that starts an UTF-8 text (not empty), continuation bytes included. A
+// malformed byte counts as one character.
+std::size_t CharacterLength(std::string_view text);
+
+// The first `count` characters of an UTF-8 text.
+std::string FirstCharacters(std::string_view text, std::size_t count);
+
+// In quotes, printable, and cut to a length that a message can bear.
+std::string Quoted(std::string_view text);
+
+}  // namespace q40

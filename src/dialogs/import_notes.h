@@ -1,0 +1,19 @@
+// What an import took from a list otherwise than it was written.
+#pragma once
+
+#include "dialogs/place_list.h"
+#include "files/channel_csv.h"
+
+namespace q40 {
+
+class ImportNotes : public PlaceList {
+  Q_OBJECT
+
+ public:
+  explicit ImportNotes(QWidget* owner);
+
+  // `account` is what the import as a whole did, in sentences.
+  void ShowNotes(const QString& account, const ImportReport& report);
+};
+
+}  // namespace q40

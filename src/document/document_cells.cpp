@@ -1,0 +1,272 @@
+#include "document/document_cells.h"
+
+#include <algorithm>
+
+#include "base/hex.h"
+#include "base/plain_text.h"
+#include "radio/channel_codec.h"
+#include "radio/channel_fields.h"
+#include "radio/settings_codec.h"
+
+namespace q40 {
+namespace {
+
+struct DocumentCell {
+  std::string place;
+  std::string name;
+  std::string value;
+};
+
+// Name of the cell that holds what a channel out of use still stores; empty for one in use.
+constexpr const char* kStoredData = "stored data";
+
+// Whole, unlike the values in messages.
+std::string InQuotes(const std::string& value) {
+  std::string text(1, '"');
+  text += Printable(value);
+  text += '"';
+  return text;
+}
+
+constexpr const char* kDialPlace = "Auto dialer";
+
+std::string SpecialPlace(Band band, int k) {
+  return std::string(BandName(band)) + ' ' +
+         std::string(kSpecialRowTitles[static_cast<std::size_t>(k)]);
+}
+
+std::string MemoryPlace(int n) { return "Memory " + ChannelTitle(n); }
+
+// A byte of the settings area, counted from its beginning.
+struct SettingsByte {
+  explicit SettingsByte(int offset)
+      : line(offset / kBlockSize),
+        byte(offset % kBlockSize),
+        name("byte 0x00" + HexByteText(kSettingsAddress[0] + offset)) {
+    const auto fields = Settings();
+    const auto found = std::find_if(fields.begin(), fields.end(),
+                                    [&](auto& f) { return f.line == line && f.byte == byte; });
+    if (found != fields.end()) field = &*found;
+  }
+
+  int line;
+  int byte;
+  std::string name;
+  const Setting* field = nullptr;  // what it stands for, if a control does
+  [[nodiscard]] bool IsStartChannel() const { return line == 0 && byte == kStartChannelByte; }
+};
+
+class CellList {
+ public:
+  explicit CellList(const CloneDocument& document) : document_(document) {}
+
+  std::vector<DocumentCell> Take() { return std::move(cells_); }
+
+  void AddRadio() {
+    Add("Radio", "Model", std::string(ModelName(document_.model)));
+    Add("Radio", "Version", document_.image.VersionA ? "A" : "0");
+  }
+
+  void AddSettings() {
+    for (const Setting& setting : Settings()) {
+      Add(PlaceOf(setting.group), CaptionOf(setting), SettingText(document_.settings, setting));
+    }
+    CloneImage image = document_.image;
+    EncodeSettings(document_.settings, image);
+    for (int offset = 0; offset < kSettingsUnitCount * kUnitSize; ++offset) {
+      AddCarriedByte(SettingsByte(offset), image);
+    }
+  }
+
+  void AddDialText(std::size_t i) {
+    Add(kDialPlace, std::string(kDialTitles[i]), document_.dial[i]);
+  }
+
+  void AddSpecial(Band band, int k) {
+    const SpecialSet& set = SpecialStore(document_.image, band);
+    const PresentPair present = StoredPresent(document_.image, band);
+    const auto lines = EncodeSpecialChannel(set, present, k);
+    AddChannel(SpecialPlace(band, k), ChannelKind::kSpecial, set[static_cast<std::size_t>(k)],
+               k >= kPhRow, EffectivelyPresent(set, present, k), lines ? lines->Joined() : "");
+  }
+
+  void AddMemory(int n) {
+    const auto row = static_cast<std::size_t>(n);
+    const auto lines = EncodeMemoryChannel(document_.image, n);
+    AddChannel(MemoryPlace(n), ChannelKind::kMemory, document_.image.MemoryTable[row], true,
+               document_.image.ChannelInUse[row], lines ? lines->Joined() : "");
+  }
+
+  void AddUnit(const UnitContent& unit) {
+    const auto number = static_cast<std::size_t>(unit.number);
+    switch (unit.kind) {
+      case UnitContent::Kind::kSettings: AddSettings(); break;
+      case UnitContent::Kind::kSpecial: AddSpecial(unit.band, unit.number); break;
+      case UnitContent::Kind::kMemory: AddMemory(unit.number); break;
+      case UnitContent::Kind::kDial:
+        for (const std::size_t half : {0U, 1U}) AddDialText(2 * number + half);
+        break;
+      case UnitContent::Kind::kNothing: break;
+    }
+  }
+
+ private:
+  void Add(std::string place, std::string name, std::string value) {
+    cells_.push_back({std::move(place), std::move(name), std::move(value)});
+  }
+
+  // What is left of a byte beside its control. The start channel follows from other cells.
+  void AddCarriedByte(SettingsByte byte, const CloneImage& encoded) {
+    const bool shared = byte.field != nullptr && byte.field->rule == SettingRule::kBit6;
+    if (byte.IsStartChannel() || (byte.field != nullptr && !shared)) return;
+    const std::string& line = encoded.SettingsLine[static_cast<std::size_t>(byte.line)];
+    std::string digits = line.substr(2 * static_cast<std::size_t>(byte.byte), 2);
+    if (shared) {
+      constexpr int kHighDigitWithoutBit6 = 0xB;
+      digits[0] = HexByteText(HexDigitValue(digits[0]) & kHighDigitWithoutBit6)[1];
+      byte.name += " without " + CaptionOf(*byte.field);
+    }
+    Add(PlaceOf(SettingsGroup::kGeneral), byte.name, digits);
+  }
+
+  void AddChannel(const std::string& place, ChannelKind kind, const ChannelRecord& record,
+                  bool may_be_absent, bool in_use, std::string_view stored) {
+    if (may_be_absent) Add(place, "In use", in_use ? "yes" : "no");
+    for (const Field field : kReadingOrder) {
+      if (!HasField(kind, field)) continue;
+      Add(place, std::string(FieldName(field)), in_use ? FieldText(kind, record, field) : "");
+    }
+    Add(place, kStoredData, in_use ? "" : std::string(stored));
+  }
+
+  const CloneDocument& document_;
+  std::vector<DocumentCell> cells_;
+};
+
+std::vector<DocumentCell> CellsOf(const CloneDocument& document) {
+  CellList cells(document);
+  cells.AddRadio();
+  cells.AddSettings();
+  for (std::size_t i = 0; i < document.dial.size(); ++i) cells.AddDialText(i);
+  for (const Band band : kBands) {
+    for (int k = 0; k < kSpecialChannelCount; ++k) cells.AddSpecial(band, k);
+  }
+  for (int n = 0; n < kMemoryChannelCount; ++n) cells.AddMemory(n);
+  return cells.Take();
+}
+
+// Two lists of the same places and names.
+std::vector<CellDifference> Compared(const std::vector<DocumentCell>& cells_a,
+                                     const std::vector<DocumentCell>& cells_b) {
+  std::vector<CellDifference> differences;
+  for (std::size_t i = 0; i < cells_a.size(); ++i) {
+    const DocumentCell& cell = cells_a[i];
+    const std::string& other = cells_b[i].value;
+    if (cell.value == other) continue;
+    if (cell.name == kStoredData && (cell.value.empty() || other.empty())) continue;
+    differences.push_back({cell.place, cell.name, cell.value, other});
+  }
+  return differences;
+}
+
+StoredByte ByteOfSettings(int area, int byte) {
+  const SettingsByte at(area * kUnitSize + byte);
+  StoredByte stored{PlaceOf(SettingsGroup::kGeneral), at.name, static_cast<std::size_t>(byte)};
+  if (at.IsStartChannel()) stored.name += " (start channel)";
+  if (at.field == nullptr) return stored;
+  stored.place = PlaceOf(at.field->group);
+  stored.name += " (" + CaptionOf(*at.field) + ')';
+  return stored;
+}
+
+StoredByte ByteOfDialTexts(std::size_t pair, std::size_t byte) {
+  const std::size_t half = byte / kDialLength;
+  return {
+      kDialPlace,
+      std::string(kDialTitles[2 * pair + half]) + ", byte " + std::to_string(byte % kDialLength),
+      half * kDialLength, kDialLength};
+}
+
+StoredByte ByteOfChannel(std::string place, ChannelKind kind, std::size_t byte) {
+  StoredByte stored{std::move(place), "byte " + std::to_string(byte), byte};
+  if (byte == 0) stored.name += " (flags)";
+  for (const Field field : kReadingOrder) {
+    if (field == Field::kSkip || !HasField(kind, field)) continue;
+    const FieldBytes bytes = BytesOf(field);
+    if (byte < bytes.byte || byte >= bytes.byte + bytes.count) continue;
+    stored.name += " (" + std::string(FieldName(field)) + ')';
+    stored.first = bytes.byte;
+    stored.count = bytes.count;
+  }
+  return stored;
+}
+
+}  // namespace
+
+std::string FieldText(ChannelKind kind, const ChannelRecord& record, Field field) {
+  if (field == Field::kSkip) return record.Number(kind, field) == 1 ? "On" : "Off";
+  return record.Text(kind, field);
+}
+
+std::string PlaceOf(SettingsGroup group) {
+  switch (group) {
+    case SettingsGroup::kDtmf: return "DTMF";
+    case SettingsGroup::kAccess: return "Access";
+    default: return "Settings";
+  }
+}
+
+std::string CaptionOf(const Setting& setting) {
+  std::string caption(Trimmed(setting.caption));
+  if (!setting.unit.empty()) caption += ' ' + std::string(setting.unit);
+  return caption;
+}
+
+std::string SettingText(const SettingsValues& values, const Setting& setting) {
+  const int value = values.*setting.value;
+  if (!setting.items.empty()) {
+    const auto index = static_cast<std::size_t>(value);
+    return std::string(index < setting.items.size() ? Trimmed(setting.items[index]) : "");
+  }
+  if (setting.rule == SettingRule::kRange) return std::to_string(value);
+  return value != 0 ? "on" : "off";
+}
+
+std::string ModelText(const CloneDocument& document) {
+  return std::string(ModelName(document.model)) + ", version " +
+         (document.image.VersionA ? "A" : "0");
+}
+
+std::vector<CellDifference> DifferencesOf(const CloneDocument& a, const CloneDocument& b) {
+  return Compared(CellsOf(a), CellsOf(b));
+}
+
+std::vector<CellDifference> DifferencesAt(Address unit, const CloneDocument& a,
+                                          const CloneDocument& b) {
+  const UnitContent content = ContentAt(unit);
+  CellList cells_a(a);
+  CellList cells_b(b);
+  cells_a.AddUnit(content);
+  cells_b.AddUnit(content);
+  return Compared(cells_a.Take(), cells_b.Take());
+}
+
+StoredByte ByteAt(Address unit, std::size_t byte) {
+  const UnitContent content = ContentAt(unit);
+  const auto number = static_cast<std::size_t>(content.number);
+  switch (content.kind) {
+    case UnitContent::Kind::kSettings:
+      return ByteOfSettings(content.number, static_cast<int>(byte));
+    case UnitContent::Kind::kDial: return ByteOfDialTexts(number, byte);
+    case UnitContent::Kind::kSpecial:
+      return ByteOfChannel(SpecialPlace(content.band, content.number), ChannelKind::kSpecial, byte);
+    default: return ByteOfChannel(MemoryPlace(content.number), ChannelKind::kMemory, byte);
+  }
+}
+
+std::string DifferenceText(const CellDifference& difference) {
+  return difference.place + ": " + difference.name + ": " + InQuotes(difference.a) + " -> " +
+         InQuotes(difference.b);
+}
+
+}  // namespace q40

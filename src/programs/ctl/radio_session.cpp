@@ -1,0 +1,193 @@
+#include "programs/ctl/radio_session.h"
+
+#include <algorithm>
+
+#include "base/hex.h"
+#include "document/defaults.h"
+#include "link/com_ports.h"
+
+namespace q40 {
+namespace {
+
+std::string JobName(Sequence sequence) {
+  switch (sequence) {
+    case Sequence::kReadSettings: return "Reading settings";
+    case Sequence::kReadMemory: return "Reading memory";
+    case Sequence::kWriteSettings: return "Writing settings";
+    case Sequence::kWriteMemory: return "Writing memory";
+    case Sequence::kBackUp: return "Backing up";
+    case Sequence::kVerify: return "Verifying";
+    default: return "Identifying";
+  }
+}
+
+bool IsBlockAnswer(std::string_view answer) {
+  constexpr std::size_t kLength = kBlockDigits + 4;
+  if (answer.size() < kLength) return false;
+  answer = answer.substr(answer.size() - kLength);
+  const std::string_view digits = answer.substr(2, kBlockDigits);
+  return answer.starts_with("\r\n") && answer.ends_with("\r\n") &&
+         std::all_of(digits.begin(), digits.end(), IsHexDigit);
+}
+
+}  // namespace
+
+RadioSession::RadioSession(CommandContext& context, const std::string& device,
+                           CloneDocument& document)
+    : context_(context),
+      document_(document),
+      device_(device),
+      line_(context.line_to(device)),
+      link_(line_->port(), line_->timers(), line_->pump()),
+      sequences_(link_, document, *this) {}
+
+int RadioSession::Identify() { return Conclude(sequences_.Identify()); }
+
+int RadioSession::Read(Half half) {
+  switch (half) {
+    case Half::kSettings: return Conclude(sequences_.ReadSettings());
+    case Half::kMemory: return Conclude(sequences_.ReadMemory());
+    default: return Conclude(sequences_.ReadAll());
+  }
+}
+
+int RadioSession::Write(Half half, const WriteNet& net, const std::string& restore) {
+  const WriteResult result = SafeWrite(link_, document_, *this, half, net);
+  const bool unkept_backup =
+      result.stage == WriteResult::Stage::kBackup && result.last.outcome == Outcome::kCancelled;
+  if (unkept_backup) {
+    context_.console.Note(AftermathText(result, half, restore));  // the reason has been said
+    return kExitCannotWrite;
+  }
+  if (result.last.outcome != Outcome::kDone) {
+    return Conclude(result.last, ' ' + AftermathText(result, half, restore));
+  }
+  Conclude(result.last);
+  report_ = result.write;
+  return net.verify ? ConcludeVerified(result, restore) : static_cast<int>(kExitDone);
+}
+
+int RadioSession::ConcludeVerified(const WriteResult& result, const std::string& restore) {
+  const std::size_t count = result.differences.size();
+  if (count == 0) return kExitDone;
+  std::string text;
+  for (const CellDifference& difference : result.differences) {
+    text += DifferenceText(difference) + '\n';
+  }
+  Print(context_, text);
+  return context_.console.Error(
+      kExitNotKept,
+      "The radio did not keep everything: " + std::to_string(count) +
+          (count == 1 ? " difference" : " differences") +
+          " between what was written and what it holds." +
+          (result.backup_kept ? " To bring the backup back: " + restore : std::string()));
+}
+
+int RadioSession::Dump(int first_block, int count) {
+  Console& console = context_.console;
+  link_.OpenPort();
+  for (int block = first_block; block < first_block + count; ++block) {
+    const auto address = static_cast<Address>(block * kBlockSize);
+    const auto reply = link_.ServiceRead(ReadCommand(address), {});
+    if (link_.StopRequested()) return console.Error(kExitInterrupted, "Interrupted");
+    if (!reply) {
+      return console.Error(kExitPortError, kPortErrorText + Advice(link_.port().Problem()));
+    }
+    if (!IsBlockAnswer(*reply)) {
+      return console.Error(kExitCommunicationError, std::string(kCommunicationErrorText) +
+                                                        ": no proper answer for address " +
+                                                        AddressText(address) + " within 0.5 s. " +
+                                                        std::string(kCheckTheCable));
+    }
+    const std::string line = BlockText(block) + '\t' +
+                             reply->substr(reply->size() - kBlockDigits - 2, kBlockDigits) + '\n';
+    if (const int code = Print(context_, line)) {
+      return link_.StopRequested() ? static_cast<int>(kExitInterrupted) : code;
+    }
+    if (console.ReaderIsGone()) break;
+  }
+  return kExitDone;
+}
+
+bool RadioSession::SelectModel(int model) {
+  if (keep_model_ && model != document_.model) return false;
+  ChangeModel(document_, model);
+  return true;
+}
+
+void RadioSession::Begin(Sequence sequence) {
+  context_.console.Progress(JobName(sequence), 0, 0, {});
+}
+
+void RadioSession::ShowProgress(const SequenceProgress& progress) {
+  context_.console.Progress(JobName(progress.sequence), progress.done, progress.total,
+                            progress.where);
+}
+
+void RadioSession::End(const SequenceReport& /*report*/) { context_.console.EndProgress(); }
+
+// ": /dev/ttyUSB0 does not exist. Plug in the cable, or choose another port."
+std::string RadioSession::Advice(const PortProblem& problem) const {
+  std::string text = ": " + (problem.what.empty() ? device_ : problem.what);
+  if (!problem.remedy.empty()) text += ". " + problem.remedy;
+  return text;
+}
+
+// The one place where the end of a sequence becomes words and an exit code. `written`: what a write
+// left behind; empty for a read.
+int RadioSession::Conclude(const SequenceReport& report, const std::string& written) {
+  report_ = report;
+  const std::string at = report.where.empty() ? std::string() : " (" + report.where + ")";
+  const std::string remedy = report.remedy.empty() ? std::string() : ' ' + report.remedy;
+  const std::string reason = ": " + report.why + at + '.' + remedy + written;
+  Console& console = context_.console;
+  switch (report.outcome) {
+    case Outcome::kDone:
+      // Not an error, but nothing that --quiet may swallow.
+      return report.note.empty() ? static_cast<int>(kExitDone)
+                                 : console.Error(kExitDone, report.note);
+    case Outcome::kInterrupted: return console.Error(kExitInterrupted, "Interrupted." + written);
+    case Outcome::kPortError:
+      return console.Error(kExitPortError,
+                           kPortErrorText + Advice(link_.port().Problem()) + written);
+    case Outcome::kCommunicationError:
+      return console.Error(kExitCommunicationError, kCommunicationErrorText + reason);
+    case Outcome::kDataError: return console.Error(kExitDataError, kDataErrorText + reason);
+    case Outcome::kWrongModel:
+    case Outcome::kCancelled:
+      return console.Error(
+          kExitWrongModel,
+          "Model is not correct: the radio is an " + std::string(ModelName(report.radio_model)) +
+              ", the data is for an " + std::string(ModelName(document_.model)) + "." +
+              (written.empty() ? " The file is as it was. --force starts it anew with the radio's "
+                                 "model."
+                               : written + " Write a file of the radio's model."));
+  }
+  return kExitDone;
+}
+
+void AddPortOption(CLI::App& command, std::string& port) {
+  command.add_option("-p,--port", port, "COM port 1 to 14, or the path of a device")
+      ->required()
+      ->type_name("PORT");
+}
+
+std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port) {
+  auto device = DeviceOf(port);
+  if (!device) {
+    context.exit_code =
+        context.console.Error(kExitUsage, "\"" + port + "\" is no port: " + PortAdvice(port));
+  }
+  return device;
+}
+
+void AddOnlyOption(CLI::App& command, std::string& only) {
+  command.add_option("--only", only, "one half only")->check(CLI::IsMember({"settings", "memory"}));
+}
+
+Half HalfOf(const std::string& only) {
+  if (only == "settings") return Half::kSettings;
+  return only == "memory" ? Half::kMemory : Half::kBoth;
+}
+
+}  // namespace q40

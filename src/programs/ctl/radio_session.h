@@ -1,0 +1,68 @@
+// A radio at a port, for the commands that talk to one.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "link/safe_write.h"
+#include "programs/ctl/commands.h"
+
+namespace q40 {
+
+// Runs sequences on a document and says how they end. One at a time.
+class RadioSession final : private SequenceHost {
+ public:
+  // `device` is a path. Everything must outlive the session.
+  RadioSession(CommandContext& context, const std::string& device, CloneDocument& document);
+
+  // The identified model must be the document's own; otherwise the sequence ends there. For data
+  // that belongs to one model and is only completed.
+  void KeepModel() { keep_model_ = true; }
+
+  // Each returns an exit code; the message has been said.
+  int Identify();
+  int Read(Half half);
+  // `restore` is the command that brings a kept backup back; empty without one. What the radio did
+  // not keep goes to standard output.
+  int Write(Half half, const WriteNet& net, const std::string& restore);
+  // Blocks as text on standard output, up to the first that is not answered.
+  int Dump(int first_block, int count);
+
+  [[nodiscard]] const SequenceReport& report() const { return report_; }
+
+ private:
+  bool AskToSave() override { return true; }
+  bool SelectModel(int model) override;
+  void New() override {}
+  void Begin(Sequence sequence) override;
+  void ShowProgress(const SequenceProgress& progress) override;
+  void ShowSettings() override {}
+  void ShowSpecialChannels() override {}
+  void ShowDialText(int /*index*/) override {}
+  void ShowMemoryChannel(int /*n*/) override {}
+  void End(const SequenceReport& report) override;
+
+  int Conclude(const SequenceReport& report, const std::string& written = {});
+  int ConcludeVerified(const WriteResult& result, const std::string& restore);
+  [[nodiscard]] std::string Advice(const PortProblem& problem) const;
+
+  CommandContext& context_;
+  CloneDocument& document_;
+  std::string device_;
+  std::unique_ptr<RadioLine> line_;
+  Link link_;
+  Sequences sequences_;
+  SequenceReport report_;
+  bool keep_model_ = false;
+};
+
+// Adds the option -p to a subcommand.
+void AddPortOption(CLI::App& command, std::string& port);
+// The device of a port option. No value: the usage error has been said.
+std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port);
+
+// Adds the option --only; HalfOf reads it.
+void AddOnlyOption(CLI::App& command, std::string& only);
+Half HalfOf(const std::string& only);
+
+}  // namespace q40
