@@ -72,13 +72,12 @@ void CheckReport(const SequenceReport& report, const Call& call, const FuzzedPor
     if (exchange.Is('W') && IsProper(exchange)) acknowledged.push_back(exchange.At());
   }
   std::vector<Address> reported;
-  for (const Unit& unit : report.acknowledged) reported.push_back(unit.address);
+  for (const UnitData& data : report.acknowledged) reported.push_back(data.unit.address());
   Check(reported == acknowledged, "the report names what was acknowledged");
   const bool open_end =
       !exchanges.empty() && exchanges.back().Is('W') && !IsProper(exchanges.back());
-  Check(
-      report.in_flight == (open_end ? std::optional<Address>(exchanges.back().At()) : std::nullopt),
-      "the report names the unit that may have been stored");
+  Check(report.in_flight == (open_end ? Unit::At(exchanges.back().At()) : std::nullopt),
+        "the report names the unit that may have been stored");
 
   constexpr std::size_t kLongestNote = 300;
   Check(report.note.size() < kLongestNote && report.note.empty() == report.damaged.empty(),

@@ -7,6 +7,7 @@
 #include "document/defaults.h"
 #include "radio/channel_fields.h"
 #include "radio/name_codes.h"
+#include "radio/unit.h"
 #include "support/random_document.h"
 
 namespace q40 {
@@ -257,13 +258,19 @@ TEST(Vocabulary, AnUnknownNumberIsTheFirstWordAndNoEntryOfAList) {
   EXPECT_EQ(CodeText(kMid, -1), "");
 }
 
-TEST(MemoryMap, EveryAddressHasItsName) {
-  const std::pair<Address, const char*> cases[] = {
-      {0x0040, "settings area 2"},    {0x0100, "VHF special channel PL"},
-      {0x1AE0, "memory channel 199"}, {0x1B00, "memory channel D0"},
-      {0x0210, "address 0210"},       {0x1C40, "address 1C40"}};
-  for (const auto& [address, name] : cases) EXPECT_EQ(UnitName(address), name);
-  EXPECT_EQ(UnitName(0x1D80), "auto-dialer memories M9 and St");
+TEST(Units, HaveTheirPlacesAddressesAndNames) {
+  const std::tuple<int, Address, const char*> cases[] = {
+      {1, 0x0040, "settings area 2"},         {6, 0x0100, "VHF special channel PL"},
+      {7, 0x00E0, "UHF special channel VFO"}, {16, 0x1D80, "auto-dialer memories M9 and St"},
+      {216, 0x1AE0, "memory channel 199"},    {217, 0x1B00, "memory channel D0"}};
+  for (const auto& [place, address, name] : cases) {
+    const Unit unit = Unit::At(address).value();
+    EXPECT_EQ(unit.place(), place) << name;
+    EXPECT_EQ(unit.Name(), name);
+  }
+  for (const Address none : std::initializer_list<Address>{0x0000, 0x0210, 0x1C40})
+    EXPECT_FALSE(Unit::At(none)) << none;
+  for (const Unit unit : UnitsOf(Half::kBoth)) EXPECT_EQ(Unit::At(unit.address()), unit);
 }
 
 TEST(Decimal, NumbersAndTexts) {

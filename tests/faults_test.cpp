@@ -63,10 +63,10 @@ struct SequenceCase {
 };
 
 std::vector<Exchange> Exchanges(std::vector<Class> first, Class kind,
-                                const std::vector<Address>& units) {
+                                const std::vector<Unit>& units) {
   std::vector<Exchange> exchanges;
   for (const Class one : first) exchanges.push_back({one});
-  for (const Address address : units) exchanges.push_back({kind, address});
+  for (const Unit unit : units) exchanges.push_back({kind, unit.address()});
   if (!units.empty()) exchanges.push_back({kEnd});
   return exchanges;
 }
@@ -75,12 +75,13 @@ const std::vector<SequenceCase>& SequenceCases() {
   static const std::vector<SequenceCase> cases = {
       {"Identify", &Sequences::Identify, Exchanges({kWho}, kRead, {})},
       {"Auto Select", &Sequences::AutoSelect, Exchanges({kWho}, kRead, {})},
-      {"Read Settings", &Sequences::ReadSettings, Exchanges({kWho}, kRead, SettingsUnits())},
-      {"Read Memory", &Sequences::ReadMemory, Exchanges({kWho}, kRead, MemoryUnits())},
+      {"Read Settings", &Sequences::ReadSettings,
+       Exchanges({kWho}, kRead, UnitsOf(Half::kSettings))},
+      {"Read Memory", &Sequences::ReadMemory, Exchanges({kWho}, kRead, UnitsOf(Half::kMemory))},
       {"Write Settings", &Sequences::WriteSettings,
-       Exchanges({kAnnounce, kWho}, kWrite, SettingsUnits())},
+       Exchanges({kAnnounce, kWho}, kWrite, UnitsOf(Half::kSettings))},
       {"Write Memory", &Sequences::WriteMemory,
-       Exchanges({kAnnounce, kWho}, kWrite, MemoryUnits())},
+       Exchanges({kAnnounce, kWho}, kWrite, UnitsOf(Half::kMemory))},
   };
   return cases;
 }
@@ -168,8 +169,8 @@ CloneDocument AfterRead(CloneDocument document, const std::vector<Exchange>& exc
     std::size_t last_of_group = i;
     if (address < 0x0200) last_of_group = i <= 2 ? 2 : i <= 7 ? 7 : 12;
     if (!done(last_of_group)) continue;
-    EXPECT_FALSE(
-        LoadUnit({address, Talk::TheirMemory().Read(address, kUnitSize).value()}, document));
+    EXPECT_FALSE(LoadUnit(
+        {*Unit::At(address), Talk::TheirMemory().Read(address, kUnitSize).value()}, document));
   }
   return document;
 }
@@ -215,7 +216,7 @@ void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const Sequen
   EXPECT_EQ(run.host_.begins, static_cast<int>(run.host_.ends.size()));
   if (!done && exchanges[expected.failing].kind != kWho &&
       exchanges[expected.failing].kind != kAnnounce) {
-    EXPECT_EQ(report.where, UnitName(exchanges[expected.failing].address));
+    EXPECT_EQ(report.where, Unit::At(exchanges[expected.failing].address)->Name());
   }
   if (writes) {
     EXPECT_EQ(run.document_.image.MemoryTable, Talk::Mine().image.MemoryTable);

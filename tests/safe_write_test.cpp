@@ -155,7 +155,8 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
   };
   for (const auto& c : cases) {
     std::string text;
-    for (const CellDifference& difference : UnitDifferences({c.address, c.a}, {c.address, c.b})) {
+    for (const CellDifference& difference :
+         UnitDifferences({*Unit::At(c.address), c.a}, {*Unit::At(c.address), c.b})) {
       text += DifferenceText(difference) + '\n';
     }
     EXPECT_EQ(text, c.differences);
@@ -164,15 +165,15 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
 
 // Whatever byte of whatever unit the radio changed: it is told, and nothing is told twice.
 TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
-  for (const Address unit :
-       std::initializer_list<Address>{0x0020, 0x0040, 0x0160, 0x1D80, 0x02E0}) {
+  for (const Unit unit : {Unit::Settings(0), Unit::Settings(1), Unit::Special(Band::kUhf, kPhRow),
+                          Unit::Dialer(4), Unit::Memory(7)}) {
     for (std::size_t at = 0; at + 1 < kUnitSize; ++at) {
       const std::string a = With(0, "80", std::string(64, '0'));
       std::set<std::string> names;
       for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)})) {
         EXPECT_TRUE(names.insert(one.place + one.name).second) << one.place << one.name;
       }
-      EXPECT_FALSE(names.empty()) << UnitName(unit) << " " << at;
+      EXPECT_FALSE(names.empty()) << unit.Name() << " " << at;
     }
   }
 }
@@ -180,11 +181,7 @@ TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
 // ---- what is said about a write that ended early
 
 SequenceReport ReportOf(Half half, int acknowledged, bool in_flight) {
-  std::vector<Address> plan;
-  if (half != Half::kMemory) plan = SettingsUnits();
-  if (half != Half::kSettings) {
-    for (const Address address : MemoryUnits()) plan.push_back(address);
-  }
+  const std::vector<Unit> plan = UnitsOf(half);
   SequenceReport report;
   for (std::size_t i = 0; i < static_cast<std::size_t>(acknowledged); ++i) {
     report.acknowledged.push_back({plan[i], ""});

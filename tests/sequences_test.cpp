@@ -372,7 +372,7 @@ TEST(Write, AnythingButAnOkStopsItAndTheReportCountsWhatWasKept) {
     EXPECT_EQ(report.outcome, Outcome::kCommunicationError) << c.address;
     EXPECT_EQ(report.acknowledged.size(), c.acknowledged) << c.address;
     ASSERT_TRUE(report.in_flight) << c.address;
-    EXPECT_EQ(AddressText(*report.in_flight), c.address);
+    EXPECT_EQ(AddressText(report.in_flight->address()), c.address);
     EXPECT_EQ(radio.port.sent.back().bytes.substr(4, 4), c.address);
   }
 }
@@ -465,7 +465,7 @@ TEST(Verify, ReadsWhatWasWritten) {
   ASSERT_EQ(write.outcome, Outcome::kDone);
   const CloneImage before = radio.document.image;
   radio.port.sent.clear();
-  std::vector<Unit> found;
+  std::vector<UnitData> found;
   EXPECT_EQ(radio.sequences.Verify(write.acknowledged, found).outcome, Outcome::kDone);
   EXPECT_EQ(radio.Sent(), ReadCommands(kSettingsOrder));
   EXPECT_EQ(radio.document.image, before);
@@ -475,7 +475,7 @@ TEST(Verify, ReadsWhatWasWritten) {
 }
 
 TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
-  const std::vector<Unit> written = {{0x0200, std::string(64, '0')}};
+  const std::vector<UnitData> written = {{Unit::Memory(0), std::string(64, '0')}};
   Radio closed;
   closed.port.can_open = false;
   Radio silent;
@@ -493,7 +493,7 @@ TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
                {other, Outcome::kWrongModel, 1, 0},
                {stops, Outcome::kCommunicationError, 2, 1}};
   for (const auto& c : cases) {
-    std::vector<Unit> found;
+    std::vector<UnitData> found;
     EXPECT_EQ(c.radio.sequences.Verify(written, found).outcome, c.outcome);
     EXPECT_EQ(c.radio.port.sent.size(), c.sent);
     EXPECT_EQ(found.size(), c.found);

@@ -122,7 +122,7 @@ class CheckUpRun {
     const std::string before = ByteOf(image_, field.line, field.byte);
     const std::string after = ByteOf(after_.image, field.line, field.byte);
     if (UpperCase(before) == after) return;
-    const int address = kSettingsAddress[0] + kBlockSize * field.line + field.byte;
+    const int address = Unit::kSettingsStart + kBlockSize * field.line + field.byte;
     Add(FindingKind::kSettingRewritten, place, caption,
         {"00" + HexByteText(address), before, SettingText(document_.settings, field), after});
   }

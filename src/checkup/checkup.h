@@ -22,6 +22,6 @@ Findings CheckUp(const CloneDocument& document);
 // What units of a clone file, or of a radio, store and a document cannot hold: bytes of channels in use
 // that are opened as another value, characters that no name has, settings that are repaired. Dialer
 // units are passed over.
-Findings CheckStored(std::span<const Unit> units);
+Findings CheckStored(std::span<const UnitData> units);
 
 }  // namespace q40

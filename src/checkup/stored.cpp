@@ -46,7 +46,7 @@ struct Opened {
   }
 };
 
-Opened OpenMemory(const Unit& unit, int n) {
+Opened OpenMemory(const UnitData& unit, int n) {
   Opened opened{{Place::Where::kMemory, Band::kVhf, n}, ChannelKind::kMemory};
   CloneDocument document = FreshDocument();
   if (LoadUnit(unit, document)) return opened;
@@ -56,7 +56,7 @@ Opened OpenMemory(const Unit& unit, int n) {
   return opened;
 }
 
-Opened OpenSpecial(const Unit& unit, Band band, int k) {
+Opened OpenSpecial(const UnitData& unit, Band band, int k) {
   Opened opened{{Place::Where::kSpecial, band, k}, ChannelKind::kSpecial};
   CloneDocument document = FreshDocument();
   if (LoadUnit(unit, document)) return opened;
@@ -83,7 +83,7 @@ bool HasStrangeCharacter(std::string_view digits) {
   return false;
 }
 
-void CompareChannel(const Unit& unit, const Opened& channel, Findings& findings) {
+void CompareChannel(const UnitData& unit, const Opened& channel, Findings& findings) {
   if (!channel.in_use || channel.digits.empty()) return;
   for (int i = 0; i < kFieldCount; ++i) {
     const auto field = static_cast<Field>(i);
@@ -107,7 +107,7 @@ void CompareChannel(const Unit& unit, const Opened& channel, Findings& findings)
 }
 
 // A value that its list or slider does not have is repaired when the settings are loaded.
-void CompareSettings(const Unit& unit, int first_line, Findings& findings) {
+void CompareSettings(const UnitData& unit, int first_line, Findings& findings) {
   CloneDocument document = FreshDocument();
   if (LoadUnit(unit, document)) return;
   const auto items = Settings();
@@ -132,23 +132,19 @@ void CompareSettings(const Unit& unit, int first_line, Findings& findings) {
 
 }  // namespace
 
-Findings CheckStored(std::span<const Unit> units) {
+Findings CheckStored(std::span<const UnitData> units) {
   Findings findings;
-  for (const Unit& unit : units) {
-    for (std::size_t number = 0; number < kSettingsAddress.size(); ++number) {
-      if (unit.address == kSettingsAddress[number]) {
-        CompareSettings(unit, static_cast<int>(2 * number), findings);
-      }
-    }
-    for (const Band band : kBands) {
-      for (int k = 0; k < kSpecialChannelCount; ++k) {
-        if (unit.address != SpecialChannelAddress(band, k)) continue;
-        CompareChannel(unit, OpenSpecial(unit, band, k), findings);
-      }
-    }
-    const int offset = unit.address - MemoryChannelAddress(0);
-    if (offset >= 0 && offset < kMemoryChannelCount * kUnitSize) {
-      CompareChannel(unit, OpenMemory(unit, offset / kUnitSize), findings);
+  for (const UnitData& data : units) {
+    const Unit unit = data.unit;
+    switch (unit.kind()) {
+      case Unit::Kind::kSettings: CompareSettings(data, 2 * unit.index(), findings); break;
+      case Unit::Kind::kSpecial:
+        CompareChannel(data, OpenSpecial(data, unit.band(), unit.index()), findings);
+        break;
+      case Unit::Kind::kMemory:
+        CompareChannel(data, OpenMemory(data, unit.index()), findings);
+        break;
+      case Unit::Kind::kDialer: break;  // the codec of a dialer text drops nothing that shows
     }
   }
   return findings;

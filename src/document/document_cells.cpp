@@ -42,7 +42,7 @@ struct SettingsByte {
   explicit SettingsByte(int offset)
       : line(offset / kBlockSize),
         byte(offset % kBlockSize),
-        name("byte 0x00" + HexByteText(kSettingsAddress[0] + offset)) {
+        name("byte 0x00" + HexByteText(Unit::kSettingsStart + offset)) {
     const auto fields = Settings();
     const auto found = std::find_if(fields.begin(), fields.end(),
                                     [&](auto& f) { return f.line == line && f.byte == byte; });
@@ -97,16 +97,14 @@ class CellList {
                document_.image.ChannelInUse[row], lines ? lines->Joined() : "");
   }
 
-  void AddUnit(const UnitContent& unit) {
-    const auto number = static_cast<std::size_t>(unit.number);
-    switch (unit.kind) {
-      case UnitContent::Kind::kSettings: AddSettings(); break;
-      case UnitContent::Kind::kSpecial: AddSpecial(unit.band, unit.number); break;
-      case UnitContent::Kind::kMemory: AddMemory(unit.number); break;
-      case UnitContent::Kind::kDial:
-        for (const std::size_t half : {0U, 1U}) AddDialText(2 * number + half);
-        break;
-      case UnitContent::Kind::kNothing: break;
+  void AddUnit(Unit unit) {
+    switch (unit.kind()) {
+      case Unit::Kind::kSettings: return AddSettings();
+      case Unit::Kind::kSpecial: return AddSpecial(unit.band(), unit.index());
+      case Unit::Kind::kMemory: return AddMemory(unit.index());
+      case Unit::Kind::kDialer:
+        for (const int half : {0, 1})
+          AddDialText(static_cast<std::size_t>(2 * unit.index() + half));
     }
   }
 
@@ -241,26 +239,23 @@ std::vector<CellDifference> DifferencesOf(const CloneDocument& a, const CloneDoc
   return Compared(CellsOf(a), CellsOf(b));
 }
 
-std::vector<CellDifference> DifferencesAt(Address unit, const CloneDocument& a,
+std::vector<CellDifference> DifferencesAt(Unit unit, const CloneDocument& a,
                                           const CloneDocument& b) {
-  const UnitContent content = ContentAt(unit);
   CellList cells_a(a);
   CellList cells_b(b);
-  cells_a.AddUnit(content);
-  cells_b.AddUnit(content);
+  cells_a.AddUnit(unit);
+  cells_b.AddUnit(unit);
   return Compared(cells_a.Take(), cells_b.Take());
 }
 
-StoredByte ByteAt(Address unit, std::size_t byte) {
-  const UnitContent content = ContentAt(unit);
-  const auto number = static_cast<std::size_t>(content.number);
-  switch (content.kind) {
-    case UnitContent::Kind::kSettings:
-      return ByteOfSettings(content.number, static_cast<int>(byte));
-    case UnitContent::Kind::kDial: return ByteOfDialTexts(number, byte);
-    case UnitContent::Kind::kSpecial:
-      return ByteOfChannel(SpecialPlace(content.band, content.number), ChannelKind::kSpecial, byte);
-    default: return ByteOfChannel(MemoryPlace(content.number), ChannelKind::kMemory, byte);
+StoredByte ByteAt(Unit unit, std::size_t byte) {
+  const int index = unit.index();
+  switch (unit.kind()) {
+    case Unit::Kind::kSettings: return ByteOfSettings(index, static_cast<int>(byte));
+    case Unit::Kind::kDialer: return ByteOfDialTexts(static_cast<std::size_t>(index), byte);
+    case Unit::Kind::kSpecial:
+      return ByteOfChannel(SpecialPlace(unit.band(), index), ChannelKind::kSpecial, byte);
+    default: return ByteOfChannel(MemoryPlace(index), ChannelKind::kMemory, byte);
   }
 }
 

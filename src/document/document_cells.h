@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "document/clone_document.h"
+#include "radio/unit.h"
 
 namespace q40 {
 
@@ -22,7 +23,7 @@ struct CellDifference {
 // that is not it is no difference of its own. What only follows from other cells is no cell.
 std::vector<CellDifference> DifferencesOf(const CloneDocument& a, const CloneDocument& b);
 // Those that lie in one unit.
-std::vector<CellDifference> DifferencesAt(Address unit, const CloneDocument& a,
+std::vector<CellDifference> DifferencesAt(Unit unit, const CloneDocument& a,
                                           const CloneDocument& b);
 
 // A byte of a unit where no cell tells what it holds.
@@ -34,7 +35,7 @@ struct StoredByte {
   std::size_t count = 1;
 };
 // Byte 0..31 of a unit.
-StoredByte ByteAt(Address unit, std::size_t byte);
+StoredByte ByteAt(Unit unit, std::size_t byte);
 
 // "Memory 3: Frequency: "145.0000" -> "146.0000"", with unprintable characters escaped.
 std::string DifferenceText(const CellDifference& difference);

@@ -14,39 +14,50 @@ std::optional<std::string> Why(const std::optional<CodecError>& error) {
   return error ? std::optional(error->Message()) : std::nullopt;
 }
 
-void LoadSettings(const Unit& unit, std::size_t number, CloneDocument& document) {
+void LoadSettings(std::string_view digits, int area, CloneDocument& document) {
   auto& lines = document.image.SettingsLine;
-  lines[2 * number] = unit.digits.substr(0, kBlockDigits);
-  lines[2 * number + 1] = unit.digits.substr(kBlockDigits);
+  const auto first = 2 * static_cast<std::size_t>(area);
+  lines[first] = digits.substr(0, kBlockDigits);
+  lines[first + 1] = digits.substr(kBlockDigits);
   document.settings = DecodeSettings(document.image);
 }
 
-std::optional<std::string> LoadSpecial(const Unit& unit, Band band, int k, CloneImage& image) {
+std::optional<std::string> LoadSpecial(std::string_view digits, Band band, int k,
+                                       CloneImage& image) {
   SpecialSet& set = SpecialStore(image, band);
-  auto why = Why(DecodeSpecialChannel(unit.digits, k, set));
+  auto why = Why(DecodeSpecialChannel(digits, k, set));
   if (!why) SetStoredPresent(image, band, PresentByFrequency(set));
   if (band == image.ShownBand) ShowBand(image, band);
   return why;
 }
 
+void LoadDialTexts(std::string_view digits, int pair, DialTexts& texts) {
+  UpDateDialData(texts, digits.substr(0, kBlockDigits), 2 * pair);
+  UpDateDialData(texts, digits.substr(kBlockDigits), 2 * pair + 1);
+}
+
+std::string Joined(const std::optional<ChannelLines>& lines) {
+  return lines ? std::string(lines->Joined()) : std::string();
+}
+
 // Whether `a` with some bytes of `b` is another document, or none that can be read.
-bool Shows(const Unit& a, const Unit& b, const CloneDocument& document_a, std::size_t first,
+bool Shows(const UnitData& a, const UnitData& b, const CloneDocument& document_a, std::size_t first,
            std::size_t count) {
-  Unit mixed = a;
+  UnitData mixed = a;
   mixed.digits.replace(2 * first, 2 * count, b.digits, 2 * first, 2 * count);
   CloneDocument document = document_a;
-  return LoadUnit(mixed, document) || !DifferencesAt(a.address, document_a, document).empty();
+  return LoadUnit(mixed, document) || !DifferencesAt(a.unit, document_a, document).empty();
 }
 
 // Bytes that differ without showing in any cell: a byte that nobody reads, or bytes that are moved
 // but spell the same.
-void AddHiddenBytes(const Unit& a, const Unit& b, const CloneDocument& document_a,
+void AddHiddenBytes(const UnitData& a, const UnitData& b, const CloneDocument& document_a,
                     std::vector<CellDifference>& differences) {
   for (std::size_t byte = 0; byte < kUnitSize; ++byte) {
     std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
     std::string in_b = UpperCase(b.digits.substr(2 * byte, 2));
     if (in_a == in_b) continue;
-    StoredByte stored = ByteAt(a.address, byte);
+    StoredByte stored = ByteAt(a.unit, byte);
     if (Shows(a, b, document_a, byte, 1) && Shows(a, b, document_a, stored.first, stored.count)) {
       continue;
     }
@@ -55,64 +66,54 @@ void AddHiddenBytes(const Unit& a, const Unit& b, const CloneDocument& document_
   }
 }
 
-std::vector<CellDifference> Unreadable(Address unit, const std::string& why) {
+std::vector<CellDifference> Unreadable(Unit unit, const std::string& why) {
   return {{ByteAt(unit, 0).place, "content", "", "cannot be read: " + why}};
 }
 
 }  // namespace
 
-std::vector<Address> SettingsUnits() {
-  std::vector<Address> addresses(kSettingsAddress.begin(), kSettingsAddress.end());
-  for (const Band band : kBands) {
-    for (int k = 0; k < kSpecialChannelCount; ++k) {
-      addresses.push_back(SpecialChannelAddress(band, k));
-    }
-  }
-  for (int unit = 0; unit < kDialUnitCount; ++unit) addresses.push_back(DialAddress(unit));
-  return addresses;
-}
-
-std::vector<Address> MemoryUnits() {
-  std::vector<Address> addresses;
-  addresses.reserve(kMemoryChannelCount);
-  for (int n = 0; n < kMemoryChannelCount; ++n) addresses.push_back(MemoryChannelAddress(n));
-  return addresses;
-}
-
-std::optional<std::string> LoadUnit(const Unit& unit, CloneDocument& document) {
-  const UnitContent content = ContentAt(unit.address);
-  switch (content.kind) {
-    case UnitContent::Kind::kSettings:
-      LoadSettings(unit, static_cast<std::size_t>(content.number), document);
-      return std::nullopt;
-    case UnitContent::Kind::kSpecial:
-      return LoadSpecial(unit, content.band, content.number, document.image);
-    case UnitContent::Kind::kDial:
-      for (const int half : {0, 1}) {
-        const std::size_t at = static_cast<std::size_t>(half) * kBlockDigits;
-        UpDateDialData(document.dial, unit.digits.substr(at, kBlockDigits),
-                       2 * content.number + half);
-      }
-      return std::nullopt;
-    case UnitContent::Kind::kMemory:
-      return Why(DecodeMemoryChannel(unit.digits, content.number, document.image));
-    case UnitContent::Kind::kNothing: break;
+std::optional<std::string> LoadUnit(const UnitData& data, CloneDocument& document) {
+  const Unit unit = data.unit;
+  switch (unit.kind()) {
+    case Unit::Kind::kSettings: LoadSettings(data.digits, unit.index(), document); break;
+    case Unit::Kind::kSpecial:
+      return LoadSpecial(data.digits, unit.band(), unit.index(), document.image);
+    case Unit::Kind::kDialer: LoadDialTexts(data.digits, unit.index(), document.dial); break;
+    case Unit::Kind::kMemory:
+      return Why(DecodeMemoryChannel(data.digits, unit.index(), document.image));
   }
   return std::nullopt;
 }
 
-std::vector<CellDifference> UnitDifferences(const Unit& a, const Unit& b) {
+std::string DigitsOf(const CloneDocument& document, Unit unit) {
+  const CloneImage& image = document.image;
+  const int index = unit.index();
+  switch (unit.kind()) {
+    case Unit::Kind::kSettings: {
+      const auto first = 2 * static_cast<std::size_t>(index);
+      return image.SettingsLine[first] + image.SettingsLine[first + 1];
+    }
+    case Unit::Kind::kSpecial:
+      return Joined(EncodeSpecialChannel(SpecialStore(image, unit.band()),
+                                         StoredPresent(image, unit.band()), index));
+    case Unit::Kind::kDialer:
+      return MakeDialData(document.dial, 2 * index) + MakeDialData(document.dial, 2 * index + 1);
+    default: return Joined(EncodeMemoryChannel(image, index));
+  }
+}
+
+std::vector<CellDifference> UnitDifferences(const UnitData& a, const UnitData& b) {
   // The program writes some digits in lower case, the radio answers in capitals.
   if (UpperCase(a.digits) == UpperCase(b.digits)) return {};
   if (!std::all_of(b.digits.begin(), b.digits.end(), IsHexDigit)) {
-    return Unreadable(a.address, "no hexadecimal digits");
+    return Unreadable(a.unit, "no hexadecimal digits");
   }
   CloneDocument document_a = FreshDocument();
   CloneDocument document_b = document_a;
-  for (const auto& [unit, document] : {std::pair{&a, &document_a}, std::pair{&b, &document_b}}) {
-    if (const auto why = LoadUnit(*unit, *document)) return Unreadable(a.address, *why);
+  for (const auto& [data, document] : {std::pair{&a, &document_a}, std::pair{&b, &document_b}}) {
+    if (const auto why = LoadUnit(*data, *document)) return Unreadable(a.unit, *why);
   }
-  auto differences = DifferencesAt(a.address, document_a, document_b);
+  auto differences = DifferencesAt(a.unit, document_a, document_b);
   AddHiddenBytes(a, b, document_a, differences);
   return differences;
 }

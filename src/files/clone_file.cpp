@@ -26,6 +26,17 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 constexpr std::size_t SpecialStart(Band band) { return band == Band::kVhf ? kVhfStart : kUhfStart; }
 
+// The first of the two lines of a unit. The dialer memories are texts in a file, and no digits.
+std::optional<std::size_t> FirstLineOf(Unit unit) {
+  const auto offset = 2 * static_cast<std::size_t>(unit.index());
+  switch (unit.kind()) {
+    case Unit::Kind::kSettings: return kSettingsStart + offset;
+    case Unit::Kind::kSpecial: return SpecialStart(unit.band()) + offset;
+    case Unit::Kind::kMemory: return kMemoryStart + offset;
+    default: return std::nullopt;
+  }
+}
+
 FileProblem BadData(const std::string& path, std::size_t index, std::string what) {
   return {FileProblem::Kind::kBadData, path, static_cast<int>(index) + 1, std::move(what)};
 }
@@ -42,7 +53,7 @@ std::optional<FileProblem> DecodeSpecialLines(const CloneLines& lines, Band band
   for (int k = 0; k < kSpecialChannelCount; ++k) {
     const std::size_t index = SpecialStart(band) + 2 * static_cast<std::size_t>(k);
     if (const auto error = DecodeSpecialChannel(lines.Pair(index), k, set)) {
-      return BadRecord(path, index, UnitName(SpecialChannelAddress(band, k)), *error);
+      return BadRecord(path, index, Unit::Special(band, k).Name(), *error);
     }
   }
   SetStoredPresent(image, band, PresentByFrequency(set));
@@ -67,7 +78,7 @@ std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::strin
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const std::size_t index = kMemoryStart + 2 * static_cast<std::size_t>(n);
     if (const auto error = DecodeMemoryChannel(lines.Pair(index), n, image)) {
-      return BadRecord(path, index, UnitName(MemoryChannelAddress(n)), *error);
+      return BadRecord(path, index, Unit::Memory(n).Name(), *error);
     }
   }
   return std::nullopt;
@@ -149,6 +160,15 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
     text.remove_prefix(text.starts_with(kLineEnd) ? 2 : std::min<std::size_t>(1, text.size()));
   }
   return std::nullopt;
+}
+
+std::vector<UnitData> StoredUnits(const CloneLines& lines) {
+  std::vector<UnitData> units;
+  for (const Unit unit : UnitsOf(Half::kBoth)) {
+    if (const auto line = FirstLineOf(unit))
+      units.push_back({unit, std::string(lines.Pair(*line))});
+  }
+  return units;
 }
 
 OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document) {

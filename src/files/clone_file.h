@@ -17,10 +17,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/file_problem.h"
 #include "document/clone_document.h"
 #include "files/file_system.h"
+#include "radio/unit.h"
 
 namespace q40 {
 
@@ -47,6 +49,10 @@ struct CloneLines {
 // problem.
 [[nodiscard]] std::optional<FileProblem> SplitCloneText(std::string_view text,
                                                         const std::string& path, CloneLines& lines);
+
+// The settings and channels of a file as the radio's units, in the order of the wire. The dialer
+// memories, texts in a file, are none of them.
+std::vector<UnitData> StoredUnits(const CloneLines& lines);
 
 struct OpenResult {
   std::optional<FileProblem> problem;

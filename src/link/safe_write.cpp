@@ -73,7 +73,7 @@ bool BackUp(Link& link, int model, SequenceHost& host, const WriteNet& net, Writ
   return false;
 }
 
-void Compare(const std::vector<Unit>& written, const std::vector<Unit>& found,
+void Compare(const std::vector<UnitData>& written, const std::vector<UnitData>& found,
              std::vector<CellDifference>& differences) {
   for (std::size_t i = 0; i < found.size(); ++i) {
     auto more = UnitDifferences(written[i], found[i]);
@@ -86,8 +86,7 @@ std::string AcknowledgedText(std::size_t settings, std::size_t channels, bool al
                              const SequenceReport& write) {
   std::string text;
   if (settings > 0) {
-    text =
-        all_settings ? "settings" : "settings up to " + UnitName(write.acknowledged.back().address);
+    text = all_settings ? "settings" : "settings up to " + write.acknowledged.back().unit.Name();
   }
   if (channels > 0) {
     if (settings > 0) text += " and ";
@@ -111,7 +110,7 @@ WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, H
   result.last = result.write;
   if (!net.verify || result.write.outcome != Outcome::kDone) return result;
   result.stage = WriteResult::Stage::kVerify;
-  std::vector<Unit> found;
+  std::vector<UnitData> found;
   result.last = sequences.Verify(result.write.acknowledged, found);
   if (result.last.outcome == Outcome::kDone) {
     Compare(result.write.acknowledged, found, result.differences);
@@ -120,13 +119,8 @@ WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, H
 }
 
 std::string WrittenText(const SequenceReport& write, Half half) {
-  std::vector<Address> plan;
-  if (half != Half::kMemory) plan = SettingsUnits();
-  const std::size_t settings_planned = plan.size();
-  if (half != Half::kSettings) {
-    const std::vector<Address> memory = MemoryUnits();
-    plan.insert(plan.end(), memory.begin(), memory.end());
-  }
+  const std::size_t planned = UnitsOf(half).size();
+  const std::size_t settings_planned = half == Half::kMemory ? 0 : kSettingsUnits;
   std::size_t done = write.acknowledged.size();
   if (done == 0 && !write.in_flight) return "nothing was written";
 
@@ -136,10 +130,10 @@ std::string WrittenText(const SequenceReport& write, Half half) {
   if (!text.empty()) text += " written";
   if (write.in_flight) {
     if (!text.empty()) text += ", ";
-    text += UnitName(*write.in_flight) + " perhaps (sent, but not acknowledged)";
+    text += write.in_flight->Name() + " perhaps (sent, but not acknowledged)";
     ++done;
   }
-  if (done >= plan.size()) return text;
+  if (done >= planned) return text;
   if (done <= settings_planned) return text + ", the rest as before";
   const int next = static_cast<int>(done - settings_planned);
   return text + ", " + ChannelTitle(next) + " onwards as before";

@@ -14,8 +14,6 @@ constexpr std::string_view kModelText = "RXQ40";
 constexpr std::size_t kVariantAt = 14;
 constexpr std::size_t kVersionAt = 15;
 
-constexpr int kSettingsUnits = kSettingsUnitCount + 2 * kSpecialChannelCount + kDialUnitCount;
-
 // What to do about damaged replies.
 const char* Again(Sequence sequence) {
   switch (sequence) {
@@ -162,22 +160,22 @@ bool Sequences::IsDocumentsModel() {
                   ", the data is for an " + std::string(ModelName(document_.model)));
 }
 
-bool Sequences::ReadUnit(Address address, std::string& digits) {
-  NextUnit(UnitName(address));
+bool Sequences::ReadUnit(Unit unit, std::string& digits) {
+  NextUnit(unit.Name());
   std::string reply;
-  if (!Ask(ReadCommand(address), kReadReply, reply)) return false;
+  if (!Ask(ReadCommand(unit.address()), kReadReply, reply)) return false;
   digits = DataOf(reply);
   return true;
 }
 
-bool Sequences::WriteUnit(const Unit& unit) {
-  NextUnit(UnitName(unit.address));
+bool Sequences::WriteUnit(const UnitData& data) {
+  NextUnit(data.unit.Name());
   std::string reply;
-  const bool acknowledged = Ask(WriteCommand(unit.address, unit.digits), kWriteReply, reply);
-  if (link_.WasSent()) report_.in_flight = unit.address;
+  const bool acknowledged = Ask(WriteCommand(data.unit.address(), data.digits), kWriteReply, reply);
+  if (link_.WasSent()) report_.in_flight = data.unit;
   if (!acknowledged) return false;
   report_.in_flight.reset();
-  report_.acknowledged.push_back(unit);
+  report_.acknowledged.push_back(data);
   return true;
 }
 
@@ -187,9 +185,9 @@ bool Sequences::ReadSettingsLines() {
   auto& lines = document_.image.SettingsLine;
   std::string first;
   std::string second;
-  if (!ReadUnit(kSettingsAddress[0], first)) return false;
+  if (!ReadUnit(Unit::Settings(0), first)) return false;
   Pause();
-  if (!ReadUnit(kSettingsAddress[1], second)) return false;
+  if (!ReadUnit(Unit::Settings(1), second)) return false;
   lines = {first.substr(0, kBlockDigits), first.substr(kBlockDigits),
            second.substr(0, kBlockDigits), second.substr(kBlockDigits)};
   document_.settings = DecodeSettings(document_.image);
@@ -213,7 +211,7 @@ bool Sequences::ReadSpecialChannels(Band band) {
   for (int k = 0; k < kSpecialChannelCount; ++k) {
     Pause();
     std::string digits;
-    if (!ReadUnit(SpecialChannelAddress(band, k), digits)) return false;
+    if (!ReadUnit(Unit::Special(band, k), digits)) return false;
     if (const auto error = DecodeSpecialChannel(digits, k, set)) {
       return FailDecoding(error->Message());
     }
@@ -226,12 +224,12 @@ bool Sequences::ReadSpecialChannels(Band band) {
 }
 
 bool Sequences::ReadDialTexts() {
-  for (int unit = 0; unit < kDialUnitCount; ++unit) {
+  for (int pair = 0; pair < kDialUnitCount; ++pair) {
     Pause();
     std::string digits;
-    if (!ReadUnit(DialAddress(unit), digits)) return false;
+    if (!ReadUnit(Unit::Dialer(pair), digits)) return false;
     for (const int half : {0, 1}) {
-      const int index = 2 * unit + half;
+      const int index = 2 * pair + half;
       const auto at = static_cast<std::size_t>(half) * kBlockDigits;
       UpDateDialData(document_.dial, digits.substr(at, kBlockDigits), index);
       host_.ShowDialText(index);
@@ -243,7 +241,7 @@ bool Sequences::ReadDialTexts() {
 bool Sequences::ReadMemoryChannels() {
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     std::string digits;
-    if (!ReadUnit(MemoryChannelAddress(n), digits)) return false;
+    if (!ReadUnit(Unit::Memory(n), digits)) return false;
     if (const auto error = DecodeMemoryChannel(digits, n, document_.image)) {
       return FailDecoding(error->Message());
     }
@@ -262,13 +260,13 @@ bool Sequences::IsData(const WritePlan& plan) {
   return Fail(Outcome::kDataError, bad->why);
 }
 
-bool Sequences::WriteUnits(const std::vector<Unit>& units) {
+bool Sequences::WriteUnits(const std::vector<UnitData>& units) {
   // The first settings unit follows the identification at once.
   bool pause = progress_.sequence == Sequence::kWriteMemory;
-  for (const Unit& unit : units) {
+  for (const UnitData& data : units) {
     if (pause) Pause();
     pause = true;
-    if (!WriteUnit(unit)) return false;
+    if (!WriteUnit(data)) return false;
   }
   return true;
 }
@@ -352,7 +350,7 @@ SequenceReport Sequences::ReadAll() {
 SequenceReport Sequences::RunWrite(Sequence sequence, const WritePlan& plan,
                                    const SequenceReport& before) {
   const bool settings = sequence == Sequence::kWriteSettings;
-  const std::vector<Unit>& units = settings ? plan.settings : plan.memory;
+  const std::vector<UnitData>& units = settings ? plan.settings : plan.memory;
   Begin(sequence, static_cast<int>(units.size()));
   report_.damaged = before.damaged;
   if (!IsData(plan) || !OpenForWriting()) return Finish(false);
@@ -378,15 +376,16 @@ SequenceReport Sequences::WriteSettings() { return Write(Half::kSettings); }
 SequenceReport Sequences::WriteMemory() { return Write(Half::kMemory); }
 SequenceReport Sequences::WriteAll() { return Write(Half::kBoth); }
 
-SequenceReport Sequences::Verify(const std::vector<Unit>& written, std::vector<Unit>& found) {
+SequenceReport Sequences::Verify(const std::vector<UnitData>& written,
+                                 std::vector<UnitData>& found) {
   Begin(Sequence::kVerify, static_cast<int>(written.size()));
   if (!OpenPort() || !IdentifyStep(IdentifyFor::kWriting) || !IsDocumentsModel()) {
     return Finish(false);
   }
-  for (const Unit& unit : written) {
+  for (const UnitData& data : written) {
     Pause();
-    found.push_back({unit.address, {}});
-    if (!ReadUnit(unit.address, found.back().digits)) return Finish(false);
+    found.push_back({data.unit, {}});
+    if (!ReadUnit(data.unit, found.back().digits)) return Finish(false);
   }
   Pause();
   link_.TxEnd();

@@ -62,9 +62,9 @@ struct SequenceReport {
   // Where: "identification", "memory channel D3". Empty before the first exchange.
   std::string where;
   // Units that the radio acknowledged, in the order written.
-  std::vector<Unit> acknowledged;
+  std::vector<UnitData> acknowledged;
   // The unit that was sent last and not acknowledged: the radio may have stored it or not.
-  std::optional<Address> in_flight;
+  std::optional<Unit> in_flight;
   // From the identification; -1 and '\0' before.
   int radio_model = -1;
   char version_letter = '\0';
@@ -136,7 +136,7 @@ class Sequences {
   SequenceReport Write(Half half);
   // Reads the units that a write was acknowledged for into `found`, in their order. Changes nothing
   // in the document but what a write changes.
-  SequenceReport Verify(const std::vector<Unit>& written, std::vector<Unit>& found);
+  SequenceReport Verify(const std::vector<UnitData>& written, std::vector<UnitData>& found);
 
  private:
   enum class IdentifyFor : unsigned char { kReading, kWriting };
@@ -156,8 +156,8 @@ class Sequences {
   bool OpenForWriting();
   bool IsDocumentsModel();
   bool Ask(const std::string& command, const ReplyForm& form, std::string& reply);
-  bool ReadUnit(Address address, std::string& digits);
-  bool WriteUnit(const Unit& unit);
+  bool ReadUnit(Unit unit, std::string& digits);
+  bool WriteUnit(const UnitData& data);
   void Pause() { link_.Wait(kPauseMs); }
 
   bool ReadSettingsLines();
@@ -166,7 +166,7 @@ class Sequences {
   bool ReadMemoryChannels();
   bool FailDecoding(const std::string& why);
   bool IsData(const WritePlan& plan);
-  bool WriteUnits(const std::vector<Unit>& units);
+  bool WriteUnits(const std::vector<UnitData>& units);
   SequenceReport RunReadSettings();
   SequenceReport RunReadMemory(const SequenceReport& before);
   SequenceReport RunWrite(Sequence sequence, const WritePlan& plan, const SequenceReport& before);

@@ -4,8 +4,7 @@
 
 #include "base/hex.h"
 #include "base/plain_text.h"
-#include "radio/channel_codec.h"
-#include "radio/settings_codec.h"
+#include "document/document_units.h"
 
 namespace q40 {
 namespace {
@@ -15,71 +14,46 @@ constexpr Units100Hz RepeaterFrequency(Band band) {
   return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
 }
 
-std::string DigitsOf(const std::optional<ChannelLines>& lines) {
-  return lines ? std::string(lines->Joined()) : std::string();
-}
-
-void AddSpecialChannels(const CloneImage& image, Band band, std::vector<Unit>& units) {
-  SpecialSet set = SpecialStore(image, band);  // a working copy: the store keeps its RPT
-  set[kRptRow].value[0] = RepeaterFrequency(band);
-  for (int k = 0; k < kSpecialChannelCount; ++k) {
-    units.push_back({SpecialChannelAddress(band, k),
-                     DigitsOf(EncodeSpecialChannel(set, StoredPresent(image, band), k))});
-  }
-}
-
-std::vector<Unit> SettingsUnitsOf(const CloneDocument& document) {
-  CloneImage image = document.image;
-  EncodeSettings(document.settings, image);
-  const auto& lines = image.SettingsLine;
-  std::vector<Unit> units = {{kSettingsAddress[0], lines[0] + lines[1]},
-                             {kSettingsAddress[1], lines[2] + lines[3]}};
-  for (const Band band : kBands) AddSpecialChannels(image, band, units);
-  for (int unit = 0; unit < kDialUnitCount; ++unit) {
-    units.push_back({DialAddress(unit), MakeDialData(document.dial, 2 * unit) +
-                                            MakeDialData(document.dial, 2 * unit + 1)});
-  }
-  return units;
-}
-
-std::vector<Unit> MemoryUnitsOf(const CloneImage& image) {
-  std::vector<Unit> units;
-  units.reserve(kMemoryChannelCount);
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    units.push_back({MemoryChannelAddress(n), DigitsOf(EncodeMemoryChannel(image, n))});
-  }
-  return units;
+std::vector<UnitData> DataOf(const CloneDocument& document, Half half) {
+  std::vector<UnitData> data;
+  for (const Unit unit : UnitsOf(half)) data.push_back({unit, DigitsOf(document, unit)});
+  return data;
 }
 
 // "byte 0x0023 holds "ZZ", which is no hexadecimal number"
-std::string OddByteText(const Unit& unit, std::size_t digit) {
+std::string OddByteText(const UnitData& unit, std::size_t digit) {
   const std::size_t byte = digit / 2;
-  const int address = unit.address + static_cast<int>(byte);
+  const int address = unit.unit.address() + static_cast<int>(byte);
   return "byte 0x" + HexByteText(address >> 8) + HexByteText(address) + " holds " +
          Quoted(unit.digits.substr(2 * byte, 2)) + ", which is no hexadecimal number";
 }
 
-std::optional<BadUnit> BadUnitOf(const Unit& unit) {
+std::optional<BadUnit> BadUnitOf(const UnitData& unit) {
   const auto odd =
       std::find_if(unit.digits.begin(), unit.digits.end(), [](char c) { return !IsHexDigit(c); });
   const auto good = static_cast<std::size_t>(odd - unit.digits.begin());
   if (good == kUnitDigits) return std::nullopt;
-  return BadUnit{UnitName(unit.address), good == unit.digits.size() ? "the data cannot be encoded"
-                                                                    : OddByteText(unit, good)};
+  return BadUnit{unit.unit.Name(), good == unit.digits.size() ? "the data cannot be encoded"
+                                                              : OddByteText(unit, good)};
 }
 
 }  // namespace
 
 WritePlan MakeWritePlan(const CloneDocument& document, Half half) {
+  CloneDocument sent = document;  // the document keeps its lines, and what its RPT rows hold
+  EncodeSettings(sent.settings, sent.image);
+  for (const Band band : kBands) {
+    SpecialStore(sent.image, band)[kRptRow].value[0] = RepeaterFrequency(band);
+  }
   WritePlan plan;
-  if (half != Half::kMemory) plan.settings = SettingsUnitsOf(document);
-  if (half != Half::kSettings) plan.memory = MemoryUnitsOf(document.image);
+  if (half != Half::kMemory) plan.settings = DataOf(sent, Half::kSettings);
+  if (half != Half::kSettings) plan.memory = DataOf(sent, Half::kMemory);
   return plan;
 }
 
 std::optional<BadUnit> FirstBadUnit(const WritePlan& plan) {
   for (const auto* units : {&plan.settings, &plan.memory}) {
-    for (const Unit& unit : *units) {
+    for (const UnitData& unit : *units) {
       if (auto bad = BadUnitOf(unit)) return bad;
     }
   }

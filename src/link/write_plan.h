@@ -7,17 +7,14 @@
 #include <vector>
 
 #include "document/clone_document.h"
-#include "document/document_units.h"
+#include "radio/unit.h"
 
 namespace q40 {
 
-// Which half of a document a command moves.
-enum class Half : unsigned char { kBoth, kSettings, kMemory };
-
 // The units in the order of the wire. One that cannot be encoded has no digits.
 struct WritePlan {
-  std::vector<Unit> settings;  // 17, or none
-  std::vector<Unit> memory;    // 210, or none
+  std::vector<UnitData> settings;  // 17, or none
+  std::vector<UnitData> memory;    // 210, or none
 };
 WritePlan MakeWritePlan(const CloneDocument& document, Half half);
 

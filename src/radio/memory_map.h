@@ -35,33 +35,7 @@ inline constexpr int kPlRow = 4;
 inline constexpr std::array<std::string_view, kSpecialChannelCount> kSpecialRowTitles = {
     "VFO", "CALL", "RPT", "PH", "PL"};
 
-inline constexpr std::array<Address, kSettingsUnitCount> kSettingsAddress = {0x0020, 0x0040};
-
-constexpr Address SpecialChannelAddress(Band band, int k) {
-  constexpr std::array<Address, kSpecialChannelCount> kVhf = {0x00C0, 0x0180, 0x01A0, 0x0120,
-                                                              0x0100};
-  constexpr std::array<Address, kSpecialChannelCount> kUhf = {0x00E0, 0x01C0, 0x01E0, 0x0160,
-                                                              0x0140};
-  return (band == Band::kVhf ? kVhf : kUhf)[static_cast<std::size_t>(k)];
-}
-
-constexpr Address MemoryChannelAddress(int n) { return static_cast<Address>(0x0200 + 0x20 * n); }
-constexpr Address DialAddress(int unit) { return static_cast<Address>(0x1D00 + 0x20 * unit); }
-
 // Channel 0..209 as the radio and the grids call it: "0".."199", "D0".."D9".
 std::string ChannelTitle(int n);
-
-// What lives in a unit.
-struct UnitContent {
-  enum class Kind : std::uint8_t { kNothing, kSettings, kSpecial, kDial, kMemory };
-  Kind kind = Kind::kNothing;
-  Band band = Band::kVhf;  // of kSpecial
-  int number = 0;  // settings area 0, 1; row 0..4; pair of dialer memories 0..4; channel 0..209
-};
-// kNothing where no unit begins.
-UnitContent ContentAt(Address address);
-
-// What lives at an address, in words: "memory channel D3", "VHF special channel CALL".
-std::string UnitName(Address address);
 
 }  // namespace q40

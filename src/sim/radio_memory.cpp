@@ -45,25 +45,9 @@ bool RadioMemory::SetRaw(std::string_view raw) {
 }
 
 void StoreDocument(CloneDocument document, RadioMemory& memory) {
-  CloneImage& image = document.image;
-  EncodeSettings(document.settings, image);
-  memory.Write(kSettingsAddress[0], image.SettingsLine[0] + image.SettingsLine[1]);
-  memory.Write(kSettingsAddress[1], image.SettingsLine[2] + image.SettingsLine[3]);
-  for (const Band band : kBands) {
-    for (int k = 0; k < kSpecialChannelCount; ++k) {
-      const auto lines =
-          EncodeSpecialChannel(SpecialStore(image, band), StoredPresent(image, band), k);
-      if (lines) memory.Write(SpecialChannelAddress(band, k), lines->Joined());
-    }
-  }
-  for (int unit = 0; unit < kDialUnitCount; ++unit) {
-    memory.Write(DialAddress(unit),
-                 MakeDialData(document.dial, 2 * unit) + MakeDialData(document.dial, 2 * unit + 1));
-  }
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    if (const auto lines = EncodeMemoryChannel(image, n)) {
-      memory.Write(MemoryChannelAddress(n), lines->Joined());
-    }
+  EncodeSettings(document.settings, document.image);
+  for (const Unit unit : UnitsOf(Half::kBoth)) {
+    memory.Write(unit.address(), DigitsOf(document, unit));
   }
 }
 
@@ -72,14 +56,11 @@ std::optional<CloneDocument> DocumentOf(const RadioMemory& memory, int model, bo
   CloneDocument document = FreshDocument();
   ChangeModel(document, model);
   document.image.VersionA = version_a;
-  for (const auto& addresses : {SettingsUnits(), MemoryUnits()}) {
-    for (const Address address : addresses) {
-      if (const auto error =
-              LoadUnit({address, memory.Read(address, kUnitSize).value()}, document)) {
-        why = UnitName(address) + ": " + *error;
-        return std::nullopt;
-      }
-    }
+  for (const Unit unit : UnitsOf(Half::kBoth)) {
+    const auto error = LoadUnit({unit, memory.Read(unit.address(), kUnitSize).value()}, document);
+    if (!error) continue;
+    why = unit.Name() + ": " + *error;
+    return std::nullopt;
   }
   return document;
 }

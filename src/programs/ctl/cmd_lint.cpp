@@ -27,30 +27,11 @@ std::string JsonRows(const Findings& findings) {
   return JsonText(json);
 }
 
-// Settings and channels of a file as the radio's units. The file has been opened, so it has its lines.
-std::vector<Unit> StoredUnits(std::string_view text) {
-  constexpr std::size_t kFirstSettingsLine = 1;
-  constexpr std::size_t kFirstLine[] = {5, 15};  // of the VHF and the UHF special channels
-  constexpr std::size_t kFirstMemoryLine = 35;
-  std::vector<Unit> units;
+// What a file stores; it has been opened, so it has its lines.
+Findings FindingsIn(std::string_view stored) {
   CloneLines lines;
-  if (SplitCloneText(text, {}, lines)) return units;
-  const auto add = [&](Address address, std::size_t line) {
-    units.push_back({address, std::string(lines.Pair(line))});
-  };
-  for (std::size_t number = 0; number < kSettingsAddress.size(); ++number) {
-    add(kSettingsAddress[number], kFirstSettingsLine + 2 * number);
-  }
-  for (const Band band : kBands) {
-    const std::size_t first = kFirstLine[band == Band::kVhf ? 0 : 1];
-    for (std::size_t k = 0; k < kSpecialChannelCount; ++k) {
-      add(SpecialChannelAddress(band, static_cast<int>(k)), first + 2 * k);
-    }
-  }
-  for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
-    add(MemoryChannelAddress(static_cast<int>(n)), kFirstMemoryLine + 2 * n);
-  }
-  return units;
+  if (SplitCloneText(stored, {}, lines)) return {};
+  return CheckStored(StoredUnits(lines));
 }
 
 int Run(CommandContext& context, const Arguments& arguments) {
@@ -58,7 +39,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
   std::string stored;
   if (const int code = OpenOrComplain(context, arguments.file, document, stored)) return code;
   Findings findings = CheckUp(document);
-  const Findings lost = CheckStored(StoredUnits(stored));
+  const Findings lost = FindingsIn(stored);
   findings.insert(findings.end(), lost.begin(), lost.end());
   std::stable_sort(findings.begin(), findings.end(),
                    [](const Finding& a, const Finding& b) { return a.place < b.place; });
