@@ -158,7 +158,7 @@ void Unpaced(const Folder& folder) {
 
 void Codec(const Folder& folder) {
   constexpr int kTimes = 300;
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   long allocated = 0;
   const double open = MedianOf(kTimes, [&] {
     const long before = allocations;
@@ -273,7 +273,7 @@ void Window() {
 
 // A clone file with all 210 channels in use.
 void MakeFullFile(const std::string& path) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
     document.image.MemoryTable[n] = document.image.TemplateChannel();
     document.image.MemoryTable[n].Set(ChannelKind::kMemory, Field::kName, 1,

@@ -13,13 +13,13 @@ namespace {
 void CheckImage(const CloneImage& image) {
   Check(image.ShownSpecialSet == SpecialStore(image, image.ShownBand),
         "the shown band is the stored one");
-  CloneDocument document;
+  CloneData document;
   document.image = image;
   Check(CloneFileText(document, document.model).has_value(), "what was imported can be saved");
 }
 
 void Run(std::string_view text) {
-  static const CloneImage kFresh = FreshDocument().image;
+  static const CloneImage kFresh = FreshData().image;
   CloneImage image = kFresh;
   const ImportReport report = ImportChannels(text, image);
   if (report.unclosed_quote_line != 0) {

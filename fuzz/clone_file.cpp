@@ -17,18 +17,16 @@ namespace {
 const std::string kPath = "input.Q40";
 
 // A document that is being edited, so that whatever a refused file changes is seen.
-CloneDocument EditedDocument() {
-  CloneDocument document = FreshDocument();
+CloneData EditedDocument() {
+  CloneData document = FreshData();
   document.dial[3] = "123A";
   document.settings.Slider1 = 7;
   document.image.VersionA = true;
-  document.SettingsChanged = true;
-  document.MemoryChanged = true;
   return document;
 }
 
 std::string GoodText() {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   ChangeModel(document, 1);
   return CloneFileText(document, document.model).value();
 }
@@ -46,15 +44,12 @@ std::string TextOf(Input input, std::string_view raw) {
   return text;
 }
 
-bool Same(const CloneDocument& a, const CloneDocument& b) {
-  return std::tie(a.image, a.settings, a.dial, a.model, a.SettingsChanged, a.MemoryChanged) ==
-         std::tie(b.image, b.settings, b.dial, b.model, b.SettingsChanged, b.MemoryChanged);
-}
+bool Same(const CloneData& a, const CloneData& b) { return a == b; }
 
 // Lines or header are at fault: nothing has changed. End line or a channel: the model and the
 // version of the header are selected, nothing else.
-void CheckRefused(std::string_view text, const CloneDocument& document) {
-  CloneDocument expected = EditedDocument();
+void CheckRefused(std::string_view text, const CloneData& document) {
+  CloneData expected = EditedDocument();
   CloneLines lines;
   if (!SplitCloneText(text, kPath, lines)) {
     if (const auto header = FindHeaderLine(lines.Line(0))) {
@@ -65,8 +60,8 @@ void CheckRefused(std::string_view text, const CloneDocument& document) {
   Check(Same(document, expected), "a refused file leaves the document as it was");
 }
 
-CloneDocument Reopened(std::string_view text, const CloneDocument& saved) {
-  CloneDocument document = EditedDocument();
+CloneData Reopened(std::string_view text, const CloneData& saved) {
+  CloneData document = EditedDocument();
   const OpenResult result = OpenCloneText(text, kPath, document);
   Check(!result.problem, "what was saved can be opened");
   constexpr int kLastSettingsLine = 5;  // bytes without a control keep whatever they hold
@@ -78,7 +73,7 @@ CloneDocument Reopened(std::string_view text, const CloneDocument& saved) {
   return document;
 }
 
-std::string Saved(CloneDocument document) {
+std::string Saved(CloneData document) {
   const auto text = CloneFileText(document, document.model);
   Check(text.has_value(), "what was opened can be saved");
   Check(text->size() == kLongestCloneFile, "a saved file has 456 lines of 32 characters");
@@ -86,14 +81,13 @@ std::string Saved(CloneDocument document) {
 }
 
 void Run(std::string_view text) {
-  CloneDocument opened = EditedDocument();
+  CloneData opened = EditedDocument();
   if (OpenCloneText(text, kPath, opened).problem) return CheckRefused(text, opened);
-  Check(!opened.SettingsChanged && !opened.MemoryChanged, "opening clears the change flags");
   const std::string once = Saved(opened);
-  const CloneDocument second = Reopened(once, opened);
+  const CloneData second = Reopened(once, opened);
   const std::string twice = Saved(second);
   // The two files need not be alike, channel_record.cpp says why; from the second on they are.
-  const CloneDocument third = Reopened(twice, opened);
+  const CloneData third = Reopened(twice, opened);
   Check(Saved(third) == twice, "a file that was saved twice stays as it is");
   Check(Same(second, third), "a document that was saved and opened stays as it is");
 }

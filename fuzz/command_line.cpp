@@ -22,8 +22,8 @@ constexpr std::string_view kInputFile = "input";
 constexpr std::string_view kErrorStart = "rxq40ctl: ";  // of a message about a failure
 
 Files FilesToStartWith() {
-  CloneDocument demo = DemoDocument();
-  CloneDocument other = FreshDocument();
+  CloneData demo = DemoDocument();
+  CloneData other = FreshData();
   return {{"a.Q40", CloneFileText(demo, demo.model).value()},
           {"b.Q40", CloneFileText(other, other.model).value()},
           {"bad.Q40", "no clone file"}};
@@ -74,7 +74,7 @@ SimulatedRadio RadioWith(std::string_view fault_text) {
   SimulatedRadio::Options options;
   std::string why;
   if (const auto fault = ParseFault(fault_text, why)) options.faults.push_back(*fault);
-  CloneDocument demo = DemoDocument();
+  CloneData demo = DemoDocument();
   options.model = demo.model;
   options.version = 'A';
   SimulatedRadio radio(std::move(options));

@@ -49,7 +49,7 @@ void CheckTime(const test::FakeTime& time, std::size_t exchanges, milliseconds l
         "no exchange takes longer than its timer");
 }
 
-void CheckSent(const std::vector<Exchange>& exchanges, const CloneDocument& document) {
+void CheckSent(const std::vector<Exchange>& exchanges, const CloneData& document) {
   char radio_model = '\0';
   for (std::size_t i = 0; i < exchanges.size(); ++i) {
     Check(i == 0 || IsProper(exchanges[i - 1]), "nothing is sent behind a bad reply");
@@ -104,7 +104,7 @@ void CheckReport(const SequenceReport& report, const Call& call, const FuzzedPor
   }
 }
 
-void CheckDocument(CloneDocument document, const CloneDocument& before, bool writing) {
+void CheckDocument(CloneData document, const CloneData& before, bool writing) {
   Check(document.image.ShownSpecialSet == SpecialStore(document.image, document.image.ShownBand),
         "the shown band is the stored one");
   if (writing) {
@@ -119,26 +119,26 @@ void CheckDocument(CloneDocument document, const CloneDocument& before, bool wri
 }
 
 void RunSequence(const Call& call, Input input) {
-  CloneDocument document = FreshDocument();
+  CloneDocument document;
   test::FakeHost host(document);
   host.answer_save = input.Byte() != 1;
   host.answer_select = input.Byte() != 1;
-  ChangeModel(document, input.Below(kModelCount));
-  document.SettingsChanged = input.Flag();
-  document.MemoryChanged = input.Flag();
-  document.dial[0] = "12#";
-  const CloneDocument before = document;
+  document.ChangeModel(input.Below(kModelCount));
+  const bool settings_changed = input.Flag();
+  test::SetChanged(document, settings_changed, input.Flag());
+  test::DataOf(document).dial[0] = "12#";
+  const CloneData before = document.data();
 
   test::FakeTime time;
   FuzzedPort port(input, time);
   Link link(port, time.Timers(), time.pump);
-  Sequences sequences(link, document, host);
+  Sequences sequences(link, document, host, &host);
   const SequenceReport report = (sequences.*call.run)();
 
   CheckTime(time, port.exchanges().size(), kCommandTimeout);
-  CheckSent(port.exchanges(), document);
+  CheckSent(port.exchanges(), document.data());
   CheckReport(report, call, port, time.pump.stop);
-  CheckDocument(document, before, call.direction == 'W');
+  CheckDocument(document.data(), before, call.direction == 'W');
   Check(host.begins == static_cast<int>(host.ends.size()), "every begin has its end");
 }
 

@@ -47,7 +47,7 @@ TEST(CsvItems, QuotesSeparatorsAndLineEnds) {
 }
 
 TEST(CsvExport, HeaderAndRecords) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   ImportChannels(
       "RX-Q40,MEMORY,D3,*145.5,12.5KHz,TSQ,88.5,250.3,23,754,-Shift,0.6,On,Hi,7,20dB,BS-2,On,On,"
       "Narrow,\"A,\"\"B\",On",
@@ -79,7 +79,7 @@ TEST(CsvImport, ExportedListsComeBackTheSame) {
     for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
       if (!image.ChannelInUse[n]) image.MemoryTable[n] = {};  // not exported
     }
-    CloneImage other = FreshDocument().image;
+    CloneImage other = FreshData().image;
     other.TemplateChannel() = image.TemplateChannel();
     const ImportReport report = ImportChannels(ExportChannels(image), other);
     EXPECT_TRUE(report.Whole()) << seed << testing::PrintToString(Messages(report));
@@ -326,7 +326,7 @@ TEST(CsvImport, AllNotesAreCountedAndTheFirstListed) {
 }
 
 TEST(CsvImport, EmptyItemsOfTheRepeaterRowKeepWhatItDoesNotCarry) {
-  CloneImage image = FreshDocument().image;
+  CloneImage image = FreshData().image;
   ImportChannels("RX-Q40,VFO UHF,RPT" + std::string(19, ','), image);
   const ChannelRecord& rpt = image.UhfSpecialSet[kRptRow];
   EXPECT_EQ(rpt.Frequency(), 4'450'000);
@@ -343,7 +343,7 @@ TEST(CsvImport, ListsAreLimitedInSize) {
 }
 
 TEST(CsvImport, SpecialRowsGoToTheirBandAndFrequencyDecidesPresence) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   ShowBand(document.image, Band::kUhf);
   const std::string rest =
       ",5KHz,None,67,67,023,025,Split,0,On,Lo,0,Off,Off,Off,Off,Normal,No,Off\n";

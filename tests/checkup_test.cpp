@@ -25,7 +25,7 @@ void SetNumber(ChannelKind kind, ChannelRecord& record, Field field, int number)
 
 // An RX-Q40E in which there is nothing to find: two memory channels, no PH, no PL.
 struct Sample {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   CloneImage& image = document.image;
 
   Sample() {
@@ -82,7 +82,7 @@ std::string Line(const Finding& finding) {
 }
 
 // The findings of a document, one a line.
-std::string Listed(const CloneDocument& document) {
+std::string Listed(const CloneData& document) {
   std::string text;
   for (const Finding& finding : CheckUp(document)) text += Line(finding) + '\n';
   return text;
@@ -187,7 +187,7 @@ TEST(CheckUp, WhatIsNoFinding) {
 
 // A random document with every number that an editor or an import can give. Its frequencies have at
 // least three digits before the point, so that a text that is read back tells what was lost.
-CloneDocument EditedDocument(unsigned seed) {
+CloneData EditedDocument(unsigned seed) {
   std::mt19937 random(seed);
   const auto below = [&](int top) {
     return std::uniform_int_distribution<int>(0, top - 1)(random);
@@ -205,7 +205,7 @@ CloneDocument EditedDocument(unsigned seed) {
     record.Set(kind, kName, name.empty() ? 0 : 1, name);
     record.Set(kind, kSkip, 0, "");
   };
-  CloneDocument document = test::RandomDocument(seed);
+  CloneData document = test::RandomDocument(seed);
   CloneImage& image = document.image;
   for (ChannelRecord& record : image.MemoryTable) edit(ChannelKind::kMemory, record);
   for (const Band band : kBands) {
@@ -219,7 +219,7 @@ CloneDocument EditedDocument(unsigned seed) {
 using Lines = std::multiset<std::string>;
 
 // What is not in the opened file as it was in the document, found without the check-up.
-Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
+Lines Differences(const CloneData& saved, const CloneData& opened) {
   std::set<std::string_view> not_in_rpt;
   for (const ChannelField& row : kChannelFields) {
     if (!row.in_repeater_row) not_in_rpt.insert(row.name);
@@ -240,8 +240,8 @@ Lines Differences(const CloneDocument& saved, const CloneDocument& opened) {
 // No more and no less than a clone file really loses; and once it is lost, it is not found any more.
 TEST(CheckUp, AgreesWithWhatAFileKeeps) {
   for (unsigned seed = 1; seed <= 20; ++seed) {
-    CloneDocument document = EditedDocument(seed);
-    CloneDocument opened = FreshDocument();
+    CloneData document = EditedDocument(seed);
+    CloneData opened = FreshData();
     ASSERT_FALSE(
         OpenCloneText(CloneFileText(document, document.model).value(), "test", opened).problem);
     Lines losses;

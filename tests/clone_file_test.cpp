@@ -38,7 +38,7 @@ std::string Joined(const Lines& lines, const std::string& end = "\r\n") {
 }
 
 TEST(CloneFile, DefaultsAreWrittenAsTheFormatSays) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   EXPECT_EQ(CloneFileText(document, 0), Joined(DefaultLines()));
   // The limits that a new document does not have are there when it is opened again.
   ASSERT_FALSE(OpenCloneText(Joined(DefaultLines()), "a.Q40", document).problem);
@@ -55,13 +55,11 @@ TEST(CloneFile, EveryPlaceHoldsWhatItShould) {
   lines[34] = "1234ZABC#" + std::string(23, 'Z');
   lines[453] = "88000000014550000000600008080000";  // channel D9
   lines[454] = "3A3B0000000000000100000000000005";
-  CloneDocument document = FreshDocument();
-  document.SettingsChanged = document.MemoryChanged = true;
+  CloneData document = FreshData();
   ShowBand(document.image, Band::kUhf);
   const OpenResult result = OpenCloneText(Joined(lines), "a.Q40", document);
   ASSERT_FALSE(result.problem);
   EXPECT_TRUE(result.model_changed);
-  EXPECT_FALSE(document.SettingsChanged || document.MemoryChanged);
   EXPECT_EQ(ModelText(document), "RX-Q40T1, version A");
   EXPECT_EQ(document.image.VhfSpecialSet[kCallRow].cellText[0], "146.0000");
   EXPECT_EQ(StoredPresent(document.image, Band::kVhf), (PresentPair{false, true}));
@@ -74,9 +72,9 @@ TEST(CloneFile, EveryPlaceHoldsWhatItShould) {
 
 TEST(CloneFile, RoundTripsOfManyDocuments) {
   for (unsigned seed = 0; seed < 60; ++seed) {
-    CloneDocument document = test::RandomDocument(seed);
+    CloneData document = test::RandomDocument(seed);
     const std::string text = CloneFileText(document, document.model).value();
-    CloneDocument opened = FreshDocument();
+    CloneData opened = FreshData();
     ASSERT_FALSE(OpenCloneText(text, "a.Q40", opened).problem);
     EXPECT_EQ(opened.image, document.image) << seed;
     EXPECT_EQ(opened.settings, document.settings) << seed;
@@ -87,7 +85,7 @@ TEST(CloneFile, RoundTripsOfManyDocuments) {
 
 TEST(CloneFile, LineEndsAndWhatFollows) {
   const std::string crlf = Joined(DefaultLines());
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   for (const std::string& text :
        {Joined(DefaultLines(), "\n"), Joined(DefaultLines(), "\r"), crlf + "more\r\nlines",
         crlf.substr(0, crlf.size() - 2), crlf.substr(0, crlf.size() - 1)}) {
@@ -119,11 +117,10 @@ TEST(CloneFile, RefusesWhatIsNotACloneFile) {
       {with(453, "80000000014500000000600008080068"), 454,
        "memory channel D9: byte 15 (RxDCS) holds 0x68"}};
   for (const auto& [text, line, what] : cases) {
-    CloneDocument document = test::RandomDocument(3);
+    CloneData document = test::RandomDocument(3);
     document.model = 0;
     document.image.VersionA = false;
-    document.MemoryChanged = true;
-    const CloneDocument before = document;
+    const CloneData before = document;
     const auto problem = OpenCloneText(text, "a.Q40", document).problem;
     ASSERT_TRUE(problem) << what;
     EXPECT_EQ(problem->line, line) << what;
@@ -132,7 +129,6 @@ TEST(CloneFile, RefusesWhatIsNotACloneFile) {
     EXPECT_EQ(document.image, before.image) << what;
     EXPECT_EQ(document.settings, before.settings) << what;
     EXPECT_EQ(document.dial, before.dial) << what;
-    EXPECT_TRUE(document.MemoryChanged) << what;
   }
 }
 
@@ -140,7 +136,7 @@ TEST(CloneFile, BadEndLineLeavesTheModelOfTheHeaderBehind) {
   Lines lines = DefaultLines();
   lines[0] = "Korvex RX-Q40E Clone A FileStart";
   lines[455] = std::string(32, ' ');
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   const OpenResult result = OpenCloneText(Joined(lines), "a.Q40", document);
   EXPECT_TRUE(result.problem);
   EXPECT_TRUE(result.model_changed);
@@ -149,7 +145,7 @@ TEST(CloneFile, BadEndLineLeavesTheModelOfTheHeaderBehind) {
 }
 
 TEST(CloneFile, LongDialTextIsNotCutAndNoModelAbove3IsWritten) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   document.dial[0] = std::string(33, '1');
   EXPECT_EQ(CloneFileText(document, 0)->size(), 456U * 34 + 1);
   for (const int model : {-1, 4, 5}) EXPECT_FALSE(CloneFileText(document, model));
@@ -163,11 +159,11 @@ TEST(CloneFile, DataThatCannotBeEncodedReplacesNoFile) {
   test::TempFolder folder;
   const std::string path = folder / "radio.Q40";
   test::Store(path, "the only copy");
-  CloneDocument special = FreshDocument();
+  CloneData special = FreshData();
   special.image.UhfSpecialSet[kPlRow].value[3] = 39;
-  CloneDocument memory = FreshDocument();
+  CloneData memory = FreshData();
   memory.image.MemoryTable[209].value[9] = 11;
-  for (CloneDocument document : {special, memory}) {
+  for (CloneData document : {special, memory}) {
     EXPECT_DEBUG_DEATH(EXPECT_EQ(SaveCloneFile(path, document, 0).value().Message(),
                                  path + ": the data cannot be encoded"),
                        "encodable");
@@ -185,7 +181,7 @@ TEST(CloneFile, OddDigitsAreWorthAWord) {
   for (const auto& [line, character, what] : cases) {
     Lines lines = DefaultLines();
     lines[line][character - 1] = 'x';
-    CloneDocument document = FreshDocument();
+    CloneData document = FreshData();
     const OpenResult result = OpenCloneText(Joined(lines), "a.Q40", document);
     EXPECT_FALSE(result.problem);
     ASSERT_EQ(result.odd_digit.has_value(), what != nullptr) << line;
@@ -242,16 +238,13 @@ TEST(CloneFile, TheOldFileSurvivesTheFailureOfEveryCall) {
     test::Store(path, "the only copy");
     std::filesystem::permissions(path, std::filesystem::perms::set_uid,
                                  std::filesystem::perm_options::add);
-    CloneDocument document = FreshDocument();
-    document.SettingsChanged = document.MemoryChanged = true;
+    CloneData document = FreshData();
     FailingFiles files;
     files.fail_at = call;
     files.loses_bytes = call == 0;
     const auto problem = SaveCloneFile(path, document, 0, files);
     EXPECT_EQ(folder.FileCount(), 1U) << call;
     ASSERT_EQ(problem.has_value(), call <= kCalls) << call;
-    EXPECT_EQ(document.SettingsChanged, problem.has_value()) << call;
-    EXPECT_EQ(document.MemoryChanged, problem.has_value()) << call;
     EXPECT_EQ(test::Content(path), problem ? "the only copy" : Joined(DefaultLines())) << call;
     if (!problem) continue;
     const char* const why = call == 0 ? "only 5 of 15504 bytes" : "No space left";

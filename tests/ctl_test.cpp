@@ -25,7 +25,7 @@ TEST_F(Ctl, IdentifyReadDiffWrite) {
   EXPECT_EQ(Run({"diff", folder_ / "a.Q40", folder_ / "b.Q40"}).code, 0);
   EXPECT_EQ(test::Content(folder_ / "a.Q40"), test::Content(folder_ / "b.Q40"));
 
-  const std::string other = Save("other.Q40", FreshDocument());
+  const std::string other = Save("other.Q40", FreshData());
   EXPECT_EQ(Run({"write", "-p", "1", other}).code, 0);
   EXPECT_EQ(Run({"read", "-p", "1", "--force", folder_ / "b.Q40"}).code, 0);
   EXPECT_EQ(Run({"diff", other, folder_ / "b.Q40"}).code, 0);
@@ -33,7 +33,7 @@ TEST_F(Ctl, IdentifyReadDiffWrite) {
 }
 
 TEST_F(Ctl, ReadKeepsWhatItIsNotToldToReplace) {
-  CloneDocument mine = FreshDocument();
+  CloneData mine = FreshData();
   mine.dial[0] = "777";
   const std::string path = Save("a.Q40", mine);
   const std::string before = test::Content(path);
@@ -41,7 +41,7 @@ TEST_F(Ctl, ReadKeepsWhatItIsNotToldToReplace) {
   EXPECT_EQ(test::Content(path), before);
 
   EXPECT_EQ(Run({"read", "-p", "1", "--only", "memory", path}).code, 0);
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   ASSERT_FALSE(OpenCloneFile(path, document).problem);
   EXPECT_EQ(document.dial[0], "777");
   EXPECT_EQ(document.image.MemoryTable[0], test::RandomDocument(21).image.MemoryTable[0]);
@@ -60,7 +60,7 @@ TEST_F(Ctl, ReadKeepsWhatItIsNotToldToReplace) {
 
 // What faults make of a command: its exit code, its time, and what became of file and radio.
 TEST_F(Ctl, FaultTable) {
-  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string path = Save("a.Q40", FreshData());
   const std::string before = test::Content(path);
   using Words = std::vector<std::string>;
   const Words identify = {"identify", "-p", "1"};
@@ -111,7 +111,7 @@ TEST_F(Ctl, FaultTable) {
 }
 
 TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
-  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string path = Save("a.Q40", FreshData());
   const struct {
     const char* fault;
     const char* words;
@@ -158,7 +158,7 @@ std::string WithoutRptFrequencies(const std::string& path) {
 
 // What a write with a net leaves in radio and file, whatever the radio does.
 TEST_F(Ctl, WriteWithANet) {
-  CloneDocument mine = FreshDocument();
+  CloneData mine = FreshData();
   mine.settings.Slider1 = 31;
   const std::string path = Save("a.Q40", mine);
   const std::string backup = folder_ / "kept here.Q40";
@@ -206,7 +206,7 @@ TEST_F(Ctl, WriteWithANet) {
 
 // Some digits are written in lower case; the radio answers in capitals.
 TEST_F(Ctl, AVerificationSeesValuesAndNoLetters) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   document.image.MemoryTable[3] = document.image.TemplateChannel();
   document.image.MemoryTable[3].Set(ChannelKind::kMemory, Field::kName, 1, "A(B)");
   document.image.ChannelInUse[3] = true;
@@ -216,7 +216,7 @@ TEST_F(Ctl, AVerificationSeesValuesAndNoLetters) {
 
 // What a file stores and opening drops is found in the file.
 TEST_F(Ctl, LintReadsWhatTheFileStores) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   document.image.MemoryTable[3] = document.image.TemplateChannel();
   document.image.ChannelInUse[3] = true;
   const std::string path = Save("a.Q40", document);
@@ -245,7 +245,7 @@ TEST_F(Ctl, LintReadsWhatTheFileStores) {
 }
 
 TEST_F(Ctl, AFileThatAppearsMeanwhileIsNotReplaced) {
-  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string path = Save("a.Q40", FreshData());
   const std::string taken = folder_ / "taken.Q40";
   on_open_ = [&] { test::Store(taken, "precious"); };
   EXPECT_EQ(Run({"read", "-p", "1", taken}).code, kExitCannotWrite);
@@ -258,7 +258,7 @@ TEST_F(Ctl, AFileThatAppearsMeanwhileIsNotReplaced) {
 }
 
 TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
-  const std::string path = Save("a.Q40", FreshDocument());
+  const std::string path = Save("a.Q40", FreshData());
   const std::string memory(radio_->memory().raw());
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", path, path}).code, kExitUsage);
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", folder_ / "nowhere/b.Q40", path}).code,
@@ -319,8 +319,8 @@ TEST_F(Ctl, NewShowCheckDiff) {
 }
 
 TEST_F(Ctl, DiffNamesWhatNoControlShows) {
-  CloneDocument a = test::RandomDocument(2);
-  CloneDocument b = a;
+  CloneData a = test::RandomDocument(2);
+  CloneData b = a;
   b.image.SettingsLine[0].replace(6, 2, "5C");        // byte 3, carried through
   b.settings.chkChannel = 1 - a.settings.chkChannel;  // byte 4 follows
   b.settings.cmbVod = 1 - a.settings.cmbVod;
@@ -334,7 +334,7 @@ TEST_F(Ctl, DiffNamesWhatNoControlShows) {
 }
 
 TEST_F(Ctl, Lint) {
-  const std::string fresh = Save("fresh.Q40", FreshDocument());
+  const std::string fresh = Save("fresh.Q40", FreshData());
   const Result clean = Run({"lint", fresh});
   EXPECT_EQ(clean.code, 0) << clean.out;
   EXPECT_EQ(clean.out, "");

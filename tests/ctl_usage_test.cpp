@@ -65,9 +65,9 @@ TEST_F(Ctl, NothingSteersTheTerminal) {
   const std::string nasty = "\x1B\x7F\x9B\xC2\x9B\xE2\x80\xAE\xC0\x9B\xED\xA0\x80K\xC3\xB6ln";
   const std::string escaped =
       "\\x1B\\x7F\\x9B\\xC2\\x9B\\xE2\\x80\\xAE\\xC0\\x9B\\xED\\xA0\\x80K\xC3\xB6ln";
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   document.dial[0] = nasty;
-  const std::string plain = Save("plain.Q40", FreshDocument());
+  const std::string plain = Save("plain.Q40", FreshData());
   const std::string path = Save(nasty, document);
   const std::string missing = path + "?";
   setenv("RXQ40_COM14", nasty.c_str(), 1);

@@ -101,8 +101,8 @@ std::string Unquoted(const std::string& cell) {
   return quoted ? cell.substr(1, cell.size() - 2) : std::string();
 }
 
-CloneDocument Example() {
-  CloneDocument document = FreshDocument();
+CloneData Example() {
+  CloneData document = FreshData();
   EXPECT_FALSE(OpenCloneFile(kExamples + "radio.Q40", document).problem);
   return document;
 }
@@ -115,7 +115,7 @@ std::string ManualPage() {
 }
 
 TEST(Documents, ExampleFilesAreTheSimulatedRadio) {
-  const CloneDocument demo = DemoDocument();
+  const CloneData demo = DemoDocument();
   RadioMemory memory;
   StoreDocument(demo, memory);
   std::string why;
@@ -127,8 +127,8 @@ TEST(Documents, ExampleFilesAreTheSimulatedRadio) {
 
 // "  3  0123..." lines: number and content of a clone-file line.
 TEST(Documents, CloneFileLines) {
-  CloneDocument t = FreshDocument();
-  CloneDocument e = FreshDocument();
+  CloneData t = FreshData();
+  CloneData e = FreshData();
   ChangeModel(e, 1);
   const std::pair<const char*, std::string> kinds[] = {
       {"text clone-lines", test::Content(kExamples + "radio.Q40")},
@@ -248,7 +248,7 @@ TEST(Documents, ManualPageOfTheList) {
   std::erase_if(list,
                 [](auto& l) { return !l.starts_with("MODEL,") && !l.starts_with("RX-Q40,"); });
   EXPECT_EQ(list.size(), 3U);
-  CloneImage image = FreshDocument().image;
+  CloneImage image = FreshData().image;
   ImportChannels(Joined(list), image);
   std::string exported = ExportChannels(image);
   std::erase(exported, '"');
@@ -261,7 +261,7 @@ TEST(Documents, ManualPageOfTheList) {
 // The program reads and writes a simulated radio. What the document shows is a part of what went over
 // the cable, direction and bytes; only the 16-byte commands, which nothing sends here, are sent apart.
 TEST(Documents, ExchangesRunAsShown) {
-  CloneDocument document = Example();
+  CloneData document = Example();
   SimulatedRadio radio({document.model, document.image.VersionA ? 'A' : '0', 0, {}});
   StoreDocument(document, radio.memory());
   test::ScriptedLink line;
@@ -272,8 +272,9 @@ TEST(Documents, ExchangesRunAsShown) {
     cable += '>' + sent + '<' + reply;
     return {{reply}};
   };
-  test::FakeHost host(document);
-  Sequences sequences(line.link, document, host);
+  CloneDocument read(document);
+  test::FakeHost host(read);
+  Sequences sequences(line.link, read, host, &host);
   EXPECT_EQ(sequences.ReadAll().outcome, Outcome::kDone);
   EXPECT_EQ(sequences.WriteAll().acknowledged.size(), 227U);
 

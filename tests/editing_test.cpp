@@ -1,8 +1,11 @@
 // The rules of the edit dialog, what its controls hold, and the commands on the list of channels.
 #include <algorithm>
+#include <functional>
 
 #include <gtest/gtest.h>
 
+#include "document/clone_document.h"
+#include "document/defaults.h"
 #include "document/dialog_values.h"
 #include "document/edit_rules.h"
 #include "document/memory_edit.h"
@@ -11,6 +14,8 @@
 
 namespace q40 {
 namespace {
+
+using V = SettingsValues;
 
 using enum Field;
 
@@ -249,6 +254,77 @@ TEST(MemoryEdit, ClearingALimitReachesTheStoreOfTheShownBand) {
   expected.ShownPresent = {true, false};
   SetStoredPresent(expected, Band::kUhf, {true, false});
   EXPECT_EQ(image, expected);
+}
+
+// ---- the document: what each operation does to the flags, and whom it tells of what
+
+class Listener final : public DocumentListener {
+ public:
+  std::string heard;  // of each notice, in order
+  void DocumentChanged(const DocumentChange& change) override {
+    heard += '[';
+    if (change.last_channel >= change.first_channel) {
+      heard += std::to_string(change.first_channel) + '-' + std::to_string(change.last_channel);
+    }
+    const std::pair<bool, const char*> parts[] = {
+        {change.as_read, " read"},      {change.special_channels, " special"},
+        {change.settings, " settings"}, {change.dial, " dial"},
+        {change.model, " model"},       {change.anew, " anew"}};
+    for (const auto& [is_set, name] : parts) heard += is_set ? name : "";
+    heard += ']';
+  }
+};
+
+// Intended oddities: Clear All and Clear PH set one flag only, a special channel the other one, the
+// band none; some settings do not count; what was read of a radio counts when all channels are there.
+TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
+  using D = CloneDocument;
+  const std::string digits(64, '0');
+  const struct {
+    const char* name;
+    std::function<void(D&)> run;
+    const char* flags;  // after the operation on a document without changes
+    const char* heard;
+  } cases[] = {
+      {"insert", [](D& d) { d.InsertChannel(3); }, "SM", "[3-209]"},
+      {"delete", [](D& d) { d.DeleteChannel(3); }, "SM", "[3-209]"},
+      {"clear", [](D& d) { d.ClearChannel(3); }, "SM", "[3-3]"},
+      {"clear all", [](D& d) { d.ClearAllChannels(); }, "-M", "[0-209]"},
+      {"edit", [](D& d) { d.StoreMemoryChannel(209, {}); }, "SM", "[209-209]"},
+      {"edit PH", [](D& d) { d.StoreSpecialChannel(kPhRow, {}); }, "S-", "[ special]"},
+      {"clear PH", [](D& d) { d.ClearLimit(kPhRow); }, "-M", "[ special]"},
+      {"band", [](D& d) { d.ChooseBand(Band::kUhf); }, "--", "[ special]"},
+      {"setting", [](D& d) { d.ChangeSetting(SettingOf(&V::cmbTOT), 3); }, "S-", "[]"},
+      {"quiet setting", [](D& d) { d.ChangeSetting(SettingOf(&V::chkVoxEn), 1); }, "--", "[]"},
+      {"loose setting", [](D& d) { d.ChangeLooseSetting(); }, "S-", "[]"},
+      {"dialer", [](D& d) { d.ChangeDialText(9, "1"); }, "S-", "[]"},
+      {"the same model", [](D& d) { d.ChangeModel(0); }, "--", ""},
+      {"another model", [](D& d) { d.ChangeModel(1); }, "--",
+       "[0-209 special settings dial model anew]"},
+      {"lines",
+       [&](D& d) {
+         d.TakeSettingsLines({digits, digits, digits, digits});
+       },
+       "S-", "[ settings]"},
+      {"channel", [&](D& d) { EXPECT_FALSE(d.TakeMemoryChannel(7, digits)); }, "--", "[7-7 read]"},
+      {"all channels", [](D& d) { d.FinishMemoryRead(); }, "-M", ""},
+  };
+  for (const auto& c : cases) {
+    Listener listener;
+    D document;
+    document.SetListener(&listener);
+    c.run(document);
+    const std::string flags = std::string(document.SettingsChanged() ? "S" : "-") +
+                              (document.MemoryChanged() ? "M" : "-");
+    EXPECT_EQ(flags, c.flags) << c.name;
+    EXPECT_EQ(listener.heard, c.heard) << c.name;
+    for (const auto anew : {+[](D& d) { d.New(); }, +[](D& d) { d.Open(FreshData()); },
+                            +[](D& d) { d.Import(d.image()); }}) {
+      c.run(document);
+      anew(document);
+      EXPECT_FALSE(document.HasChanges()) << c.name;
+    }
+  }
 }
 
 }  // namespace

@@ -117,13 +117,13 @@ class Talk : public test::FakeTime {
             [this](test::TimePoint at) { wake_ = std::min(wake_.value_or(at), at); }),
         link_(port_, Timers(), pump),
         host_(document_),
-        sequences_(link_, document_, host_) {
+        sequences_(link_, document_, host_, &host_) {
     radio_.memory() = TheirMemory();
     pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
   }
 
-  static const CloneDocument& Mine() {
-    static const CloneDocument mine = Document(1);
+  static const CloneData& Mine() {
+    static const CloneData mine = Document(1);
     return mine;
   }
   static const RadioMemory& TheirMemory() {
@@ -138,14 +138,14 @@ class Talk : public test::FakeTime {
   SimulatedRadio radio_;
   std::optional<test::TimePoint> wake_;
   SimulatedPort port_;
-  CloneDocument document_ = Mine();
+  CloneDocument document_{Mine()};
   Link link_;
   test::FakeHost host_;
   Sequences sequences_;
 
  private:
-  static CloneDocument Document(unsigned seed) {
-    CloneDocument document = test::RandomDocument(seed);
+  static CloneData Document(unsigned seed) {
+    CloneData document = test::RandomDocument(seed);
     document.model = 0;
     document.image.VersionA = false;
     return document;
@@ -160,8 +160,8 @@ class Talk : public test::FakeTime {
 
 // What a read that ends before exchange `failing` leaves behind: settings, each band's channels and
 // each dialer unit arrive as a whole or not at all.
-CloneDocument AfterRead(CloneDocument document, const std::vector<Exchange>& exchanges,
-                        std::size_t failing) {
+CloneData AfterRead(CloneData document, const std::vector<Exchange>& exchanges,
+                    std::size_t failing) {
   const auto done = [&](std::size_t last) { return failing > last; };
   for (std::size_t i = 0; i < std::min(failing, exchanges.size()); ++i) {
     if (exchanges[i].kind != kRead) continue;
@@ -219,9 +219,9 @@ void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const Sequen
     EXPECT_EQ(report.where, Unit::At(exchanges[expected.failing].address)->Name());
   }
   if (writes) {
-    EXPECT_EQ(run.document_.image.MemoryTable, Talk::Mine().image.MemoryTable);
-    EXPECT_EQ(run.document_.image.ChannelInUse, Talk::Mine().image.ChannelInUse);
-    EXPECT_FALSE(run.document_.SettingsChanged || run.document_.MemoryChanged);
+    EXPECT_EQ(run.document_.image().MemoryTable, Talk::Mine().image.MemoryTable);
+    EXPECT_EQ(run.document_.image().ChannelInUse, Talk::Mine().image.ChannelInUse);
+    EXPECT_FALSE(run.document_.SettingsChanged() || run.document_.MemoryChanged());
     // The units before the failure are in the radio, those behind it are as before.
     if (!wrong_data) {
       EXPECT_EQ(Units(run.radio_.memory(), exchanges, 0, expected.failing),
@@ -234,13 +234,13 @@ void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const Sequen
   }
   if (!reads) return;
   const bool memory = exchanges[1].kind == kRead && exchanges[1].address >= 0x0200;
-  EXPECT_EQ(run.document_.SettingsChanged, !memory && expected.failing > 2);
-  EXPECT_EQ(run.document_.MemoryChanged, memory && done);
+  EXPECT_EQ(run.document_.SettingsChanged(), !memory && expected.failing > 2);
+  EXPECT_EQ(run.document_.MemoryChanged(), memory && done);
   if (wrong_data) return;
-  const CloneDocument after = AfterRead(Talk::Mine(), exchanges, expected.failing);
-  EXPECT_TRUE(run.document_.image == after.image);
-  EXPECT_EQ(run.document_.settings, after.settings);
-  EXPECT_EQ(run.document_.dial, after.dial);
+  const CloneData after = AfterRead(Talk::Mine(), exchanges, expected.failing);
+  EXPECT_TRUE(run.document_.image() == after.image);
+  EXPECT_EQ(run.document_.settings(), after.settings);
+  EXPECT_EQ(run.document_.dial(), after.dial);
 }
 
 void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at, bool stays) {

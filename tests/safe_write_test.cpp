@@ -19,19 +19,19 @@ bool Heard(const Radio& radio, const std::string& start) {
 
 TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
   Radio radio;
-  radio.document = test::RandomDocument(41);
-  radio.document.model = 0;
-  radio.document.image.VersionA = false;
+  radio.held = test::RandomDocument(41);
+  radio.held.model = 0;
+  radio.held.image.VersionA = false;
   radio.data["0200"] = "80" + std::string(62, '0');
-  std::optional<CloneDocument> backup;
-  const WriteNet net{[&](const CloneDocument& held) {
+  std::optional<CloneData> backup;
+  const WriteNet net{[&](const CloneData& held) {
                        EXPECT_FALSE(Heard(radio, "RXQ40"));        // before anything is written
                        EXPECT_EQ(radio.host.version_letter, 'A');  // the document says 0
                        backup = held;
                        return true;
                      },
                      true};
-  const CloneDocument before = radio.document;
+  const CloneData before = radio.held;
   const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, Half::kBoth, net);
   EXPECT_EQ(result.stage, Stage::kVerify);
   EXPECT_EQ(result.last.outcome, Outcome::kDone);
@@ -43,7 +43,7 @@ TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
   EXPECT_EQ(radio.port.sent.size(), 231U + 233U + 229U);
   EXPECT_EQ(radio.port.sent[231].bytes, "RXQ40\r\n");
   EXPECT_EQ(radio.host.begins, 5);
-  EXPECT_EQ(radio.document.image.MemoryTable, before.image.MemoryTable);
+  EXPECT_EQ(radio.held.image.MemoryTable, before.image.MemoryTable);
   EXPECT_EQ(radio.host.shown.size(), 0U);  // the backup's data is not shown
 }
 
@@ -65,8 +65,8 @@ TEST(SafeWrite, WithoutANetItIsTheWrite) {
 }
 
 TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
-  const WriteNet refuses{[](const CloneDocument&) { return false; }, true};
-  const WriteNet keeps{[](const CloneDocument&) { return true; }, true};
+  const WriteNet refuses{[](const CloneData&) { return false; }, true};
+  const WriteNet keeps{[](const CloneData&) { return true; }, true};
   const struct {
     const char* identity;
     const WriteNet& net;
@@ -100,8 +100,8 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
 TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
   Radio radio;
   radio.deaf_to = "1D00";
-  radio.document.dial[1] = "12";
-  radio.document.dial[0] = "";
+  radio.held.dial[1] = "12";
+  radio.held.dial[0] = "";
   const WriteResult result =
       SafeWrite(radio.link, radio.document, radio.host, Half::kSettings, {nullptr, true});
   EXPECT_EQ(result.stage, Stage::kVerify);

@@ -1,5 +1,6 @@
 #include "link/sequences.h"
 
+#include "document/defaults.h"
 #include "radio/channel_codec.h"
 #include "radio/settings_codec.h"
 #include "support/random_document.h"
@@ -10,6 +11,7 @@ namespace {
 
 using test::milliseconds;
 using test::Radio;
+using test::SetChanged;
 
 // Addresses in the order in which they go over the wire, written out by hand.
 const std::vector<std::string> kSettingsOrder = {"0020", "0040", "00C0", "0180", "01A0", "0120",
@@ -51,8 +53,8 @@ TEST(ReadMemory, SendsExactlyItsCommandsWithoutPauses) {
   EXPECT_EQ(radio.Pauses(), pauses);
   ASSERT_EQ(radio.host.progress.size(), 210U);
   for (int n = 0; n < 210; ++n) EXPECT_EQ(radio.host.progress[static_cast<std::size_t>(n)], n);
-  EXPECT_EQ(radio.host.shown.front(), "memory 0");
-  EXPECT_EQ(radio.host.shown.back(), "memory 209");
+  EXPECT_EQ(radio.host.shown.front(), 0);
+  EXPECT_EQ(radio.host.shown.back(), 209);
 }
 
 TEST(ReadSettings, PutsEverythingInItsPlace) {
@@ -65,10 +67,10 @@ TEST(ReadSettings, PutsEverythingInItsPlace) {
                 {"01C0", "80000002043300000000600008080000" + std::string(32, '0')},
                 {"1D60", "313233" + std::string(26, '0') + "4142433F" + std::string(24, '0')}};
   EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kDone);
-  const CloneImage& image = radio.document.image;
-  EXPECT_EQ(radio.document.model, 1);
+  const CloneImage& image = radio.held.image;
+  EXPECT_EQ(radio.held.model, 1);
   EXPECT_TRUE(image.VersionA);
-  EXPECT_EQ(radio.document.settings.Slider1, 20);
+  EXPECT_EQ(radio.held.settings.Slider1, 20);
   EXPECT_EQ(image.SettingsLine[1], "01010100030000004002000009000001");
   EXPECT_EQ(image.SettingsLine[3].substr(0, 4), "7700");
   EXPECT_EQ(image.VhfSpecialSet[1].cellText[0], "146.0000");
@@ -76,10 +78,10 @@ TEST(ReadSettings, PutsEverythingInItsPlace) {
   EXPECT_EQ(StoredPresent(image, Band::kVhf), (PresentPair{false, true}));
   EXPECT_EQ(image.ShownSpecialSet, image.VhfSpecialSet);
   EXPECT_EQ(image.ShownPresent, (PresentPair{false, true}));
-  EXPECT_EQ(radio.document.dial[6], "123");
-  EXPECT_EQ(radio.document.dial[7], "#");
-  EXPECT_TRUE(radio.document.SettingsChanged);
-  EXPECT_FALSE(radio.document.MemoryChanged);
+  EXPECT_EQ(radio.held.dial[6], "123");
+  EXPECT_EQ(radio.held.dial[7], "#");
+  EXPECT_TRUE(radio.document.SettingsChanged());
+  EXPECT_FALSE(radio.document.MemoryChanged());
 }
 
 // Answers to KX~WHO and what becomes of them.
@@ -103,10 +105,10 @@ TEST(Identify, Replies) {
   for (const auto& c : cases) {
     Radio radio;
     radio.identity = c.identity;
-    radio.document.image.VersionA = true;
+    radio.held.image.VersionA = true;
     EXPECT_EQ(radio.sequences.Identify().outcome, c.outcome) << c.identity;
-    EXPECT_EQ(radio.document.model, c.model) << c.identity;
-    EXPECT_EQ(radio.document.image.VersionA, c.version_a) << c.identity;
+    EXPECT_EQ(radio.held.model, c.model) << c.identity;
+    EXPECT_EQ(radio.held.image.VersionA, c.version_a) << c.identity;
     EXPECT_EQ(radio.port.sent.size(), 1U);
     EXPECT_EQ(radio.host.ends.size(), 1U);
   }
@@ -115,20 +117,20 @@ TEST(Identify, Replies) {
 TEST(AutoSelect, ResetsFirstAndLoadsTheSpecialChannelsOfTheModel) {
   Radio radio;
   radio.identity = "RXQ40x2Ax";
-  radio.document.MemoryChanged = true;
-  radio.document.image.ChannelInUse[0] = true;
+  SetChanged(radio.document, false, true);
+  radio.held.image.ChannelInUse[0] = true;
   EXPECT_EQ(radio.sequences.AutoSelect().outcome, Outcome::kDone);
   EXPECT_EQ(radio.host.save_questions, 1);
-  EXPECT_EQ(radio.document.model, 2);
-  EXPECT_EQ(radio.document.image.UhfSpecialSet[0].cellText[0], "415.0000");
-  EXPECT_FALSE(radio.document.image.ChannelInUse[0]);
+  EXPECT_EQ(radio.held.model, 2);
+  EXPECT_EQ(radio.held.image.UhfSpecialSet[0].cellText[0], "415.0000");
+  EXPECT_FALSE(radio.held.image.ChannelInUse[0]);
   EXPECT_EQ(radio.Sent(), std::vector<std::string>{"KX~WHO\r\n"});  // no End command
 
   radio.identity = "RXQ40x3Ax";
-  radio.document.image.ChannelInUse[0] = true;
+  radio.held.image.ChannelInUse[0] = true;
   EXPECT_EQ(radio.sequences.AutoSelect().outcome, Outcome::kCommunicationError);
-  EXPECT_EQ(radio.document.model, 2);
-  EXPECT_FALSE(radio.document.image.ChannelInUse[0]);
+  EXPECT_EQ(radio.held.model, 2);
+  EXPECT_FALSE(radio.held.image.ChannelInUse[0]);
 }
 
 TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
@@ -144,8 +146,7 @@ TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
       {&Sequences::WriteAll, true, true, false}};
   for (const auto& c : cases) {
     Radio radio;
-    radio.document.SettingsChanged = c.settings;
-    radio.document.MemoryChanged = c.memory;
+    SetChanged(radio.document, c.settings, c.memory);
     radio.host.answer_save = false;
     const SequenceReport report = (radio.sequences.*c.run)();
     EXPECT_EQ(radio.host.save_questions, c.asks ? 1 : 0);
@@ -153,8 +154,8 @@ TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
     EXPECT_EQ(radio.port.sent.empty(), c.asks);
     EXPECT_EQ(radio.host.begins, static_cast<int>(radio.host.ends.size()));
     if (c.asks) {
-      EXPECT_EQ(radio.document.SettingsChanged, c.settings);
-      EXPECT_EQ(radio.document.MemoryChanged, c.memory);
+      EXPECT_EQ(radio.document.SettingsChanged(), c.settings);
+      EXPECT_EQ(radio.document.MemoryChanged(), c.memory);
     }
   }
 }
@@ -162,14 +163,14 @@ TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
 TEST(Questions, SavedChangesAreNoReasonToStop) {
   for (const auto run : {&Sequences::ReadSettings, &Sequences::ReadMemory}) {
     Radio radio;
-    radio.document.SettingsChanged = radio.document.MemoryChanged = true;
+    SetChanged(radio.document, true, true);
     radio.answers["0020"] = radio.answers["0200"] = "";
     EXPECT_EQ((radio.sequences.*run)().outcome, Outcome::kCommunicationError);
     EXPECT_EQ(radio.host.save_questions, 1);
     // What was saved, or given up, counts as unchanged also when the read fails.
     const bool settings = run == &Sequences::ReadSettings;
-    EXPECT_EQ(radio.document.SettingsChanged, !settings);
-    EXPECT_EQ(radio.document.MemoryChanged, settings);
+    EXPECT_EQ(radio.document.SettingsChanged(), !settings);
+    EXPECT_EQ(radio.document.MemoryChanged(), settings);
   }
 }
 
@@ -177,19 +178,19 @@ TEST(Questions, TheModelChangeFindsTheOldDataAndCancelLeavesIt) {
   Radio radio;
   radio.identity = "RXQ40x10x";
   radio.host.answer_select = false;
-  radio.document.MemoryChanged = true;
-  radio.document.image.VersionA = true;
-  const CloneImage before = radio.document.image;
+  SetChanged(radio.document, false, true);
+  radio.held.image.VersionA = true;
+  const CloneImage before = radio.held.image;
   EXPECT_EQ(radio.sequences.ReadSettings().outcome, Outcome::kCancelled);
   EXPECT_TRUE(radio.host.version_a_at_question);
-  EXPECT_EQ(radio.document.image, before);
-  EXPECT_EQ(radio.document.model, 0);
+  EXPECT_EQ(radio.held.image, before);
+  EXPECT_EQ(radio.held.model, 0);
   EXPECT_EQ(radio.port.sent.size(), 1U);
 }
 
 TEST(ReadAll, AsksOnceAndStopsAfterAFailedFirstHalf) {
   Radio radio;
-  radio.document.SettingsChanged = radio.document.MemoryChanged = true;
+  SetChanged(radio.document, true, true);
   EXPECT_EQ(radio.sequences.ReadAll().outcome, Outcome::kDone);
   EXPECT_EQ(radio.host.save_questions, 1);
   EXPECT_EQ(radio.port.sent.size(), 19U + 212U);
@@ -197,18 +198,18 @@ TEST(ReadAll, AsksOnceAndStopsAfterAFailedFirstHalf) {
   Radio second;
   second.answers["0040"] = "";
   EXPECT_EQ(second.sequences.ReadAll().outcome, Outcome::kCommunicationError);
-  EXPECT_EQ(second.document.image.SettingsLine, FreshDocument().image.SettingsLine);
-  EXPECT_FALSE(second.document.SettingsChanged);
+  EXPECT_EQ(second.held.image.SettingsLine, FreshData().image.SettingsLine);
+  EXPECT_FALSE(second.document.SettingsChanged());
 }
 
 TEST(ReadAll, AFailedFirstHalfLeavesTheChannelsUnsavedUnlessTheModelChanged) {
   for (const bool other_model : {false, true}) {
     Radio radio;
-    radio.document.MemoryChanged = true;  // the answer was to save nothing
+    SetChanged(radio.document, false, true);  // the answer was to save nothing
     radio.identity = other_model ? "RXQ40x1Ax" : "RXQ40x0Ax";
     radio.answers["0020"] = "";
     EXPECT_EQ(radio.sequences.ReadAll().outcome, Outcome::kCommunicationError);
-    EXPECT_EQ(radio.document.MemoryChanged, !other_model);
+    EXPECT_EQ(radio.document.MemoryChanged(), !other_model);
   }
 }
 
@@ -218,7 +219,7 @@ TEST(ReadMemory, AnIndexOutsideItsListIsACommunicationError) {
   const SequenceReport settings = special.sequences.ReadSettings();
   EXPECT_EQ(settings.outcome, Outcome::kCommunicationError);
   EXPECT_EQ(settings.where, "VHF special channel CALL");
-  EXPECT_EQ(special.document.image.VhfSpecialSet, FreshDocument().image.VhfSpecialSet);
+  EXPECT_EQ(special.held.image.VhfSpecialSet, FreshData().image.VhfSpecialSet);
 
   Radio radio;
   radio.data["0220"] = "800000000145500000006000FF080000" + std::string(32, '0');
@@ -280,7 +281,7 @@ TEST(Replies, DamagedOnesOfTheRightLengthAreNamed) {
 TEST(Write, SendsNothingButDigits) {
   for (const auto run : {&Sequences::WriteSettings, &Sequences::WriteAll}) {
     Radio radio;
-    radio.document.image.SettingsLine[3] = std::string(31, '0') + 'Z';
+    radio.held.image.SettingsLine[3] = std::string(31, '0') + 'Z';
     const SequenceReport report = (radio.sequences.*run)();
     EXPECT_EQ(report.outcome, Outcome::kDataError);
     EXPECT_EQ(report.where, "settings area 2");
@@ -293,15 +294,15 @@ TEST(Write, SendsNothingButDigits) {
 
 TEST(Write, SendsExactlyItsCommandsDataAndPauses) {
   Radio radio;
-  radio.document = test::RandomDocument(11);
-  radio.document.model = 0;
-  radio.document.SettingsChanged = true;
-  radio.document.image.VersionA = true;
-  const CloneDocument before = radio.document;
+  radio.held = test::RandomDocument(11);
+  radio.held.model = 0;
+  SetChanged(radio.document, true, false);
+  radio.held.image.VersionA = true;
+  const CloneData before = radio.held;
   EXPECT_EQ(radio.sequences.WriteSettings().outcome, Outcome::kDone);
   EXPECT_EQ(radio.sequences.WriteMemory().outcome, Outcome::kDone);
 
-  const CloneImage& image = radio.document.image;
+  const CloneImage& image = radio.held.image;
   std::vector<std::string> data = {image.SettingsLine[0] + image.SettingsLine[1],
                                    image.SettingsLine[2] + image.SettingsLine[3]};
   for (const Band band : kBands) {
@@ -312,8 +313,8 @@ TEST(Write, SendsExactlyItsCommandsDataAndPauses) {
     }
   }
   for (int unit = 0; unit < 5; ++unit) {
-    data.push_back(MakeDialData(radio.document.dial, 2 * unit) +
-                   MakeDialData(radio.document.dial, 2 * unit + 1));
+    data.push_back(MakeDialData(radio.held.dial, 2 * unit) +
+                   MakeDialData(radio.held.dial, 2 * unit + 1));
   }
   std::vector<std::string> expected = {"RXQ40\r\n", "KX~WHO\r\n"};
   for (std::size_t i = 0; i < kSettingsOrder.size(); ++i) {
@@ -335,24 +336,24 @@ TEST(Write, SendsExactlyItsCommandsDataAndPauses) {
   pauses[1] = 0;  // none between the identification and the first settings unit
   EXPECT_EQ(radio.Pauses(), pauses);
 
-  CloneDocument after = radio.document;
+  CloneData after = radio.held;
   EXPECT_FALSE(after.image.VersionA);
   after.image.VersionA = true;
   EXPECT_EQ(after.image, before.image);  // the stores keep their own RPT frequency
-  EXPECT_TRUE(after.SettingsChanged);
-  EXPECT_FALSE(after.MemoryChanged);
+  EXPECT_TRUE(radio.document.SettingsChanged());
+  EXPECT_FALSE(radio.document.MemoryChanged());
 }
 
 TEST(Write, RefusesARadioOfAnotherModel) {
   for (const int model : {1, 3}) {
     Radio radio;
-    ChangeModel(radio.document, model);
-    radio.document.image.VersionA = true;
+    radio.document.ChangeModel(model);
+    radio.held.image.VersionA = true;
     const SequenceReport report = radio.sequences.WriteAll();
     EXPECT_EQ(report.outcome, Outcome::kWrongModel);
     EXPECT_EQ(report.radio_model, 0);
-    EXPECT_EQ(radio.document.model, model);
-    EXPECT_FALSE(radio.document.image.VersionA);
+    EXPECT_EQ(radio.held.model, model);
+    EXPECT_FALSE(radio.held.image.VersionA);
     EXPECT_EQ(radio.Sent(), (std::vector<std::string>{"RXQ40\r\n", "KX~WHO\r\n"}));
     EXPECT_EQ(radio.host.ends.size(), 1U);
   }
@@ -390,7 +391,7 @@ TEST(Sequences, APortThatCannotBeOpenedEndsThemBeforeAByte) {
     EXPECT_TRUE(radio.port.sent.empty());
     EXPECT_EQ(radio.host.begins, 1);
     EXPECT_EQ(radio.host.ends.size(), 1U);
-    EXPECT_FALSE(radio.document.SettingsChanged || radio.document.MemoryChanged);
+    EXPECT_FALSE(radio.document.SettingsChanged() || radio.document.MemoryChanged());
   }
 }
 
@@ -460,15 +461,15 @@ TEST(Sequences, TheSlowestProperRadioIsWithinTheDeadline) {
 // What was written is read back with the reads of the radio, nothing else, and changes no document.
 TEST(Verify, ReadsWhatWasWritten) {
   Radio radio;
-  radio.document.image = test::RandomDocument(3).image;
+  radio.held.image = test::RandomDocument(3).image;
   const SequenceReport write = radio.sequences.WriteSettings();
   ASSERT_EQ(write.outcome, Outcome::kDone);
-  const CloneImage before = radio.document.image;
+  const CloneImage before = radio.held.image;
   radio.port.sent.clear();
   std::vector<UnitData> found;
   EXPECT_EQ(radio.sequences.Verify(write.acknowledged, found).outcome, Outcome::kDone);
   EXPECT_EQ(radio.Sent(), ReadCommands(kSettingsOrder));
-  EXPECT_EQ(radio.document.image, before);
+  EXPECT_EQ(radio.held.image, before);
   for (std::size_t i = 0; i < found.size(); ++i) {
     EXPECT_TRUE(UnitDifferences(write.acknowledged[i], found[i]).empty()) << i;
   }
@@ -497,7 +498,7 @@ TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
     EXPECT_EQ(c.radio.sequences.Verify(written, found).outcome, c.outcome);
     EXPECT_EQ(c.radio.port.sent.size(), c.sent);
     EXPECT_EQ(found.size(), c.found);
-    EXPECT_EQ(c.radio.document.model, 0);
+    EXPECT_EQ(c.radio.held.model, 0);
   }
 }
 

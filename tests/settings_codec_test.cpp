@@ -37,7 +37,7 @@ TEST(Settings, OddBytesAreReadRepairedAndWrittenAsStated) {
       {2, 7, "01", &V::chkVoxEn, 1, "01", "AA"},   {3, 13, "55", &V::chkReverseEn, 1, "55", "AA"}};
   for (const auto& c : cases) {
     const auto at = 2 * static_cast<std::size_t>(c.byte);
-    CloneImage image = FreshDocument().image;
+    CloneImage image = FreshData().image;
     std::string& line = image.SettingsLine[static_cast<std::size_t>(c.line)];
     line = ReplaceByte(line, c.digits, c.byte);
     const V values = DecodeSettings(image);
@@ -115,7 +115,7 @@ TEST(Settings, BytesWithoutAControlAreKeptOrForced) {
 }
 
 TEST(Settings, StartChannelFollowsChannelModeUseAndParity) {
-  CloneImage image = FreshDocument().image;
+  CloneImage image = FreshData().image;
   const auto start = [&](int channel_mode) {
     EncodeSettings({.chkChannel = channel_mode}, image);
     return image.SettingsLine[0].substr(8, 2);
@@ -175,7 +175,7 @@ TEST(Defaults, DependOnTheModel) {
       {2, 0, "415.0000", "5.0000", "01000000000000000000000002000001"},
       {3, 0, "415.0000", "5.0000", "01000000000000000000000002000001"}};
   for (const auto& [model, step, uhf, offset, line1] : cases) {
-    CloneDocument document = FreshDocument();
+    CloneData document = FreshData();
     ChangeModel(document, model);
     const CloneImage& image = document.image;
     EXPECT_EQ(image.SettingsLine[0], "A5000000000F03000002020000000000");
@@ -188,7 +188,7 @@ TEST(Defaults, DependOnTheModel) {
 }
 
 TEST(Defaults, ResetKeepsWhatNewKeeps) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   document.dial[0] = "123";
   document.image.VersionA = true;
   ShowBand(document.image, Band::kUhf);
@@ -197,21 +197,18 @@ TEST(Defaults, ResetKeepsWhatNewKeeps) {
     document.image.MemoryTable[n].cellText[0] = "146.0000";
   }
   for (const Band band : kBands) SetStoredPresent(document.image, band, {true, true});
-  document.SettingsChanged = document.MemoryChanged = true;
   ResetToDefaults(document);
-  EXPECT_TRUE(document.SettingsChanged && document.MemoryChanged);
   EXPECT_EQ(document.dial[0], "123");
-  CloneImage expected = FreshDocument().image;
+  CloneImage expected = FreshData().image;
   expected.VersionA = true;
   ShowBand(expected, Band::kUhf);
   EXPECT_EQ(document.image, expected);
 
   document.image.ChannelInUse[5] = true;
   EXPECT_FALSE(ChangeModel(document, 0));  // the model that it is
-  EXPECT_TRUE(document.SettingsChanged && document.MemoryChanged && document.image.ChannelInUse[5]);
+  EXPECT_TRUE(document.image.ChannelInUse[5]);
   EXPECT_TRUE(ChangeModel(document, 1));
-  EXPECT_FALSE(document.SettingsChanged || document.MemoryChanged ||
-               document.image.ChannelInUse[5]);
+  EXPECT_FALSE(document.image.ChannelInUse[5]);
 }
 
 }  // namespace

@@ -31,22 +31,22 @@ struct SimulatedBench : test::FakeTime {
     for (const std::string& text : faults) options.faults.push_back(FaultOf(text));
     return options;
   }
-  static CloneDocument RadioContent() {
-    CloneDocument document = test::RandomDocument(5);
+  static CloneData RadioContent() {
+    CloneData document = test::RandomDocument(5);
     document.model = 0;
     document.image.VersionA = false;
     return document;
   }
 
-  CloneDocument in_radio = RadioContent();
+  CloneData in_radio = RadioContent();
   SimulatedRadio radio;
   std::optional<test::TimePoint> wake;
   SimulatedPort port{radio, [this] { return clock.now; },
                      [this](test::TimePoint at) { wake = std::min(wake.value_or(at), at); }};
   Link link{port, Timers(), pump};
-  CloneDocument document = FreshDocument();
+  CloneDocument document;
   test::FakeHost host{document};
-  Sequences sequences{link, document, host};
+  Sequences sequences{link, document, host, &host};
 };
 
 TEST(SimulatedRadio, PacedExchangesTakeTheTimeOfTheirBytes) {
@@ -191,7 +191,7 @@ TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
 
 TEST(RadioMemory, DocumentsThereAndBack) {
   for (unsigned seed = 0; seed < 20; ++seed) {
-    const CloneDocument document = test::RandomDocument(seed);
+    const CloneData document = test::RandomDocument(seed);
     RadioMemory memory;
     StoreDocument(document, memory);
     std::string why;

@@ -74,7 +74,7 @@ std::string NameChanges(std::string_view name) {
 // One run over one document.
 class CheckUpRun {
  public:
-  explicit CheckUpRun(const CloneDocument& document)
+  explicit CheckUpRun(const CloneData& document)
       : document_(document), image_(document.image), after_(ReadBack(document)) {}
 
   Findings Run() {
@@ -294,9 +294,9 @@ class CheckUpRun {
          transmit < 0 ? '-' + Mhz(-transmit) : Mhz(transmit), std::string(BandName(*band))});
   }
 
-  const CloneDocument& document_;
+  const CloneData& document_;
   const CloneImage& image_;
-  CloneDocument after_;
+  CloneData after_;
   Findings findings_;
   std::map<Units100Hz, int> frequencies_;  // first memory channel with it
   std::map<std::string, int> names_;
@@ -304,6 +304,6 @@ class CheckUpRun {
 
 }  // namespace
 
-Findings CheckUp(const CloneDocument& document) { return CheckUpRun(document).Run(); }
+Findings CheckUp(const CloneData& document) { return CheckUpRun(document).Run(); }
 
 }  // namespace q40

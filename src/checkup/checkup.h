@@ -17,7 +17,7 @@ namespace q40 {
 // frequencies come back.
 //
 // document.settings must hold what the settings pages show.
-Findings CheckUp(const CloneDocument& document);
+Findings CheckUp(const CloneData& document);
 
 // What units of a clone file, or of a radio, store and a document cannot hold: bytes of channels in use
 // that are opened as another value, characters that no name has, settings that are repaired. Dialer

@@ -4,7 +4,7 @@
 
 namespace q40 {
 
-void AddLosses(const CloneDocument& document, ImportReport& report) {
+void AddLosses(const CloneData& document, ImportReport& report) {
   for (const Finding& finding : CheckUp(document)) {
     const bool memory = finding.place.where == Place::Where::kMemory;
     const bool channel = memory || finding.place.where == Place::Where::kSpecial;

@@ -25,8 +25,8 @@ void ReadBackMemory(CloneImage& image, int n) {
 
 }  // namespace
 
-CloneDocument ReadBack(const CloneDocument& document) {
-  CloneDocument after = document;
+CloneData ReadBack(const CloneData& document) {
+  CloneData after = document;
   EncodeSettings(after.settings, after.image);
   after.settings = DecodeSettings(after.image);
   for (const Band band : kBands) ReadBackSpecial(after.image, band);

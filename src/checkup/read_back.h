@@ -1,7 +1,7 @@
 // A document as it comes back from where it is stored.
 #pragma once
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 
 namespace q40 {
 
@@ -9,6 +9,6 @@ namespace q40 {
 // of PH and PL, dialer memories as the radio gets them, and the memory channels in use. The bytes
 // are the same for a clone file and for the radio, the dialer memories apart. What is not in use
 // stays as it is in `document`.
-CloneDocument ReadBack(const CloneDocument& document);
+CloneData ReadBack(const CloneData& document);
 
 }  // namespace q40

@@ -48,7 +48,7 @@ struct Opened {
 
 Opened OpenMemory(const UnitData& unit, int n) {
   Opened opened{{Place::Where::kMemory, Band::kVhf, n}, ChannelKind::kMemory};
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (LoadUnit(unit, document)) return opened;
   opened.in_use = document.image.ChannelInUse[static_cast<std::size_t>(n)];
   opened.record = document.image.MemoryTable[static_cast<std::size_t>(n)];
@@ -58,7 +58,7 @@ Opened OpenMemory(const UnitData& unit, int n) {
 
 Opened OpenSpecial(const UnitData& unit, Band band, int k) {
   Opened opened{{Place::Where::kSpecial, band, k}, ChannelKind::kSpecial};
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (LoadUnit(unit, document)) return opened;
   const SpecialSet& set = SpecialStore(document.image, band);
   const PresentPair present = StoredPresent(document.image, band);
@@ -108,7 +108,7 @@ void CompareChannel(const UnitData& unit, const Opened& channel, Findings& findi
 
 // A value that its list or slider does not have is repaired when the settings are loaded.
 void CompareSettings(const UnitData& unit, int first_line, Findings& findings) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (LoadUnit(unit, document)) return;
   const auto items = Settings();
   for (std::size_t i = 0; i < items.size(); ++i) {

@@ -64,10 +64,16 @@ std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n) 
 
 SettingsValues DecodeSettings(CloneImage& image) { return DecodeSettings(image.SettingsLine); }
 
-void EncodeSettings(const SettingsValues& values, CloneImage& image) {
+SettingsLines EncodedSettings(const SettingsValues& values, const CloneImage& image) {
   const auto* const first = image.ChannelInUse.begin();
   const auto* const used = std::find(first, first + kMemoryChannelCount, true);
-  EncodeSettings(values, static_cast<int>(used - first), image.SettingsLine);
+  SettingsLines lines = image.SettingsLine;
+  EncodeSettings(values, static_cast<int>(used - first), lines);
+  return lines;
+}
+
+void EncodeSettings(const SettingsValues& values, CloneImage& image) {
+  image.SettingsLine = EncodedSettings(values, image);
 }
 
 }  // namespace q40

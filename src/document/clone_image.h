@@ -59,6 +59,8 @@ void StoreShownRow(CloneImage& image, int k);
 [[nodiscard]] std::optional<ChannelLines> EncodeMemoryChannel(const CloneImage& image, int n);
 SettingsValues DecodeSettings(CloneImage& image);
 void EncodeSettings(const SettingsValues& values, CloneImage& image);
+// The lines that EncodeSettings would give; the image stays.
+SettingsLines EncodedSettings(const SettingsValues& values, const CloneImage& image);
 
 inline int VersionOf(const CloneImage& image) { return image.VersionA ? kVersionA : kVersionPlain; }
 

@@ -53,7 +53,7 @@ SpecialSet DefaultSet(Units100Hz frequency, Units100Hz offset, int model) {
   return set;
 }
 
-void LoadSettingsDefaults(CloneDocument& document) {
+void LoadSettingsDefaults(CloneData& document) {
   auto& lines = document.image.SettingsLine;
   for (std::size_t k = 0; k < lines.size(); ++k) lines[k] = kSettingsDefaults[k];
   if (document.model == kModelE) lines[1] = kSettingsLine1OfModelE;
@@ -69,7 +69,7 @@ void LoadSpecialDefaults(CloneImage& image, int model) {
   ShowBand(image, image.ShownBand);
 }
 
-void ResetToDefaults(CloneDocument& document) {
+void ResetToDefaults(CloneData& document) {
   CloneImage& image = document.image;
   LoadSettingsDefaults(document);
   LoadSpecialDefaults(image, document.model);
@@ -83,18 +83,16 @@ void ResetToDefaults(CloneDocument& document) {
   image.ChannelInUse[kTemplateRow] = false;
 }
 
-bool ChangeModel(CloneDocument& document, int model) {
+bool ChangeModel(CloneData& document, int model) {
   assert(model >= 0 && model < kModelCount);
   if (model == document.model) return false;
-  document.SettingsChanged = false;
   document.model = model;
-  document.MemoryChanged = false;
   ResetToDefaults(document);
   return true;
 }
 
-CloneDocument FreshDocument() {
-  CloneDocument document;
+CloneData FreshData() {
+  CloneData document;
   ClearChannelTables(document.image);
   ResetToDefaults(document);
   return document;

@@ -58,7 +58,7 @@ struct SettingsByte {
 
 class CellList {
  public:
-  explicit CellList(const CloneDocument& document) : document_(document) {}
+  explicit CellList(const CloneData& document) : document_(document) {}
 
   std::vector<DocumentCell> Take() { return std::move(cells_); }
 
@@ -71,10 +71,9 @@ class CellList {
     for (const Setting& setting : Settings()) {
       Add(PlaceOf(setting.group), CaptionOf(setting), SettingText(document_.settings, setting));
     }
-    CloneImage image = document_.image;
-    EncodeSettings(document_.settings, image);
+    const SettingsLines lines = EncodedSettings(document_.settings, document_.image);
     for (int offset = 0; offset < kSettingsUnitCount * kUnitSize; ++offset) {
-      AddCarriedByte(SettingsByte(offset), image);
+      AddCarriedByte(SettingsByte(offset), lines);
     }
   }
 
@@ -114,10 +113,10 @@ class CellList {
   }
 
   // What is left of a byte beside its control. The start channel follows from other cells.
-  void AddCarriedByte(SettingsByte byte, const CloneImage& encoded) {
+  void AddCarriedByte(SettingsByte byte, const SettingsLines& lines) {
     const bool shared = byte.field != nullptr && byte.field->rule == SettingRule::kBit6;
     if (byte.IsStartChannel() || (byte.field != nullptr && !shared)) return;
-    const std::string& line = encoded.SettingsLine[static_cast<std::size_t>(byte.line)];
+    const std::string& line = lines[static_cast<std::size_t>(byte.line)];
     std::string digits = line.substr(2 * static_cast<std::size_t>(byte.byte), 2);
     if (shared) {
       constexpr int kHighDigitWithoutBit6 = 0xB;
@@ -137,11 +136,11 @@ class CellList {
     Add(place, kStoredData, in_use ? "" : std::string(stored));
   }
 
-  const CloneDocument& document_;
+  const CloneData& document_;
   std::vector<DocumentCell> cells_;
 };
 
-std::vector<DocumentCell> CellsOf(const CloneDocument& document) {
+std::vector<DocumentCell> CellsOf(const CloneData& document) {
   CellList cells(document);
   cells.AddRadio();
   cells.AddSettings();
@@ -230,17 +229,16 @@ std::string SettingText(const SettingsValues& values, const Setting& setting) {
   return value != 0 ? "on" : "off";
 }
 
-std::string ModelText(const CloneDocument& document) {
+std::string ModelText(const CloneData& document) {
   return std::string(ModelName(document.model)) + ", version " +
          (document.image.VersionA ? "A" : "0");
 }
 
-std::vector<CellDifference> DifferencesOf(const CloneDocument& a, const CloneDocument& b) {
+std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b) {
   return Compared(CellsOf(a), CellsOf(b));
 }
 
-std::vector<CellDifference> DifferencesAt(Unit unit, const CloneDocument& a,
-                                          const CloneDocument& b) {
+std::vector<CellDifference> DifferencesAt(Unit unit, const CloneData& a, const CloneData& b) {
   CellList cells_a(a);
   CellList cells_b(b);
   cells_a.AddUnit(unit);

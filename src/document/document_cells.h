@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 #include "radio/unit.h"
 
 namespace q40 {
@@ -21,10 +21,9 @@ struct CellDifference {
 // The cells whose values differ, in the order of the document. Channels that are not in use have empty
 // cells, as in the grids; what they still hold is one cell more, and between a channel in use and one
 // that is not it is no difference of its own. What only follows from other cells is no cell.
-std::vector<CellDifference> DifferencesOf(const CloneDocument& a, const CloneDocument& b);
+std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b);
 // Those that lie in one unit.
-std::vector<CellDifference> DifferencesAt(Unit unit, const CloneDocument& a,
-                                          const CloneDocument& b);
+std::vector<CellDifference> DifferencesAt(Unit unit, const CloneData& a, const CloneData& b);
 
 // A byte of a unit where no cell tells what it holds.
 struct StoredByte {
@@ -52,6 +51,6 @@ std::string SettingText(const SettingsValues& values, const Setting& setting);
 std::string FieldText(ChannelKind kind, const ChannelRecord& record, Field field);
 
 // "RX-Q40E, version A"
-std::string ModelText(const CloneDocument& document);
+std::string ModelText(const CloneData& document);
 
 }  // namespace q40

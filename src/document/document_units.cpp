@@ -14,7 +14,7 @@ std::optional<std::string> Why(const std::optional<CodecError>& error) {
   return error ? std::optional(error->Message()) : std::nullopt;
 }
 
-void LoadSettings(std::string_view digits, int area, CloneDocument& document) {
+void LoadSettings(std::string_view digits, int area, CloneData& document) {
   auto& lines = document.image.SettingsLine;
   const auto first = 2 * static_cast<std::size_t>(area);
   lines[first] = digits.substr(0, kBlockDigits);
@@ -41,17 +41,17 @@ std::string Joined(const std::optional<ChannelLines>& lines) {
 }
 
 // Whether `a` with some bytes of `b` is another document, or none that can be read.
-bool Shows(const UnitData& a, const UnitData& b, const CloneDocument& document_a, std::size_t first,
+bool Shows(const UnitData& a, const UnitData& b, const CloneData& document_a, std::size_t first,
            std::size_t count) {
   UnitData mixed = a;
   mixed.digits.replace(2 * first, 2 * count, b.digits, 2 * first, 2 * count);
-  CloneDocument document = document_a;
+  CloneData document = document_a;
   return LoadUnit(mixed, document) || !DifferencesAt(a.unit, document_a, document).empty();
 }
 
 // Bytes that differ without showing in any cell: a byte that nobody reads, or bytes that are moved
 // but spell the same.
-void AddHiddenBytes(const UnitData& a, const UnitData& b, const CloneDocument& document_a,
+void AddHiddenBytes(const UnitData& a, const UnitData& b, const CloneData& document_a,
                     std::vector<CellDifference>& differences) {
   for (std::size_t byte = 0; byte < kUnitSize; ++byte) {
     std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
@@ -72,7 +72,7 @@ std::vector<CellDifference> Unreadable(Unit unit, const std::string& why) {
 
 }  // namespace
 
-std::optional<std::string> LoadUnit(const UnitData& data, CloneDocument& document) {
+std::optional<std::string> LoadUnit(const UnitData& data, CloneData& document) {
   const Unit unit = data.unit;
   switch (unit.kind()) {
     case Unit::Kind::kSettings: LoadSettings(data.digits, unit.index(), document); break;
@@ -85,7 +85,7 @@ std::optional<std::string> LoadUnit(const UnitData& data, CloneDocument& documen
   return std::nullopt;
 }
 
-std::string DigitsOf(const CloneDocument& document, Unit unit) {
+std::string DigitsOf(const CloneData& document, Unit unit) {
   const CloneImage& image = document.image;
   const int index = unit.index();
   switch (unit.kind()) {
@@ -108,8 +108,8 @@ std::vector<CellDifference> UnitDifferences(const UnitData& a, const UnitData& b
   if (!std::all_of(b.digits.begin(), b.digits.end(), IsHexDigit)) {
     return Unreadable(a.unit, "no hexadecimal digits");
   }
-  CloneDocument document_a = FreshDocument();
-  CloneDocument document_b = document_a;
+  CloneData document_a = FreshData();
+  CloneData document_b = document_a;
   for (const auto& [data, document] : {std::pair{&a, &document_a}, std::pair{&b, &document_b}}) {
     if (const auto why = LoadUnit(*data, *document)) return Unreadable(a.unit, *why);
   }

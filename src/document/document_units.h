@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 #include "document/document_cells.h"
 #include "radio/unit.h"
 
@@ -14,11 +14,11 @@ namespace q40 {
 
 // The 64 digits of a unit in the radio, of the settings as their lines hold them. Empty when a
 // channel cannot be encoded, which no reader, editor or import lets happen.
-std::string DigitsOf(const CloneDocument& document, Unit unit);
+std::string DigitsOf(const CloneData& document, Unit unit);
 
 // Takes one unit into a document, as a read of it would. No value, or why it cannot be decoded: the
 // document then is as it was.
-std::optional<std::string> LoadUnit(const UnitData& data, CloneDocument& document);
+std::optional<std::string> LoadUnit(const UnitData& data, CloneData& document);
 
 // What an owner would call the difference between two contents of one unit: fields of a channel,
 // settings, dialer texts. Bytes that no field shows are named as such. Empty when the digits are

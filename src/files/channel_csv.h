@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/file_problem.h"
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 
 namespace q40 {
 

@@ -61,7 +61,7 @@ std::optional<FileProblem> DecodeSpecialLines(const CloneLines& lines, Band band
 }
 
 std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::string& path,
-                                       CloneDocument& document) {
+                                       CloneData& document) {
   CloneImage& image = document.image;
   for (std::size_t k = 0; k < kSettingsLines; ++k) {
     image.SettingsLine[k] = lines.Line(kSettingsStart + k);
@@ -171,7 +171,7 @@ std::vector<UnitData> StoredUnits(const CloneLines& lines) {
   return units;
 }
 
-OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document) {
+OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneData& document) {
   CloneLines lines;
   if (auto problem = SplitCloneText(text, path, lines)) return Refused(std::move(*problem));
   const auto header = FindHeaderLine(lines.Line(kHeaderLine));
@@ -184,12 +184,10 @@ OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDo
     result.problem = BadData(path, kEndLine, "not the end line of a clone file");
     return result;
   }
-  CloneDocument opened = document;
+  CloneData opened = document;
   result.problem = DecodeLines(lines, path, opened);
   if (result.problem) return result;
   document = std::move(opened);
-  document.SettingsChanged = false;
-  document.MemoryChanged = false;
   result.odd_digit = FirstOddDigit(lines, path);
   return result;
 }
@@ -199,21 +197,19 @@ bool IsCloneFile(const std::string& path) {
   return !ReadFile(path, kCloneLineLength, text) && FindHeaderLine(text);
 }
 
-OpenResult OpenCloneFile(const std::string& path, CloneDocument& document) {
+OpenResult OpenCloneFile(const std::string& path, CloneData& document) {
   std::string text;
   if (auto problem = ReadFile(path, kLongestCloneFile, text)) return Refused(std::move(*problem));
   return OpenCloneText(text, path, document);
 }
 
-std::optional<std::string> CloneFileText(CloneDocument& document, int model) {
+std::optional<std::string> CloneFileText(const CloneData& document, int model) {
   if (model < 0 || model >= kModelCount) return std::nullopt;
-  CloneImage& image = document.image;
-  EncodeSettings(document.settings, image);
-
+  const CloneImage& image = document.image;
   std::string text;
   text.reserve(kLongestCloneFile);
   AppendLine(text, HeaderLine(model, VersionOf(image)));
-  for (const std::string& line : image.SettingsLine) AppendLine(text, line);
+  for (const std::string& line : EncodedSettings(document.settings, image)) AppendLine(text, line);
   for (const Band band : kBands) {
     if (!AppendChannels(text, image, band)) return std::nullopt;
   }
@@ -227,16 +223,13 @@ std::optional<std::string> CloneFileText(CloneDocument& document, int model) {
   return text;
 }
 
-std::optional<FileProblem> SaveCloneFile(const std::string& path, CloneDocument& document,
+std::optional<FileProblem> SaveCloneFile(const std::string& path, const CloneData& document,
                                          int model, FileSystem& system) {
   const auto text = CloneFileText(document, model);
   if (!text) {
     return FileProblem{FileProblem::Kind::kCannotWrite, path, 0, "the data cannot be encoded"};
   }
-  if (auto problem = WriteFile(path, *text, system)) return problem;
-  document.SettingsChanged = false;
-  document.MemoryChanged = false;
-  return std::nullopt;
+  return WriteFile(path, *text, system);
 }
 
 }  // namespace q40

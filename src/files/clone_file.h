@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "base/file_problem.h"
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 #include "files/file_system.h"
 #include "radio/unit.h"
 
@@ -64,24 +64,23 @@ struct OpenResult {
   std::optional<FileProblem> odd_digit;
 };
 
-// Opens a clone file into the document and clears its change flags. A file that is refused for its
-// lines or its header leaves the document untouched; one with a bad end line or with a channel that
+// Opens a clone file. A file that is refused for its
+// lines or its header leaves the data untouched; one with a bad end line or with a channel that
 // cannot be decoded leaves the model and VersionA of its header behind, and nothing else.
-OpenResult OpenCloneFile(const std::string& path, CloneDocument& document);
+OpenResult OpenCloneFile(const std::string& path, CloneData& document);
 // The same from a text. `path` only names the file in the problem.
-OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneDocument& document);
+OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneData& document);
 
 // Whether the file at `path` begins with the header of a clone file.
 [[nodiscard]] bool IsCloneFile(const std::string& path);
 
-// The 456 lines of a document under the header of `model` (0..3). Rebuilds the document's settings
-// lines from its settings values. No value for another model, and for data that no file can hold.
-[[nodiscard]] std::optional<std::string> CloneFileText(CloneDocument& document, int model);
+// The 456 lines of data under the header of `model` (0..3), the settings lines rebuilt from the
+// settings values. No value for another model, and for data that no file can hold.
+[[nodiscard]] std::optional<std::string> CloneFileText(const CloneData& document, int model);
 
-// Replaces the file at `path` and clears the change flags. On failure the old file and the flags
-// stay.
+// Replaces the file at `path`. On failure the old file stays.
 [[nodiscard]] std::optional<FileProblem> SaveCloneFile(const std::string& path,
-                                                       CloneDocument& document, int model,
+                                                       const CloneData& document, int model,
                                                        FileSystem& system = SystemFiles());
 
 }  // namespace q40

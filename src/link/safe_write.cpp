@@ -3,19 +3,15 @@
 #include <algorithm>
 #include <cctype>
 
-#include "document/defaults.h"
-
 namespace q40 {
 namespace {
 
-// Stands between the backup's sequences and the host: its document is not the one that is shown.
-class BackupHost final : public SequenceHost {
+// Tells of the reads of a backup as of one.
+class BackupWatcher final : public SequenceWatcher {
  public:
-  BackupHost(SequenceHost& host, CloneDocument& radio, int model)
-      : host_(host), radio_(radio), model_(model) {}
+  explicit BackupWatcher(SequenceWatcher& watcher) : watcher_(watcher) {}
 
-  // What is no backup: one of a radio of another model, which the sequences report as a question that
-  // was cancelled, and one that holds what damaged replies told.
+  // What damaged replies told is no backup.
   [[nodiscard]] SequenceReport Judged(SequenceReport report) const {
     if (report.outcome == Outcome::kDone && last_half_ && !report.damaged.empty()) {
       report.outcome = Outcome::kCommunicationError;
@@ -23,50 +19,35 @@ class BackupHost final : public SequenceHost {
       report.remedy = kCheckTheCable;
       report.where = "backup";
     }
-    if (report.outcome != Outcome::kCancelled) return report;
-    report.outcome = Outcome::kWrongModel;
-    report.why = "the radio is an " + std::string(ModelName(report.radio_model)) +
-                 ", the data is for an " + std::string(ModelName(model_));
     return report;
   }
 
-  bool AskToSave() override { return true; }
-  bool SelectModel(int model) override {
-    if (model != model_) return false;
-    ChangeModel(radio_, model);
-    return true;
-  }
-  void New() override {}
   void Begin(Sequence sequence) override {
     last_half_ = sequence == Sequence::kReadMemory;
-    host_.Begin(Sequence::kBackUp);
+    watcher_.Begin(Sequence::kBackUp);
   }
   void ShowProgress(const SequenceProgress& progress) override {
     SequenceProgress shown = progress;
     shown.sequence = Sequence::kBackUp;
-    host_.ShowProgress(shown);
+    watcher_.ShowProgress(shown);
   }
-  void ShowSettings() override {}
-  void ShowSpecialChannels() override {}
-  void ShowDialText(int /*index*/) override {}
-  void ShowMemoryChannel(int /*n*/) override {}
-  void End(const SequenceReport& report) override { host_.End(Judged(report)); }
+  void End(const SequenceReport& report) override { watcher_.End(Judged(report)); }
 
  private:
-  SequenceHost& host_;
-  CloneDocument& radio_;
-  int model_;
+  SequenceWatcher& watcher_;
   bool last_half_ = false;
 };
 
 // False: `result` says why the write must not start.
-bool BackUp(Link& link, int model, SequenceHost& host, const WriteNet& net, WriteResult& result) {
-  CloneDocument radio = FreshDocument();
-  BackupHost backup_host(host, radio, model);
+bool BackUp(Link& link, int model, SequenceWatcher& watcher, const WriteNet& net,
+            WriteResult& result) {
+  CloneDocument radio;
+  radio.ChangeModel(model);  // and nobody is asked for another one
+  BackupWatcher backup(watcher);
   result.stage = WriteResult::Stage::kBackup;
-  result.last = backup_host.Judged(Sequences(link, radio, backup_host).ReadAll());
+  result.last = backup.Judged(Sequences(link, radio, backup).ReadAll());
   if (result.last.outcome != Outcome::kDone) return false;
-  result.backup_kept = net.keep_backup(radio);
+  result.backup_kept = net.keep_backup(radio.data());
   if (result.backup_kept) return true;
   result.last.outcome = Outcome::kCancelled;
   result.last.why = "the backup could not be kept";
@@ -98,13 +79,13 @@ std::string AcknowledgedText(std::size_t settings, std::size_t channels, bool al
 
 }  // namespace
 
-WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, Half half,
+WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceWatcher& watcher, Half half,
                       const WriteNet& net) {
   WriteResult result;
   // The write refuses data that is none, and says so itself: no need to read the radio first.
-  const bool backs_up = net.keep_backup && !FirstBadUnit(MakeWritePlan(document, half));
-  if (backs_up && !BackUp(link, document.model, host, net, result)) return result;
-  Sequences sequences(link, document, host);
+  const bool backs_up = net.keep_backup && !FirstBadUnit(MakeWritePlan(document.data(), half));
+  if (backs_up && !BackUp(link, document.model(), watcher, net, result)) return result;
+  Sequences sequences(link, document, watcher);
   result.stage = WriteResult::Stage::kWrite;
   result.write = sequences.Write(half);
   result.last = result.write;

@@ -13,7 +13,7 @@ namespace q40 {
 struct WriteNet {
   // Stores what the radio held before, a complete document. False: it could not be stored (the
   // callee has said why), and nothing is written. Empty: no backup is made.
-  std::function<bool(const CloneDocument& radio)> keep_backup;
+  std::function<bool(const CloneData& radio)> keep_backup;
   bool verify = false;
 };
 
@@ -30,10 +30,10 @@ struct WriteResult {
   std::vector<CellDifference> differences;
 };
 
-// Writes a half of the document, or both, to the radio. The host hears of every sequence: kBackUp,
+// Writes a half of the document, or both, to the radio. The watcher hears of every sequence: kBackUp,
 // then the writes, then kVerify. The backup reads both halves, so that it is a clone file like any
 // other. Before anything is written it refuses a radio of another model, and replies that were damaged.
-WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceHost& host, Half half,
+WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceWatcher& watcher, Half half,
                       const WriteNet& net);
 
 // What a write that ended early left in the radio, one sentence: "settings and channels 0 to 41

@@ -42,7 +42,7 @@ void Sequences::Begin(Sequence sequence, int units) {
   progress_.sequence = sequence;
   progress_.total = units;
   StartDeadline();
-  host_.Begin(sequence);
+  watcher_.Begin(sequence);
 }
 
 void Sequences::StartDeadline() {
@@ -56,7 +56,7 @@ SequenceReport Sequences::Finish(bool done) {
     report_.note = DamageText(report_.damaged) + Again(progress_.sequence);
   }
   link_.StopDeadline();
-  host_.End(report_);
+  watcher_.End(report_);
   return report_;
 }
 
@@ -88,7 +88,7 @@ bool Sequences::FailReply(const std::string& reply, std::string_view command,
 void Sequences::NextUnit(std::string where) {
   report_.where = where;
   progress_.where = std::move(where);
-  host_.ShowProgress(progress_);
+  watcher_.ShowProgress(progress_);
   ++progress_.done;
 }
 
@@ -118,7 +118,7 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
   }
   const char variant = reply[kVariantAt];
   if (variant < '0' || variant > '2') {
-    document_.image.VersionA = false;  // also by a radio that nobody knows
+    document_.SetVersionA(false);  // also by a radio that nobody knows
     report_.remedy = "Known are 0 (RX-Q40T), 1 (RX-Q40E) and 2 (RX-Q40T1).";
     return Fail(Outcome::kCommunicationError,
                 "the radio reports the unknown variant " + Quoted(std::string(1, variant)));
@@ -129,14 +129,25 @@ bool Sequences::IdentifyStep(IdentifyFor purpose) {
   progress_.version_letter = report_.version_letter;
   // Writing clears VersionA and never sets it, and leaves the choice of the model to the user.
   if (purpose == IdentifyFor::kWriting) {
-    document_.image.VersionA = false;
+    document_.SetVersionA(false);
     return true;
   }
   // Until then VersionA is that of the old data, which the host may save.
-  if (!host_.SelectModel(report_.radio_model)) return Fail(Outcome::kCancelled, "cancelled");
+  if (!TakeModel()) return false;
   StartDeadline();  // the user may have been asked, and is no slow radio
-  document_.image.VersionA = report_.version_letter == 'A';
+  document_.SetVersionA(report_.version_letter == 'A');
   return true;
+}
+
+// The radio's model for the document, if somebody can be asked for it.
+bool Sequences::TakeModel() {
+  if (questions_ == nullptr) return IsDocumentsModel();
+  return questions_->SelectModel(report_.radio_model) || Fail(Outcome::kCancelled, "cancelled");
+}
+
+// Whether changes that would be lost are saved, or given up by the user.
+bool Sequences::MayGoOn(bool changed) {
+  return !changed || questions_ == nullptr || questions_->AskToSave();
 }
 
 bool Sequences::Announce() {
@@ -154,10 +165,10 @@ bool Sequences::OpenForWriting() {
 }
 
 bool Sequences::IsDocumentsModel() {
-  return report_.radio_model == document_.model ||
+  return report_.radio_model == document_.model() ||
          Fail(Outcome::kWrongModel,
               "the radio is an " + std::string(ModelName(report_.radio_model)) +
-                  ", the data is for an " + std::string(ModelName(document_.model)));
+                  ", the data is for an " + std::string(ModelName(document_.model())));
 }
 
 bool Sequences::ReadUnit(Unit unit, std::string& digits) {
@@ -182,18 +193,13 @@ bool Sequences::WriteUnit(const UnitData& data) {
 // ---- reading
 
 bool Sequences::ReadSettingsLines() {
-  auto& lines = document_.image.SettingsLine;
   std::string first;
   std::string second;
   if (!ReadUnit(Unit::Settings(0), first)) return false;
   Pause();
   if (!ReadUnit(Unit::Settings(1), second)) return false;
-  lines = {first.substr(0, kBlockDigits), first.substr(kBlockDigits),
-           second.substr(0, kBlockDigits), second.substr(kBlockDigits)};
-  document_.settings = DecodeSettings(document_.image);
-  // Data from the radio counts as unsaved, also when a later step fails.
-  document_.SettingsChanged = true;
-  host_.ShowSettings();
+  document_.TakeSettingsLines({first.substr(0, kBlockDigits), first.substr(kBlockDigits),
+                               second.substr(0, kBlockDigits), second.substr(kBlockDigits)});
   return true;
 }
 
@@ -216,10 +222,7 @@ bool Sequences::ReadSpecialChannels(Band band) {
       return FailDecoding(error->Message());
     }
   }
-  CloneImage& image = document_.image;
-  SetStoredPresent(image, band, PresentByFrequency(set));
-  SpecialStore(image, band) = std::move(set);
-  ShowBand(image, image.ShownBand);
+  document_.TakeSpecialSet(band, std::move(set));
   return true;
 }
 
@@ -229,10 +232,8 @@ bool Sequences::ReadDialTexts() {
     std::string digits;
     if (!ReadUnit(Unit::Dialer(pair), digits)) return false;
     for (const int half : {0, 1}) {
-      const int index = 2 * pair + half;
       const auto at = static_cast<std::size_t>(half) * kBlockDigits;
-      UpDateDialData(document_.dial, digits.substr(at, kBlockDigits), index);
-      host_.ShowDialText(index);
+      document_.TakeDialBlock(2 * pair + half, digits.substr(at, kBlockDigits));
     }
   }
   return true;
@@ -242,10 +243,9 @@ bool Sequences::ReadMemoryChannels() {
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     std::string digits;
     if (!ReadUnit(Unit::Memory(n), digits)) return false;
-    if (const auto error = DecodeMemoryChannel(digits, n, document_.image)) {
+    if (const auto error = document_.TakeMemoryChannel(n, digits)) {
       return FailDecoding(error->Message());
     }
-    host_.ShowMemoryChannel(n);
   }
   return true;
 }
@@ -279,25 +279,20 @@ SequenceReport Sequences::Identify() {
 }
 
 SequenceReport Sequences::AutoSelect() {
-  const bool changed = document_.SettingsChanged || document_.MemoryChanged;
-  if (changed && !host_.AskToSave()) return Cancelled();
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
-  host_.New();
+  if (!MayGoOn(document_.HasChanges())) return Cancelled();
+  document_.New();
   Begin(Sequence::kAutoSelect, 0);
   if (!OpenPort() || !IdentifyStep(IdentifyFor::kReading)) return Finish(false);
-  LoadSpecialDefaults(document_.image, document_.model);
-  host_.ShowSpecialChannels();
+  document_.LoadSpecialDefaults();
   return Finish(true);
 }
 
 SequenceReport Sequences::RunReadSettings() {
   Begin(Sequence::kReadSettings, kSettingsUnits);
-  const bool channels_read = OpenPort() && IdentifyStep(IdentifyFor::kReading) &&
-                             ReadSettingsLines() && ReadSpecialChannels(Band::kVhf) &&
-                             ReadSpecialChannels(Band::kUhf);
-  host_.ShowSpecialChannels();
-  if (!channels_read || !ReadDialTexts()) return Finish(false);
+  if (!OpenPort() || !IdentifyStep(IdentifyFor::kReading) || !ReadSettingsLines() ||
+      !ReadSpecialChannels(Band::kVhf) || !ReadSpecialChannels(Band::kUhf) || !ReadDialTexts()) {
+    return Finish(false);
+  }
   Pause();
   link_.TxEnd();
   return Finish(true);
@@ -311,38 +306,32 @@ SequenceReport Sequences::RunReadMemory(const SequenceReport& before) {
   }
   Pause();
   link_.TxEnd();
-  document_.MemoryChanged = true;  // data from the radio counts as unsaved
+  document_.FinishMemoryRead();
   return Finish(true);
 }
 
 SequenceReport Sequences::ReadSettings() {
-  if (document_.SettingsChanged && !host_.AskToSave()) {
-    return Cancelled();
-  }
-  document_.SettingsChanged = false;
+  if (!MayGoOn(document_.SettingsChanged())) return Cancelled();
+  document_.ForgetSettingsChanges();
   return RunReadSettings();
 }
 
 SequenceReport Sequences::ReadMemory() {
-  if (document_.MemoryChanged && !host_.AskToSave()) {
-    return Cancelled();
-  }
-  document_.MemoryChanged = false;
+  if (!MayGoOn(document_.MemoryChanged())) return Cancelled();
+  document_.ForgetMemoryChanges();
   return RunReadMemory({});
 }
 
 SequenceReport Sequences::ReadAll() {
   // Asked once and first: a Yes between the halves would save half-read data over the user's file.
-  const bool changed = document_.SettingsChanged || document_.MemoryChanged;
-  if (changed && !host_.AskToSave()) return Cancelled();
-  const bool memory_changed = document_.MemoryChanged;  // false once the answer has saved it
-  const int model = document_.model;
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
+  if (!MayGoOn(document_.HasChanges())) return Cancelled();
+  const bool memory_changed = document_.MemoryChanged();  // false once the answer has saved it
+  const int model = document_.model();
+  document_.ForgetChanges();
   SequenceReport settings = RunReadSettings();
   if (settings.outcome == Outcome::kDone) return RunReadMemory(settings);
   // The channels are still the user's, unless another model has replaced them.
-  if (document_.model == model) document_.MemoryChanged = memory_changed;
+  if (memory_changed && document_.model() == model) document_.KeepMemoryChanges();
   return settings;
 }
 
@@ -354,7 +343,7 @@ SequenceReport Sequences::RunWrite(Sequence sequence, const WritePlan& plan,
   Begin(sequence, static_cast<int>(units.size()));
   report_.damaged = before.damaged;
   if (!IsData(plan) || !OpenForWriting()) return Finish(false);
-  if (settings) EncodeSettings(document_.settings, document_.image);
+  if (settings) document_.RebuildSettingsLines();
   if (!WriteUnits(units)) return Finish(false);
   Pause();
   link_.TxEnd();
@@ -362,7 +351,7 @@ SequenceReport Sequences::RunWrite(Sequence sequence, const WritePlan& plan,
 }
 
 SequenceReport Sequences::Write(Half half) {
-  const WritePlan plan = MakeWritePlan(document_, half);
+  const WritePlan plan = MakeWritePlan(document_.data(), half);
   if (half == Half::kMemory) return RunWrite(Sequence::kWriteMemory, plan, {});
   SequenceReport settings = RunWrite(Sequence::kWriteSettings, plan, {});
   if (half == Half::kSettings || settings.outcome != Outcome::kDone) return settings;

@@ -87,41 +87,45 @@ struct SequenceProgress {
   char version_letter = '\0';
 };
 
-// Whoever runs the sequences: the window, or the command-line tool. Calls come on the thread that
-// runs the sequence, between exchanges.
-class SequenceHost {
+// What a sequence asks the user. Without anybody to ask there is nothing to save, and a radio of
+// another model than the document's ends the sequence.
+class SequenceQuestions {
  public:
-  SequenceHost() = default;
-  virtual ~SequenceHost() = default;
-  SequenceHost(const SequenceHost&) = delete;
-  SequenceHost& operator=(const SequenceHost&) = delete;
+  SequenceQuestions() = default;
+  virtual ~SequenceQuestions() = default;
+  SequenceQuestions(const SequenceQuestions&) = delete;
+  SequenceQuestions& operator=(const SequenceQuestions&) = delete;
 
   // "Save changes to settings?" False ends the command with nothing done: the user cancelled, or
   // the save did not happen.
   virtual bool AskToSave() = 0;
-  // Makes `model` the document's model as if the user had chosen it: another model resets the
-  // document, after a question when it has unsaved changes. False: the user cancelled.
+  // Makes `model` the document's model as if the user had chosen it: another model starts the
+  // document anew, after a question when it has unsaved changes. False: the user cancelled.
   virtual bool SelectModel(int model) = 0;
-  // The file command New, without a question.
-  virtual void New() = 0;
-
-  // The sequence begins to talk. Every Begin is followed by one End.
-  virtual void Begin(Sequence sequence) = 0;
-  // Before each exchange that moves a unit.
-  virtual void ShowProgress(const SequenceProgress& progress) = 0;
-  // The document's data has arrived there: redraw.
-  virtual void ShowSettings() = 0;
-  virtual void ShowSpecialChannels() = 0;
-  virtual void ShowDialText(int index) = 0;
-  virtual void ShowMemoryChannel(int n) = 0;
-  virtual void End(const SequenceReport& report) = 0;
 };
 
-// The three references must outlive the object. A sequence must not be started while one runs.
+// Who is told how a sequence goes. Calls come on the thread that runs it, between exchanges. What it
+// does to the document, the document's own listener hears.
+class SequenceWatcher {
+ public:
+  SequenceWatcher() = default;
+  virtual ~SequenceWatcher() = default;
+  SequenceWatcher(const SequenceWatcher&) = delete;
+  SequenceWatcher& operator=(const SequenceWatcher&) = delete;
+
+  // The sequence begins to talk. Every Begin is followed by one End.
+  virtual void Begin(Sequence /*sequence*/) {}
+  // Before each exchange that moves a unit.
+  virtual void ShowProgress(const SequenceProgress& /*progress*/) {}
+  virtual void End(const SequenceReport& /*report*/) {}
+};
+
+// Everything must outlive the object. A sequence must not be started while one runs.
 class Sequences {
  public:
-  Sequences(Link& link, CloneDocument& document, SequenceHost& host)
-      : link_(link), document_(document), host_(host) {}
+  Sequences(Link& link, CloneDocument& document, SequenceWatcher& watcher,
+            SequenceQuestions* questions = nullptr)
+      : link_(link), document_(document), watcher_(watcher), questions_(questions) {}
 
   SequenceReport Identify();
   // Resets the document, identifies, loads the special channels of the radio's model.
@@ -155,6 +159,8 @@ class Sequences {
   bool Announce();
   bool OpenForWriting();
   bool IsDocumentsModel();
+  bool TakeModel();
+  [[nodiscard]] bool MayGoOn(bool changed);
   bool Ask(const std::string& command, const ReplyForm& form, std::string& reply);
   bool ReadUnit(Unit unit, std::string& digits);
   bool WriteUnit(const UnitData& data);
@@ -173,7 +179,8 @@ class Sequences {
 
   Link& link_;
   CloneDocument& document_;
-  SequenceHost& host_;
+  SequenceWatcher& watcher_;
+  SequenceQuestions* questions_;
   SequenceReport report_;
   SequenceProgress progress_;
 };

@@ -14,7 +14,7 @@ constexpr Units100Hz RepeaterFrequency(Band band) {
   return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
 }
 
-std::vector<UnitData> DataOf(const CloneDocument& document, Half half) {
+std::vector<UnitData> DataOf(const CloneData& document, Half half) {
   std::vector<UnitData> data;
   for (const Unit unit : UnitsOf(half)) data.push_back({unit, DigitsOf(document, unit)});
   return data;
@@ -39,8 +39,8 @@ std::optional<BadUnit> BadUnitOf(const UnitData& unit) {
 
 }  // namespace
 
-WritePlan MakeWritePlan(const CloneDocument& document, Half half) {
-  CloneDocument sent = document;  // the document keeps its lines, and what its RPT rows hold
+WritePlan MakeWritePlan(const CloneData& document, Half half) {
+  CloneData sent = document;  // the document keeps its lines, and what its RPT rows hold
   EncodeSettings(sent.settings, sent.image);
   for (const Band band : kBands) {
     SpecialStore(sent.image, band)[kRptRow].value[0] = RepeaterFrequency(band);

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 #include "radio/unit.h"
 
 namespace q40 {
@@ -16,7 +16,7 @@ struct WritePlan {
   std::vector<UnitData> settings;  // 17, or none
   std::vector<UnitData> memory;    // 210, or none
 };
-WritePlan MakeWritePlan(const CloneDocument& document, Half half);
+WritePlan MakeWritePlan(const CloneData& document, Half half);
 
 // A unit that must not be sent.
 struct BadUnit {

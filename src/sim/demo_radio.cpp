@@ -34,8 +34,8 @@ constexpr DemoChannel kChannels[] = {
 
 }  // namespace
 
-CloneDocument DemoDocument() {
-  CloneDocument document = FreshDocument();
+CloneData DemoDocument() {
+  CloneData document = FreshData();
   ChangeModel(document, 1);
   CloneImage& image = document.image;
   image.VersionA = true;

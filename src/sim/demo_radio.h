@@ -2,11 +2,11 @@
 // see.
 #pragma once
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 
 namespace q40 {
 
 // An RX-Q40E of version A with some channels, dialer memories and settings.
-CloneDocument DemoDocument();
+CloneData DemoDocument();
 
 }  // namespace q40

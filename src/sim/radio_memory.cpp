@@ -44,16 +44,16 @@ bool RadioMemory::SetRaw(std::string_view raw) {
   return true;
 }
 
-void StoreDocument(CloneDocument document, RadioMemory& memory) {
+void StoreDocument(CloneData document, RadioMemory& memory) {
   EncodeSettings(document.settings, document.image);
   for (const Unit unit : UnitsOf(Half::kBoth)) {
     memory.Write(unit.address(), DigitsOf(document, unit));
   }
 }
 
-std::optional<CloneDocument> DocumentOf(const RadioMemory& memory, int model, bool version_a,
-                                        std::string& why) {
-  CloneDocument document = FreshDocument();
+std::optional<CloneData> DocumentOf(const RadioMemory& memory, int model, bool version_a,
+                                    std::string& why) {
+  CloneData document = FreshData();
   ChangeModel(document, model);
   document.image.VersionA = version_a;
   for (const Unit unit : UnitsOf(Half::kBoth)) {

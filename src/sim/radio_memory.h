@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 
 namespace q40 {
 
@@ -34,11 +34,11 @@ class RadioMemory {
 
 // Stores everything that a document holds, as writing all of it to the radio would, but with the
 // RPT frequencies that the document has.
-void StoreDocument(CloneDocument document, RadioMemory& memory);
+void StoreDocument(CloneData document, RadioMemory& memory);
 
 // What reading all of the memory into a fresh document of that model gives. No value when a channel
 // cannot be decoded; `why` then names it.
-std::optional<CloneDocument> DocumentOf(const RadioMemory& memory, int model, bool version_a,
-                                        std::string& why);
+std::optional<CloneData> DocumentOf(const RadioMemory& memory, int model, bool version_a,
+                                    std::string& why);
 
 }  // namespace q40

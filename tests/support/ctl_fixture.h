@@ -26,7 +26,7 @@ class Ctl : public testing::Test {
       options.faults.push_back(ParseFault(text, why).value());
     }
     radio_.emplace(std::move(options));
-    CloneDocument document = RandomDocument(21);
+    CloneData document = RandomDocument(21);
     StoreDocument(document, radio_->memory());
   }
 
@@ -41,7 +41,7 @@ class Ctl : public testing::Test {
     return result;
   }
 
-  std::string Save(const std::string& name, CloneDocument document) {
+  std::string Save(const std::string& name, CloneData document) {
     EXPECT_FALSE(SaveCloneFile(folder_ / name, document, document.model));
     return folder_ / name;
   }

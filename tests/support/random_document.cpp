@@ -31,9 +31,9 @@ std::string RandomRecord(std::mt19937& random, bool in_use) {
   return hex;
 }
 
-CloneDocument RandomDocument(unsigned seed) {
+CloneData RandomDocument(unsigned seed) {
   std::mt19937 random(seed);
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   ChangeModel(document, Below(random, kModelCount));
   CloneImage& image = document.image;
   image.VersionA = Below(random, 2) != 0;

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 
 namespace q40::test {
 
@@ -14,6 +14,6 @@ namespace q40::test {
 std::string RandomRecord(std::mt19937& random, bool in_use);
 
 // A document as opening a file gives it: everything decoded from random bytes.
-CloneDocument RandomDocument(unsigned seed);
+CloneData RandomDocument(unsigned seed);
 
 }  // namespace q40::test

@@ -17,9 +17,10 @@ class Radio : public ScriptedLink {
   std::map<std::string, std::string> data;     // by address; zeros otherwise
   std::map<std::string, std::string> answers;  // whole ones by address, instead of the proper one
   std::string deaf_to;  // an address whose writes it acknowledges, and does not keep
-  CloneDocument document = FreshDocument();
+  CloneDocument document;
+  CloneData& held = DataOf(document);  // what is in it
   FakeHost host{document};
-  Sequences sequences{link, document, host};
+  Sequences sequences{link, document, host, &host};
 
   Radio() {
     port.reply = [this](const std::string& sent) -> ScriptedPort::Reply {

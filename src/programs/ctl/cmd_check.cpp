@@ -17,7 +17,7 @@ struct Arguments {
 int Run(CommandContext& context, const Arguments& arguments) {
   int code = kExitDone;
   auto json = nlohmann::ordered_json::array();
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   std::string text;
   if (const int refused = CheckInputs(context, arguments.files)) return refused;
   for (const std::string& file : arguments.files) {

@@ -49,7 +49,7 @@ int TellResult(Console& console, const ImportReport& report, const std::string& 
 }
 
 int RunExport(CommandContext& context, const Arguments& arguments) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   // A slip of the hand between two names must not cost a clone file.
   if (IsCloneFile(arguments.csv)) {
@@ -75,7 +75,7 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
     return context.console.Error(kExitUsage,
                                  target + " is the channel list. Name a clone file to write.");
   }
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   if (const int code = product.Prepare(arguments.force || !arguments.out)) return code;
   std::string text;

@@ -16,8 +16,8 @@ struct Arguments {
 
 int Run(CommandContext& context, const Arguments& arguments) {
   if (const int code = CheckInputs(context, {arguments.a, arguments.b})) return code;
-  CloneDocument a = FreshDocument();
-  CloneDocument b = FreshDocument();
+  CloneData a = FreshData();
+  CloneData b = FreshData();
   if (const int code = OpenOrComplain(context, arguments.a, a)) return code;
   if (const int code = OpenOrComplain(context, arguments.b, b)) return code;
 

@@ -40,7 +40,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
     return context.console.Error(kExitUsage, "dump: the memory ends with block 1FF. Use --count " +
                                                  std::to_string(left) + " at most.");
   }
-  CloneDocument document = FreshDocument();
+  CloneDocument document;
   RadioSession session(context, *device, document);
   return session.Dump(*first, arguments.count.value_or(std::min(kServiceDumpBlocks, left)));
 }

@@ -17,7 +17,7 @@ struct Arguments {
 int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
-  CloneDocument document = FreshDocument();
+  CloneDocument document;
   RadioSession session(context, *device, document);
   if (const int code = session.Identify(); code != kExitDone) return code;
   const SequenceReport& report = session.report();

@@ -35,7 +35,7 @@ Findings FindingsIn(std::string_view stored) {
 }
 
 int Run(CommandContext& context, const Arguments& arguments) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   std::string stored;
   if (const int code = OpenOrComplain(context, arguments.file, document, stored)) return code;
   Findings findings = CheckUp(document);

@@ -17,7 +17,7 @@ struct Arguments {
 int Run(CommandContext& context, const Arguments& arguments) {
   Product product(context, arguments.file);
   if (const int code = product.Prepare(arguments.force)) return code;
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   ChangeModel(document, FindModel(arguments.model).value_or(0));
   document.image.VersionA = arguments.version_a;
   return product.Store(document);

@@ -26,15 +26,16 @@ int Run(CommandContext& context, const Arguments& arguments) {
                           "Use --force to replace it, or --only to read one half into it.")) {
     return code;
   }
-  CloneDocument document = FreshDocument();
+  CloneData kept = FreshData();
   if (keeps_a_half) {
-    if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+    if (const int code = OpenOrComplain(context, arguments.file, kept)) return code;
   }
+  CloneDocument document(std::move(kept));
   RadioSession session(context, *device, document);
   if (keeps_a_half && !arguments.force) session.KeepModel();
   if (const int code = session.Read(half); code != kExitDone) return code;
-  if (const int code = product.Store(document)) return code;
-  context.console.Note(ModelText(document) + " read into " + product.Name());
+  if (const int code = product.Store(document.data())) return code;
+  context.console.Note(ModelText(document.data()) + " read into " + product.Name());
   return kExitDone;
 }
 

@@ -13,7 +13,7 @@ struct Arguments {
 };
 
 int Run(CommandContext& context, const Arguments& arguments) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   if (!arguments.json) return Print(context, DocumentReport(document));
   return Print(context, JsonText(DocumentJson(document)));

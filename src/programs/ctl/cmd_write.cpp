@@ -47,9 +47,8 @@ int CheckBackup(CommandContext& context, const std::string& path) {
 WriteNet NetOf(CommandContext& context, const Arguments& arguments) {
   WriteNet net{.keep_backup = {}, .verify = arguments.verify};
   if (!arguments.backup) return net;
-  net.keep_backup = [&context, path = *arguments.backup](const CloneDocument& radio) {
-    CloneDocument document = radio;
-    if (const auto problem = SaveCloneFile(path, document, document.model, NewFilesOnly())) {
+  net.keep_backup = [&context, path = *arguments.backup](const CloneData& radio) {
+    if (const auto problem = SaveCloneFile(path, radio, radio.model, NewFilesOnly())) {
       context.console.Error(*problem);
       return false;
     }
@@ -62,11 +61,12 @@ WriteNet NetOf(CommandContext& context, const Arguments& arguments) {
 int Run(CommandContext& context, const Arguments& arguments) {
   const auto device = DeviceOrComplain(context, arguments.port);
   if (!device) return context.exit_code;
-  CloneDocument document = FreshDocument();
-  if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  CloneData data = FreshData();
+  if (const int code = OpenOrComplain(context, arguments.file, data)) return code;
   if (arguments.backup) {
     if (const int code = CheckBackup(context, *arguments.backup)) return code;
   }
+  CloneDocument document(std::move(data));
   RadioSession session(context, *device, document);
   const int code =
       session.Write(HalfOf(arguments.only), NetOf(context, arguments), RestoreCommand(arguments));

@@ -8,7 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "document/clone_document.h"
+#include "document/clone_data.h"
 #include "link/com_ports.h"
 #include "programs/ctl/console.h"
 #include "programs/ctl/radio_line.h"
@@ -52,7 +52,7 @@ void AddDump(CLI::App& app, CommandContext& context);
 // ---- What several commands share.
 
 // Opens a clone file, also from a pipe or "-"; kExitDone, or the code of the error that was said.
-int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document);
+int OpenOrComplain(CommandContext& context, const std::string& path, CloneData& document);
 // Writes a result to standard output; kExitCannotWrite (said) when it takes no more. A reader that
 // goes away early is no error.
 int Print(CommandContext& context, std::string_view text);

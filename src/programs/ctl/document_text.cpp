@@ -57,7 +57,7 @@ Row ChannelRow(ChannelKind kind, const std::string& title, const ChannelRecord& 
   return row;
 }
 
-void AppendSettings(std::string& text, const CloneDocument& document, SettingsGroup group) {
+void AppendSettings(std::string& text, const CloneData& document, SettingsGroup group) {
   text += PlaceOf(group) + '\n';
   std::vector<Row> rows;
   for (const Setting& setting : Settings()) {
@@ -121,7 +121,7 @@ Json ChannelJson(ChannelKind kind, const ChannelRecord& record) {
 
 }  // namespace
 
-std::string DocumentReport(const CloneDocument& document) {
+std::string DocumentReport(const CloneData& document) {
   std::string text = "Radio\n";
   AppendTable(text, {{"Model", ModelText(document)}});
   for (const SettingsGroup group :
@@ -139,7 +139,7 @@ std::string DocumentReport(const CloneDocument& document) {
   return text;
 }
 
-Json DocumentJson(const CloneDocument& document) {
+Json DocumentJson(const CloneData& document) {
   const CloneImage& image = document.image;
   Json json;
   json["model"] = ModelName(document.model);

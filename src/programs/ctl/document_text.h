@@ -10,9 +10,9 @@
 namespace q40 {
 
 // The document for people: settings, dialer, special channels, channels in use.
-std::string DocumentReport(const CloneDocument& document);
+std::string DocumentReport(const CloneData& document);
 
-nlohmann::ordered_json DocumentJson(const CloneDocument& document);
+nlohmann::ordered_json DocumentJson(const CloneData& document);
 
 // JSON as every command prints it: ASCII only, so that no text in it steers a terminal. Bytes that are no
 // UTF-8 become U+FFFD.

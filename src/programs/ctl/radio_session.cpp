@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/hex.h"
-#include "document/defaults.h"
 #include "link/com_ports.h"
 
 namespace q40 {
@@ -39,7 +38,7 @@ RadioSession::RadioSession(CommandContext& context, const std::string& device,
       device_(device),
       line_(context.line_to(device)),
       link_(line_->port(), line_->timers(), line_->pump()),
-      sequences_(link_, document, *this) {}
+      sequences_(link_, document, *this, this) {}
 
 int RadioSession::Identify() { return Conclude(sequences_.Identify()); }
 
@@ -110,8 +109,8 @@ int RadioSession::Dump(int first_block, int count) {
 }
 
 bool RadioSession::SelectModel(int model) {
-  if (keep_model_ && model != document_.model) return false;
-  ChangeModel(document_, model);
+  if (keep_model_ && model != document_.model()) return false;
+  document_.ChangeModel(model);
   return true;
 }
 
@@ -158,7 +157,7 @@ int RadioSession::Conclude(const SequenceReport& report, const std::string& writ
       return console.Error(
           kExitWrongModel,
           "Model is not correct: the radio is an " + std::string(ModelName(report.radio_model)) +
-              ", the data is for an " + std::string(ModelName(document_.model)) + "." +
+              ", the data is for an " + std::string(ModelName(document_.model())) + "." +
               (written.empty() ? " The file is as it was. --force starts it anew with the radio's "
                                  "model."
                                : written + " Write a file of the radio's model."));

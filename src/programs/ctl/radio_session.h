@@ -10,7 +10,7 @@
 namespace q40 {
 
 // Runs sequences on a document and says how they end. One at a time.
-class RadioSession final : private SequenceHost {
+class RadioSession final : private SequenceQuestions, private SequenceWatcher {
  public:
   // `device` is a path. Everything must outlive the session.
   RadioSession(CommandContext& context, const std::string& device, CloneDocument& document);
@@ -33,13 +33,8 @@ class RadioSession final : private SequenceHost {
  private:
   bool AskToSave() override { return true; }
   bool SelectModel(int model) override;
-  void New() override {}
   void Begin(Sequence sequence) override;
   void ShowProgress(const SequenceProgress& progress) override;
-  void ShowSettings() override {}
-  void ShowSpecialChannels() override {}
-  void ShowDialText(int /*index*/) override {}
-  void ShowMemoryChannel(int /*n*/) override {}
   void End(const SequenceReport& report) override;
 
   int Conclude(const SequenceReport& report, const std::string& written = {});

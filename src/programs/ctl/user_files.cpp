@@ -19,13 +19,13 @@ constexpr int kStandardOutput = 1;
 
 // ---- reading
 
-OpenResult OpenInput(const std::string& path, CloneDocument& document, std::string& text) {
+OpenResult OpenInput(const std::string& path, CloneData& document, std::string& text) {
   OpenResult result;
   result.problem = ReadInput(path, kLongestCloneFile, text);
   return result.problem ? result : OpenCloneText(text, InputName(path), document);
 }
 
-int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document,
+int OpenOrComplain(CommandContext& context, const std::string& path, CloneData& document,
                    std::string& text) {
   const OpenResult result = OpenInput(path, document, text);
   if (result.problem) return context.console.Error(*result.problem);
@@ -33,7 +33,7 @@ int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocume
   return kExitDone;
 }
 
-int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document) {
+int OpenOrComplain(CommandContext& context, const std::string& path, CloneData& document) {
   std::string text;
   return OpenOrComplain(context, path, document, text);
 }
@@ -98,7 +98,7 @@ int Product::Store(std::string_view content) {
   return problem ? context_.console.Error(*problem) : static_cast<int>(kExitDone);
 }
 
-int Product::Store(CloneDocument& document) {
+int Product::Store(const CloneData& document) {
   if (IsStream()) {
     if (const auto text = CloneFileText(document, document.model)) return StoreInStream(*text);
   }

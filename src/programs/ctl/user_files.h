@@ -14,9 +14,9 @@
 namespace q40 {
 
 // Opens what `path` names into the document. `text` is what was read.
-OpenResult OpenInput(const std::string& path, CloneDocument& document, std::string& text);
+OpenResult OpenInput(const std::string& path, CloneData& document, std::string& text);
 // The same; kExitDone, or the code of the error that was said.
-int OpenOrComplain(CommandContext& context, const std::string& path, CloneDocument& document,
+int OpenOrComplain(CommandContext& context, const std::string& path, CloneData& document,
                    std::string& text);
 
 // kExitDone, or kExitUsage (said) when more than one of the paths is standard input, which can be
@@ -45,7 +45,7 @@ class Product {
   // Once, after Prepare: kExitDone, or the code of the error that was said. A reader that goes away
   // early is no error.
   int Store(std::string_view content);
-  int Store(CloneDocument& document);
+  int Store(const CloneData& document);
 
  private:
   int OpenOutput();

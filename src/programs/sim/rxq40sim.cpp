@@ -31,7 +31,7 @@ int Complain(int code, const std::string& message) {
 // The radio's memory from --load and --memory. The clone file also names model and version, unless
 // the command line does.
 int Load(const SimArguments& arguments, SimulatedRadio::Options& options, RadioMemory& memory) {
-  CloneDocument document = FreshDocument();
+  CloneData document = FreshData();
   if (!arguments.load.empty()) {
     if (const auto result = OpenCloneFile(arguments.load, document); result.problem) {
       return Complain(kExitDataError,
