@@ -1,124 +1,196 @@
 #include "app/frm_main.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QFileInfo>
-#include <QFrame>
 #include <QMimeData>
 #include <QTabWidget>
 #include <QTimer>
-#include <QToolBar>
 #include <QUrl>
 
+#include "app/checkup_command.h"
+#include "app/main_menus.h"
+#include "app/navigation.h"
+#include "app/radio_display.h"
 #include "app/status_line.h"
 #include "app/user_options.h"
+#include "checkup/finding.h"
 #include "dialogs/dlg_com.h"
-#include "dialogs/dlg_modify.h"
 #include "dialogs/frm_about.h"
 #include "dialogs/help_desk.h"
-#include "document/defaults.h"
 #include "pages/memory_page.h"
 #include "pages/service_page.h"
 #include "pages/settings_page1.h"
 #include "pages/settings_page2.h"
 #include "pages/special_channels.h"
-#include "widgets/input_guard.h"
-#include "widgets/message_box.h"
+#include "widgets/held_keys.h"
 #include "widgets/outer_size.h"
 #include "widgets/paths.h"
 
 namespace q40 {
 namespace {
 
-constexpr int kSettings1Tab = 0;
-constexpr int kSettings2Tab = 1;
-constexpr int kMemoryTab = 2;
 constexpr std::chrono::milliseconds kLinkTimerInterval{500};
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 }  // namespace
 
 frmMain::frmMain(const MainOptions& options)
-    : document_(FreshDocument()),
-      startup_path_(options.startup_path),
-      backup_folder_(options.backup_folder),
-      start_pause_(options.start_pause),
-      port_file_(options.program_folder, options.user_folder),
-      port_(new ComPort(options.simulation, this)),
-      events_(this),
-      link_(port_->port(), events_.Timers(), events_),
-      sequences_(link_, document_, *this),
-      focus_(*this),
+    : options_(options),
       status_(new StatusLine(this)),
-      size_(new OuterSize(*this)) {
+      size_(new OuterSize(*this)),
+      session_(options, this),
+      prompts_(*this, *status_),
+      pages_(session_.document()),
+      edits_(session_.document(), [this](const DocumentChange& change) { ShowChange(change); }),
+      files_(session_, prompts_),
+      lists_(session_, prompts_, files_, this),
+      radio_(session_, prompts_, files_, RadioOptions(), this),
+      service_(session_, this),
+      navigation_(new Navigation(pages_, *this)),
+      display_(new RadioDisplay({session_, pages_, *navigation_, *status_}, *this)),
+      checkup_(new CheckUpCommand(session_, *this)),
+      help_(new HelpDesk(*this, [this] { return navigation_->Front(); })),
+      menus_(new MainMenus(*this)),
+      editor_(pages_, edits_, *this) {
   setObjectName(QStringLiteral("frmMain"));
-  port_->setObjectName(QStringLiteral("MSComm1"));
-  setWindowTitle(Text(kWindowTitle));
+  setWindowTitle(Shown(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
   setAcceptDrops(true);
   setStatusBar(status_);
-  MakePages();
-  ConnectPages();
-  MakeMenus();
-  MakeToolBar();
-  modify_ = new dlgModify(this);
-  port_->SetNumber(port_file_.Read());
-  ShowDocument();
-  ChangeFont();
-  ShowStatus();
+  setCentralWidget(&navigation_->tabs());
+  new HeldKeys(this);
+  ConnectSession();
+  ConnectSettings();
+  ConnectChannels();
+  ConnectCommands();
+  session_.TellReplaced();
+  pages_.ChangeFont();
 }
 
-frmMain::~frmMain() = default;
+// The pages go first: a box that loses the focus hands over what was typed.
+frmMain::~frmMain() { delete takeCentralWidget(); }
+
+// The check marks, and not what is remembered of them: that may be out of reach.
+RadioCommands::Options frmMain::RadioOptions() {
+  return {options_.backup_folder, [this] {
+            return RadioCommands::NetChoice{menus_->IsChecked(kBackUpEntry),
+                                            menus_->IsChecked(kVerifyEntry)};
+          }};
+}
+
+// ---- what is connected with what
+
+void frmMain::ConnectSession() {
+  connect(&session_, &Session::replaced, this, [this] { pages_.ShowDocument(); });
+  connect(&session_, &Session::pathChanged, this, &frmMain::ShowTitle);
+  connect(&session_, &Session::factsChanged, this, &frmMain::ShowStatus);
+  connect(&session_, &Session::settling, &pages_.settings2(), &SettingsPage2::LeaveDialer);
+  display_->Follow(radio_);
+  display_->Follow(service_);
+  connect(display_, &RadioDisplay::opened, this, &frmMain::ShowWindow);
+  connect(checkup_, &CheckUpCommand::opened, this, &frmMain::ShowWindow);
+  connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
+}
+
+void frmMain::ConnectSettings() {
+  const auto run = [this](Command command) { return [this, command] { Run(command); }; };
+  for (const SettingsPage* page : {static_cast<SettingsPage*>(&pages_.settings1()),
+                                   static_cast<SettingsPage*>(&pages_.settings2())}) {
+    connect(page, &SettingsPage::settingChosen, this,
+            [this](const Setting& setting, int value) { edits_.SetSetting(setting, value); });
+    connect(page, &SettingsPage::looseBoxClicked, this, [this] { edits_.TouchLooseBox(); });
+    connect(page, &SettingsPage::readRequested, this, run(Command::kReadSettings));
+    connect(page, &SettingsPage::writeRequested, this, run(Command::kWriteSettings));
+  }
+  const SettingsPage1* page = &pages_.settings1();
+  connect(page, &SettingsPage1::modelChosen, this, &frmMain::ChooseModel);
+  connect(page, &SettingsPage1::bandChosen, this, &frmMain::ChooseBand);
+  connect(page, &SettingsPage1::autoSelectRequested, this, run(Command::kAutoSelect));
+  connect(&pages_.settings2(), &SettingsPage2::dialEdited, this,
+          [this](int index, const std::string& text) { edits_.SetDialText(index, text); });
+}
+
+void frmMain::ConnectChannels() {
+  const auto run = [this](Command command) { return [this, command] { Run(command); }; };
+  const auto note = [this](const QString& text) { prompts_.Note(text); };
+  const MemoryPage* memory = &pages_.memory();
+  connect(memory, &MemoryPage::readRequested, this, run(Command::kReadMemory));
+  connect(memory, &MemoryPage::writeRequested, this, run(Command::kWriteMemory));
+  connect(memory, &MemoryPage::insertRequested, this, [this](int n) { edits_.InsertMemory(n); });
+  connect(memory, &MemoryPage::deleteRequested, this, [this](int n) { edits_.DeleteMemory(n); });
+  connect(memory, &MemoryPage::clearRequested, this, [this](int n) { edits_.ClearMemory(n); });
+  connect(memory, &MemoryPage::clearAllRequested, this, [this] { edits_.ClearAllMemory(); });
+  connect(memory, &MemoryPage::noted, this, note);
+  connect(memory, &MemoryPage::openRequested, this, [this](int n) {
+    if (!IsBusy()) editor_.OpenMemory(n);
+  });
+  const SpecialChannels* special = &pages_.special();
+  connect(special, &SpecialChannels::clearLimitRequested, this,
+          [this](int k) { edits_.ClearLimit(k); });
+  connect(special, &SpecialChannels::noted, this, note);
+  connect(special, &SpecialChannels::openRequested, this, [this](int k) {
+    if (!IsBusy()) editor_.OpenSpecial(k);
+  });
+}
+
+void frmMain::ConnectCommands() {
+  connect(menus_, &MainMenus::chosen, this, &frmMain::Run);
+  connect(menus_, &MainMenus::recentFileChosen, this, [this](const std::string& path) {
+    if (MayRun()) files_.OpenRecentFile(path);
+  });
+  connect(&pages_.service(), &ServicePage::readRequested, &service_, &ServiceCommands::ReadBlock);
+  connect(&pages_.service(), &ServicePage::dumpRequested, this,
+          [this] { Run(Command::kServiceDump); });
+  connect(navigation_, &Navigation::pageShown, this,
+          [this](bool has_channels) { menus_->SetEnabled(kEditChannelEntry, has_channels); });
+  connect(navigation_, &Navigation::bandWanted, this, [this](Band band) {
+    pages_.settings1().ShowBand(band);
+    ChooseBand(band);
+  });
+  connect(&lists_, &ListCommands::imported, this,
+          [this](const ImportReport& report) { pages_.ShowImported(report); });
+  connect(&lists_, &ListCommands::accounted, checkup_, &CheckUpCommand::KeepNotes);
+  connect(&radio_, &RadioCommands::specialChannelsRead, checkup_, &CheckUpCommand::ForgetNotes);
+  connect(&radio_, &RadioCommands::memoryChannelRead, checkup_, &CheckUpCommand::ForgetNotes);
+  connect(checkup_, &CheckUpCommand::notesKept, this,
+          [this](bool kept) { menus_->SetEnabled(kImportNotesEntry, kept); });
+  connect(checkup_, &CheckUpCommand::checkRequested, this, [this] { Run(Command::kCheckAgain); });
+  connect(checkup_, &CheckUpCommand::placeChosen, this, [this](const Place& place) {
+    if (MayRun()) navigation_->GoTo(place);
+  });
+}
 
 // ---- start-up and exit
 
 void frmMain::StartUp() {
-  SetBusy(Busy::kStarting);
+  session_.SetBusy(Session::Busy::kStarting);
   show();
   // Timer1 serves the pause and, from then on, the link.
   auto* timer = findChild<QTimer*>(QStringLiteral("Timer1"));
   connect(timer, &QTimer::timeout, this, &frmMain::FinishStartUp, Qt::SingleShotConnection);
-  timer->start(start_pause_);
+  timer->start(options_.start_pause);
 }
 
 void frmMain::FinishStartUp() {
   if (!isVisible()) return;  // closed in the meantime
   size_->Fit();
   findChild<QTimer*>(QStringLiteral("Timer1"))->setInterval(kLinkTimerInterval);
-  setWindowTitle(Text(kWindowTitle));
-  SwitchTab(tabs_->currentIndex());
-  SetBusy(Busy::kNo);
-  if (!startup_path_.empty()) {
-    OpenCloneFile(startup_path_);
-    startup_path_.clear();
-  }
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
+  setWindowTitle(Shown(kWindowTitle));
+  navigation_->SwitchTab(navigation_->tabs().currentIndex());
+  session_.SetBusy(Session::Busy::kNo);
+  if (!options_.startup_path.empty()) files_.OpenCloneFile(options_.startup_path);
+  session_.ForgetChanges();
   ShowStatus();
   emit ready();
 }
 
-void frmMain::SetBusy(Busy busy) {
-  busy_ = busy;
-  if (busy == Busy::kTalking) focus_.Keep();
-  guard_->SetActive(busy != Busy::kNo);
-  // The pages' own shortcuts and mnemonics pass no filter.
-  memory_->SetLocked(busy != Busy::kNo);
-  special_->SetLocked(busy != Busy::kNo);
-  if (busy == Busy::kTalking) focus_.Park();
-  if (busy == Busy::kNo) focus_.Restore(*tabs_->currentWidget());
-}
-
 void frmMain::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (busy_ == Busy::kTalking) return status_->Hint(tr("The radio is being read or written."));
+  if (session_.busy() == Session::Busy::kTalking) {
+    return status_->Hint(tr("The radio is being read or written."));
+  }
   // Intended: changed channels alone are not asked about.
-  if (document_.SettingsChanged && !AskToSave()) return;
-  port_file_.Write(port_->number());
+  if (document().SettingsChanged && !files_.AskToSave()) return;
+  session_.KeepPortNumber();
   while (!windows_.empty()) {  // the one opened last goes first
     windows_.back()->close();
     windows_.pop_back();
@@ -131,66 +203,99 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::Run(Command command) {
   // The start-up pause keeps nobody from leaving.
-  const bool leaves = busy_ == Busy::kStarting && command == &frmMain::Exit;
-  if (leaves || MayRun()) (this->*command)();
+  const bool leaves = session_.busy() == Session::Busy::kStarting && command == Command::kExit;
+  if (leaves || MayRun()) Execute(command);
 }
 
 // Says so when the radio is in the way.
 bool frmMain::MayRun() {
-  if (busy_ == Busy::kTalking) status_->Hint(tr("Please wait until the radio is done."));
-  return busy_ == Busy::kNo;
+  if (session_.busy() == Session::Busy::kTalking) {
+    status_->Hint(tr("Please wait until the radio is done."));
+  }
+  return !IsBusy();
 }
 
-// Shows the page of a tab, also when it is the current one and the service page lies over it.
-void frmMain::SwitchTab(int tab) {
-  tabs_->setCurrentIndex(tab);
-  frames_[3]->hide();
-  for (int i = 0; i < tabs_->count(); ++i)
-    frames_[static_cast<std::size_t>(i)]->setEnabled(i == tab);
-  edit_channel_->setEnabled(tab != kSettings2Tab);
+void frmMain::Execute(Command command) {
+  using S = Sequences;
+  switch (command) {
+    case Command::kNone: return;
+    case Command::kNew: return files_.NewCommand();
+    case Command::kOpen: return files_.Open();
+    case Command::kSave: files_.Save(); return;
+    case Command::kSaveAs: files_.SaveAs(pages_.settings1().ChosenModel()); return;
+    case Command::kImport: return lists_.Import();
+    case Command::kExport: return lists_.Export();
+    case Command::kExit: close(); return;
+    case Command::kEditChannel: return editor_.OpenCurrent(navigation_->tabs().currentIndex());
+    case Command::kReadSettings: return radio_.Read(&S::ReadSettings);
+    case Command::kReadMemory: return radio_.Read(&S::ReadMemory);
+    case Command::kWriteSettings: return radio_.Write(Half::kSettings);
+    case Command::kWriteMemory: return radio_.Write(Half::kMemory);
+    case Command::kAutoSelect: return radio_.Read(&S::AutoSelect);
+    case Command::kMenuReadSettings:
+      return radio_.ReadFromMenu(&S::ReadSettings, Sequence::kReadSettings);
+    case Command::kMenuReadMemory:
+      return radio_.ReadFromMenu(&S::ReadMemory, Sequence::kReadMemory);
+    case Command::kMenuReadAll: return radio_.ReadFromMenu(&S::ReadAll, Sequence::kReadSettings);
+    case Command::kMenuWriteSettings: return radio_.WriteFromMenu(Half::kSettings);
+    case Command::kMenuWriteMemory: return radio_.WriteFromMenu(Half::kMemory);
+    case Command::kMenuWriteAll: return radio_.WriteFromMenu(Half::kBoth);
+    case Command::kChoosePort: return ChoosePort();
+    case Command::kCheckUp: return checkup_->Show();
+    case Command::kCheckAgain: return checkup_->CheckAgain();
+    case Command::kImportNotes: return checkup_->ShowNotes();
+    case Command::kService: return navigation_->ShowService();
+    case Command::kServiceDump: return service_.Dump();
+    case Command::kHelp: return help_->Explain(focusWidget());
+    case Command::kAbout: return About();
+  }
 }
 
-void frmMain::ShowService() {
-  for (const std::size_t page : {0U, 1U, 2U}) frames_[page]->setEnabled(false);
-  edit_channel_->setEnabled(false);
-  PlaceService();
-  frames_[3]->show();
-  frames_[3]->raise();
-  service_->setFocus();
+// An option that may not be chosen goes back to what the document has.
+void frmMain::ChooseModel(int model) {
+  if (IsBusy() || !files_.SelectModel(model)) pages_.settings1().ShowModel(document().model);
 }
 
-// Over the current page, which keeps its size.
-void frmMain::PlaceService() {
-  const QWidget* page = tabs_->currentWidget();
-  frames_[3]->setGeometry(QRect(page->mapTo(tabs_, QPoint(0, 0)), page->size()));
-}
-
-void frmMain::resizeEvent(QResizeEvent* event) {
-  QMainWindow::resizeEvent(event);
-  // After the layout has given the pages their new size.
-  QTimer::singleShot(0, this, &frmMain::PlaceService);
-}
-
-void frmMain::ToggleToolBar(bool visible) {
-  findChild<QToolBar*>(QStringLiteral("tbToolBar"))->setVisible(visible);
-}
-
-void frmMain::ToggleStatusBar(bool visible) { status_->setVisible(visible); }
-
-void frmMain::EditCurrent() {
-  if (tabs_->currentIndex() == kSettings1Tab) OpenSpecialChannel(special_->grid().CurrentRow() - 1);
-  if (tabs_->currentIndex() == kMemoryTab) OpenMemoryChannel(memory_->grid().CurrentRow() - 1);
+void frmMain::ChooseBand(Band band) {
+  if (IsBusy()) return pages_.settings1().ShowBand(document().image.ShownBand);
+  edits_.ChooseBand(band);
 }
 
 void frmMain::ChoosePort() {
   dlgCOM dialog(
-      port_->number(), [this] { return port_->States(); }, this);
-  if (dialog.exec() == QDialog::Accepted) port_->SetNumber(dialog.Number());
+      session_.port().number(), [this] { return session_.port().States(); }, this);
+  if (dialog.exec() == QDialog::Accepted) session_.port().SetNumber(dialog.Number());
   ShowStatus();
 }
 
 void frmMain::About() { frmAbout(status_->port(), this).exec(); }
-void frmMain::Help() { help_->Explain(focusWidget()); }
+
+// ---- what the window shows of the session
+
+void frmMain::ShowTitle() {
+  QString title = Shown(kWindowTitle);
+  if (!session_.path().empty()) title += QStringLiteral(" - ") + Shown(FileName(session_.path()));
+  // "[*]" in a title is a mark of the toolkit's own.
+  setWindowTitle(title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+  ShowStatus();
+}
+
+void frmMain::ShowStatus() {
+  const QString part = session_.part().Text();
+  QString state = session_.HasChanges() ? tr("Changed") : tr("Not changed");
+  if (!part.isEmpty()) state += tr(", part of a radio");
+  status_->ShowFacts(
+      {tr("%1 version %2")
+           .arg(Shown(ModelName(document().model)), document().image.VersionA ? "A" : "0"),
+       tr("COM %1: %2").arg(session_.port().number()).arg(session_.port().device()), state, part});
+}
+
+void frmMain::ShowChange(const DocumentChange& change) {
+  pages_.Redraw(change);
+  if (!change.is_edit) return;
+  status_->Action();
+  ShowStatus();
+}
 
 void frmMain::ShowWindow(QWidget& window) {
   std::erase(windows_, &window);
@@ -200,117 +305,10 @@ void frmMain::ShowWindow(QWidget& window) {
   window.activateWindow();
 }
 
-// ---- the status bar
-
-void frmMain::ShowStatus() {
-  QString state = HasChanges() ? tr("Changed") : tr("Not changed");
-  if (!part_.Text().isEmpty()) state += tr(", part of a radio");
-  status_->ShowFacts(
-      {tr("%1 version %2")
-           .arg(Text(ModelName(document_.model)), document_.image.VersionA ? "A" : "0"),
-       tr("COM %1: %2").arg(port_->number()).arg(port_->device()), state, part_.Text()});
-}
-
-void frmMain::Edited() {
-  status_->Action();
-  ShowStatus();
-}
-
-void frmMain::Note(const QString& text) { status_->Result(text); }
-void frmMain::NoteFailure(const QString& text) { status_->Failure(text); }
-
-// The document starts anew, with the defaults of its model. While a radio is talked to this is part of
-// what is told at the end.
-void frmMain::NoteStart() {
-  let_go_.clear();
-  if (!path_.empty()) {
-    let_go_ = tr(" Before, %1 was open.").arg(Shown(FileName(path_)));
-  }
-  if (busy_ == Busy::kTalking) return;
-  Note(tr("Started anew with the defaults of the %1.").arg(Text(ModelName(document_.model))) +
-       let_go_);
-}
-
-bool frmMain::HasChanges() const { return document_.SettingsChanged || document_.MemoryChanged; }
-
-// ---- the document on the pages
-
-void frmMain::ShowDocument() {
-  settings1_->ShowModel(document_.model);
-  ShowSettings();
-  UpdateVFOData();
-  ShowDialTexts();
-  memory_->RedrawAll();
-  ForgetImportNotes();
-  part_.Forget();
-  ShowStatus();
-  CheckNewData();
-}
-
-void frmMain::ShowDialTexts() {
-  for (int index = 0; index < kDialCount; ++index) ShowDialText(index);
-}
-
-// The dialer memories are taken over as they are edited.
-void frmMain::CollectSettings() {
-  settings2_->LeaveDialer();
-  settings1_->TakeValues(document_.settings);
-  settings2_->TakeValues(document_.settings);
-}
-
-void frmMain::ChangeFont() {
-  memory_->grid().ChangeFont();
-  special_->grid().ChangeFont();
-}
-
-void frmMain::UpdateVFOData() { special_->UpdateVFOData(); }
-
-void frmMain::ChooseBand(Band band) {
-  if (IsBusy()) return settings1_->ShowBand(document_.image.ShownBand);
-  q40::ShowBand(document_.image, band);
-  UpdateVFOData();
-}
-
-// ---- the edit dialog
-
-void frmMain::OpenMemoryChannel(int n) {
-  CloneImage& image = document_.image;
-  const auto row = static_cast<std::size_t>(n);
-  modify_->Prepare({.kind = ChannelKind::kMemory,
-                    .index = n,
-                    .band = image.ShownBand,
-                    .model = settings1_->ChosenModel(),
-                    .range = VersionOf(image),
-                    .in_use = image.ChannelInUse[row],
-                    .record = image.MemoryTable[row],
-                    .fresh = image.TemplateChannel()});
-  if (modify_->exec() != QDialog::Accepted) return;
-  document_.MemoryChanged = true;
-  image.ChannelInUse[row] = true;
-  document_.SettingsChanged = true;
-  image.MemoryTable[row] = modify_->Result();
-  memory_->Grid1Data(n);
-  Edited();
-}
-
-void frmMain::OpenSpecialChannel(int k) {
-  CloneImage& image = document_.image;
-  const auto row = static_cast<std::size_t>(k);
-  modify_->Prepare({.kind = ChannelKind::kSpecial,
-                    .index = k,
-                    .band = image.ShownBand,
-                    .model = settings1_->ChosenModel(),
-                    .range = VersionOf(image),
-                    .in_use = true,
-                    .record = image.ShownSpecialSet[row],
-                    .fresh = {}});
-  if (modify_->exec() != QDialog::Accepted) return;
-  document_.SettingsChanged = true;  // intended: MemoryChanged stays
-  image.ShownSpecialSet[row] = modify_->Result();
-  if (k >= kPhRow) image.ShownPresent[row - kPhRow] = true;
-  StoreShownRow(image, k);
-  special_->Grid2Data(k);
-  Edited();
+// After the layout has given the pages their new size.
+void frmMain::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  QTimer::singleShot(0, navigation_, &Navigation::PlaceService);
 }
 
 // ---- a file dropped on the window
@@ -326,7 +324,7 @@ void frmMain::dropEvent(QDropEvent* event) {
   const std::string path = PathBytes(event->mimeData()->urls().front());
   // After the drop is over: a question must not keep the other program waiting.
   QTimer::singleShot(0, this, [this, path] {
-    if (!IsBusy()) OpenAfterQuestion(path);
+    if (!IsBusy()) files_.OpenAfterQuestion(path);
   });
 }
 

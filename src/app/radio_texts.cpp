@@ -63,6 +63,10 @@ QString NoteText(const SequenceReport& report) {
 
 }  // namespace
 
+bool MovesMemory(Sequence sequence) {
+  return sequence == Sequence::kReadMemory || sequence == Sequence::kWriteMemory;
+}
+
 QString DoingText(Sequence sequence) {
   switch (sequence) {
     case Sequence::kReadSettings: return tr("Reading settings");

@@ -7,6 +7,9 @@
 
 namespace q40 {
 
+// Of memory channels, not of settings.
+bool MovesMemory(Sequence sequence);
+
 // "Reading memory"
 QString DoingText(Sequence sequence);
 // "Reading memory (RX-Q40E version A): memory channel 7, 8 of 210"

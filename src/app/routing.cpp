@@ -2,50 +2,49 @@
 
 namespace q40 {
 
-std::span<const CommandRow> CommandRow::All() {
+std::span<const CommandRow> CommandRows() {
   using Menu = CommandMenu;
-  using M = frmMain;
+  using C = Command;
   constexpr auto kNoKey = QKeySequence::UnknownKey;
-  static const CommandRow rows[] = {
-      {"mnuFileNew", Menu::kFile, "&New", QKeySequence::New, "", &M::NewCommand, nullptr, "New"},
-      {"mnuFileOpen", Menu::kFile, "&Open...", QKeySequence::Open, "", &M::Open, nullptr, "Open"},
-      {"mnuFileSave", Menu::kFile, "&Save", QKeySequence::Save, "", &M::SaveCommand, nullptr,
-       "Save"},
-      {"mnuFileSaveAs", Menu::kFile, "Save &As...", kNoKey, "Ctrl+Shift+S", &M::SaveAs},
+  static constexpr CommandRow rows[] = {
+      {"mnuFileNew", Menu::kFile, "&New", QKeySequence::New, "", C::kNew, "New"},
+      {"mnuFileOpen", Menu::kFile, "&Open...", QKeySequence::Open, "", C::kOpen, "Open"},
+      {"mnuFileSave", Menu::kFile, "&Save", QKeySequence::Save, "", C::kSave, "Save"},
+      {"mnuFileSaveAs", Menu::kFile, "Save &As...", kNoKey, "Ctrl+Shift+S", C::kSaveAs},
       {nullptr, Menu::kFile},
-      {"mnuImport", Menu::kFile, "&Import CSV...", kNoKey, "Ctrl+I", &M::Import},
-      {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", &M::Export},
+      {"mnuImport", Menu::kFile, "&Import CSV...", kNoKey, "Ctrl+I", C::kImport},
+      {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", C::kExport},
       {nullptr, Menu::kFile},
       {kRecentFilesEntry, Menu::kFile, "&Recent Files"},
       {nullptr, Menu::kFile},
-      {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", &M::Exit},
+      {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", C::kExit},
 
-      {"mnuEditUndo", Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", &M::EditCurrent},
+      {kEditChannelEntry, Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", C::kEditChannel},
 
-      {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", nullptr, &M::ToggleToolBar},
-      {"mnuStatusBar", Menu::kView, "&Status Bar", kNoKey, "", nullptr, &M::ToggleStatusBar},
+      {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", C::kNone, "", "tbToolBar"},
+      {"mnuStatusBar", Menu::kView, "&Status Bar", kNoKey, "", C::kNone, "", "sbStatusBar"},
 
-      {"mnuReSet", Menu::kRadio, "&Read Settings", kNoKey, "F5", &M::MenuReadSettings},
-      {"mnuReMem", Menu::kRadio, "Read &Memory", kNoKey, "F6", &M::MenuReadMemory},
-      {"mnuReAll", Menu::kRadio, "Read &All", kNoKey, "F7", &M::MenuReadAll},
+      {"mnuReSet", Menu::kRadio, "&Read Settings", kNoKey, "F5", C::kMenuReadSettings},
+      {"mnuReMem", Menu::kRadio, "Read &Memory", kNoKey, "F6", C::kMenuReadMemory},
+      {"mnuReAll", Menu::kRadio, "Read &All", kNoKey, "F7", C::kMenuReadAll},
       {nullptr, Menu::kRadio},
-      {"mnuWrSet", Menu::kRadio, "&Write Settings", kNoKey, "Shift+F5", &M::MenuWriteSettings},
-      {"mnuWrMem", Menu::kRadio, "Write M&emory", kNoKey, "Shift+F6", &M::MenuWriteMemory},
-      {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", &M::MenuWriteAll},
+      {"mnuWrSet", Menu::kRadio, "&Write Settings", kNoKey, "Shift+F5", C::kMenuWriteSettings},
+      {"mnuWrMem", Menu::kRadio, "Write M&emory", kNoKey, "Shift+F6", C::kMenuWriteMemory},
+      {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", C::kMenuWriteAll},
 
-      {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", &M::ChoosePort},
-      {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", &M::ShowCheckUp},
-      {"mnuImportNotes", Menu::kTools, "&Import Notes...", kNoKey, "", &M::ShowImportNotes},
+      {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", C::kChoosePort},
+      {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", C::kCheckUp},
+      {kImportNotesEntry, Menu::kTools, "&Import Notes...", kNoKey, "", C::kImportNotes},
       {nullptr, Menu::kTools},
-      {"mnuBackUp", Menu::kTools, "&Back Up Before Writing", kNoKey, "", nullptr, nullptr, "",
+      {kBackUpEntry, Menu::kTools, "&Back Up Before Writing", kNoKey, "", C::kNone, "", "",
        kBackUpOption},
-      {"mnuVerify", Menu::kTools, "&Verify After Writing", kNoKey, "", nullptr, nullptr, "",
+      {kVerifyEntry, Menu::kTools, "&Verify After Writing", kNoKey, "", C::kNone, "", "",
        kVerifyOption},
       {nullptr, Menu::kTools},
-      {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", &M::ShowService},
+      {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", C::kService},
 
-      {"mnuHelpContents", Menu::kHelp, "&Help", QKeySequence::HelpContents, "", &M::Help},
-      {"mnuHelpAbout", Menu::kHelp, "&About...", kNoKey, "", &M::About, nullptr, "Help"},
+      {"mnuHelpContents", Menu::kHelp, "&Help", QKeySequence::HelpContents, "", C::kHelp},
+      {"mnuHelpAbout", Menu::kHelp, "&About...", kNoKey, "", C::kAbout, "Help"},
   };
   return rows;
 }

@@ -1,17 +1,51 @@
-// The routing table: every menu entry, what it calls, and how it is reached.
+// The routing table: every command, and the menu entry, the keys and the toolbar button that lead to it.
 #pragma once
 
 #include <span>
 
 #include <QKeySequence>
 
-#include "app/frm_main.h"
-
 namespace q40 {
 
 inline constexpr const char* kBackUpOption = "BackUpBeforeWriting";
+inline constexpr const char* kBackUpEntry = "mnuBackUp";
 inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of its own
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
+inline constexpr const char* kVerifyEntry = "mnuVerify";
+inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
+inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
+
+// What the window can be told to do. The compiler sees to it that each is carried out.
+enum class Command : unsigned char {
+  kNone,
+  kNew,
+  kOpen,
+  kSave,
+  kSaveAs,
+  kImport,
+  kExport,
+  kExit,
+  kEditChannel,
+  kReadSettings,  // from a page
+  kReadMemory,
+  kWriteSettings,
+  kWriteMemory,
+  kAutoSelect,
+  kMenuReadSettings,  // from the menu, which brings the page to the front
+  kMenuReadMemory,
+  kMenuReadAll,
+  kMenuWriteSettings,
+  kMenuWriteMemory,
+  kMenuWriteAll,
+  kChoosePort,
+  kCheckUp,
+  kCheckAgain,
+  kImportNotes,
+  kService,
+  kServiceDump,
+  kHelp,
+  kAbout,
+};
 
 enum class CommandMenu : unsigned char { kFile, kEdit, kView, kRadio, kTools, kHelp };
 
@@ -21,13 +55,12 @@ struct CommandRow {
   const char* caption = "";
   QKeySequence::StandardKey standard_key = QKeySequence::UnknownKey;
   const char* shortcut = "";
-  void (frmMain::*run)() = nullptr;         // runs only while the window is not busy
-  void (frmMain::*toggle)(bool) = nullptr;  // of a check mark; runs at any time
-  const char* toolbar_key = "";             // the toolbar button that does the same
-  const char* option = "";                  // of a check mark that is remembered, off at first
-
-  static std::span<const CommandRow> All();
+  Command command = Command::kNone;  // runs only while the window is not busy
+  const char* toolbar_key = "";      // the toolbar button that does the same
+  const char* shows = "";            // of a check mark: the bar that it shows or hides, at any time
+  const char* option = "";           // of a check mark that is remembered, off at first
 };
+std::span<const CommandRow> CommandRows();
 
 // What is surprising about a command, for the status bar while its entry is highlighted.
 struct CommandHint {

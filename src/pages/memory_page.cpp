@@ -6,7 +6,6 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-#include "document/memory_edit.h"
 #include "widgets/message_box.h"
 
 namespace q40 {
@@ -20,10 +19,9 @@ constexpr const char* kClearAllText =
 
 }  // namespace
 
-MemoryPage::MemoryPage(CloneDocument& document, QWidget* parent)
+MemoryPage::MemoryPage(const CloneImage& image, QWidget* parent)
     : QWidget(parent),
-      document_(document),
-      grid_(new ChannelGrid(ChannelKind::kMemory, document.image, this)),
+      grid_(new ChannelGrid(ChannelKind::kMemory, image, this)),
       progress_(new QProgressBar(this)) {
   grid_->setObjectName(QStringLiteral("MSFlexGrid1"));
   grid_->setAccessibleName(tr("Memory channels"));
@@ -83,7 +81,6 @@ QPushButton* MemoryPage::AddButton(QBoxLayout& row, const char* name, const char
   return button;
 }
 
-void MemoryPage::Grid1Data(int n) { grid_->cells().Redraw(n, n); }
 void MemoryPage::RedrawAll() { grid_->cells().Redraw(0, kMemoryChannelCount - 1); }
 void MemoryPage::ShowReadChannel(int n) {
   grid_->cells().Redraw(n, n, ChannelGridModel::Order::kByHeading);
@@ -99,49 +96,36 @@ void MemoryPage::SetCloneButtonsEnabled(bool enabled) {
   write_->setEnabled(enabled);
 }
 
-void MemoryPage::Changed(int first, int last, bool settings_too) {
-  document_.MemoryChanged = true;
-  if (settings_too) document_.SettingsChanged = true;
-  grid_->cells().Redraw(first - 1, last - 1);
-  emit edited();
-}
-
 // Intended: no question, although D9 is dropped.
 void MemoryPage::Insert() {
   constexpr int kD9 = kMemoryChannelCount - 1;
-  const int row = grid_->CurrentRow();
+  const int n = grid_->CurrentRow() - 1;
   const QString dropped = grid_->cells().Described(kD9);
-  InsertMemoryChannel(document_.image, row - 1);
-  Changed(row, kMemoryChannelCount, true);
+  emit insertRequested(n);
   emit noted(tr("Inserted: channel %1. Fallen off the end: channel %2.")
-                 .arg(QString::fromStdString(ChannelTitle(row - 1)), dropped));
+                 .arg(QString::fromStdString(ChannelTitle(n)), dropped));
 }
 
 void MemoryPage::Delete() {
-  const int row = grid_->CurrentRow();
-  const QString channel = grid_->cells().Described(row - 1);
+  const int n = grid_->CurrentRow() - 1;
+  const QString channel = grid_->cells().Described(n);
   emit noted(tr("Delete channel %1? Those behind it move up.").arg(channel));
   if (!Confirmed(this, kDeleteTitle, kDeleteText)) return emit noted(tr("Nothing was deleted."));
-  DeleteMemoryChannel(document_.image, row - 1);
-  Changed(row, kMemoryChannelCount, true);
+  emit deleteRequested(n);
   emit noted(tr("Deleted: channel %1.").arg(channel));
 }
 
 void MemoryPage::Clear() {
-  const int row = grid_->CurrentRow();
-  const QString channel = grid_->cells().Described(row - 1);
+  const int n = grid_->CurrentRow() - 1;
+  const QString channel = grid_->cells().Described(n);
   emit noted(tr("Clear channel %1?").arg(channel));
   if (!Confirmed(this, kClearTitle, kClearText)) return emit noted(tr("Nothing was cleared."));
-  ClearMemoryChannel(document_.image, row - 1);
-  Changed(row, row, true);
+  emit clearRequested(n);
   emit noted(tr("Cleared: channel %1.").arg(channel));
 }
 
-// Intended: SettingsChanged stays, so that quitting after it does not ask.
 void MemoryPage::ClearAll() {
-  if (!Confirmed(this, kClearTitle, kClearAllText)) return;
-  ClearAllMemoryChannels(document_.image);
-  Changed(1, kMemoryChannelCount, false);
+  if (Confirmed(this, kClearTitle, kClearAllText)) emit clearAllRequested();
 }
 
 void MemoryPage::StepDown() {

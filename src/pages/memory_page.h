@@ -3,7 +3,6 @@
 
 #include <QWidget>
 
-#include "document/clone_document.h"
 #include "pages/channel_grid.h"
 
 class QBoxLayout;
@@ -16,19 +15,17 @@ class MemoryPage : public QWidget {
   Q_OBJECT
 
  public:
-  // Edits the memory channels of the document, which must outlive the page.
-  MemoryPage(CloneDocument& document, QWidget* parent);
+  // Shows the memory channels of the image, which must outlive the page.
+  MemoryPage(const CloneImage& image, QWidget* parent);
 
   [[nodiscard]] ChannelGrid& grid() { return *grid_; }
   [[nodiscard]] QProgressBar& progress() { return *progress_; }
 
-  // Redraws the row of channel n.
-  void Grid1Data(int n);
   void RedrawAll();
   // Draws the row of channel n as a read from the radio does.
   void ShowReadChannel(int n);
 
-  // While locked, the page changes nothing.
+  // While locked, the page wants nothing changed.
   void SetLocked(bool locked);
   void SetCloneButtonsEnabled(bool enabled);
 
@@ -36,7 +33,11 @@ class MemoryPage : public QWidget {
   void openRequested(int n);  // channel 0..209
   void readRequested();
   void writeRequested();
-  void edited();
+  // What the user wants done, after the question that goes with it. Returns when it has been done.
+  void insertRequested(int n);
+  void deleteRequested(int n);
+  void clearRequested(int n);
+  void clearAllRequested();
   // What a command is about to do, or has done, to which channel.
   void noted(const QString& text);
 
@@ -49,11 +50,7 @@ class MemoryPage : public QWidget {
   void ClearAll();
   void StepDown();
   void StepUp();
-  // Redraws the rows from grid row `first` to the last, and sets the flags that the command
-  // changes.
-  void Changed(int first, int last, bool settings_too);
 
-  CloneDocument& document_;
   ChannelGrid* grid_;
   QProgressBar* progress_;
   std::vector<QPushButton*> edit_buttons_;

@@ -18,12 +18,6 @@ QString Text(std::string_view text) {
 
 }  // namespace
 
-int SettingsPage::Bound::Value() const {
-  if (list != nullptr) return list->currentIndex();
-  if (slider != nullptr) return slider->value();
-  return box->isChecked() ? 1 : 0;
-}
-
 void SettingsPage::Bound::Show(int value) const {
   if (list != nullptr) list->setCurrentIndex(value);
   if (slider != nullptr) slider->setValue(value);
@@ -37,10 +31,6 @@ void SettingsPage::SetValues(const SettingsValues& values) {
   ValuesShown();
 }
 
-void SettingsPage::TakeValues(SettingsValues& values) const {
-  for (const Bound& control : controls_) values.*control.setting->value = control.Value();
-}
-
 void SettingsPage::SetCloneButtonsEnabled(bool enabled) {
   for (QPushButton* button : clone_buttons_) button->setEnabled(enabled);
 }
@@ -51,7 +41,8 @@ QComboBox* SettingsPage::MakeList(Value value) {
   list->setObjectName(Text(setting.control));
   list->setAccessibleName(Text(setting.caption).trimmed());
   for (const std::string_view text : setting.items) list->addItem(Text(text));
-  if (setting.counts) connect(list, &QComboBox::activated, this, &SettingsPage::edited);
+  connect(list, &QComboBox::activated,
+          [this, &setting](int item) { emit settingChosen(setting, item); });
   LeaveWheelToPage(list);
   controls_.push_back({&setting, list});
   return list;
@@ -61,7 +52,8 @@ QCheckBox* SettingsPage::MakeBox(Value value) {
   const Setting& setting = SettingOf(value);
   auto* box = new QCheckBox(Text(setting.caption), this);
   box->setObjectName(Text(setting.control));
-  if (setting.counts) connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
+  connect(box, &QCheckBox::clicked,
+          [this, &setting](bool ticked) { emit settingChosen(setting, ticked ? 1 : 0); });
   controls_.push_back({&setting, nullptr, box});
   return box;
 }
@@ -79,9 +71,9 @@ QSlider* SettingsPage::MakeSlider(Value value, QLabel* label) {
   label->setNum(0);
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("00")));
-  connect(slider, &QSlider::valueChanged, [this, label](int position) {
+  connect(slider, &QSlider::valueChanged, [this, label, &setting](int position) {
     label->setNum(position);
-    if (!loading_) emit edited();
+    if (!loading_) emit settingChosen(setting, position);
   });
   controls_.push_back({&setting, nullptr, nullptr, slider});
   return slider;
@@ -101,7 +93,7 @@ bool SettingsPage::eventFilter(QObject* watched, QEvent* event) {
 QCheckBox* SettingsPage::MakeLooseBox(const QString& name, const char* caption) {
   auto* box = new QCheckBox(QString::fromUtf8(caption), this);
   box->setObjectName(name);
-  connect(box, &QCheckBox::clicked, this, &SettingsPage::edited);
+  connect(box, &QCheckBox::clicked, this, &SettingsPage::looseBoxClicked);
   return box;
 }
 

@@ -23,27 +23,27 @@ class SettingsPage : public QWidget {
 
   // Shows the values of this page's controls. Never reports an edit.
   void SetValues(const SettingsValues& values);
-  // Puts what this page's controls show into `values`; other members stay.
-  void TakeValues(SettingsValues& values) const;
 
   void SetCloneButtonsEnabled(bool enabled);
 
  signals:
-  // The user changed a control that counts as a change of the settings.
-  void edited();
+  // The user set a control, maybe to what it was already.
+  void settingChosen(const q40::Setting& setting, int value);
+  // A box that stands for no setting.
+  void looseBoxClicked();
   void readRequested();
   void writeRequested();
 
  protected:
   using Value = int SettingsValues::*;
 
-  // A list with its items; the item that is chosen already counts as an edit too.
+  // A list with its items.
   QComboBox* MakeList(Value value);
   QCheckBox* MakeBox(Value value);
   // A slider from 0 to the largest value that the radio's byte may have. `label` always shows its
   // position.
   QSlider* MakeSlider(Value value, QLabel* label);
-  // A check box that stands for no byte, but counts as an edit.
+  // A check box that stands for no byte.
   QCheckBox* MakeLooseBox(const QString& name, const char* caption);
   // The list's label, without the blanks in front being lost.
   QLabel* MakeLabel(Value value);
@@ -63,7 +63,6 @@ class SettingsPage : public QWidget {
     QComboBox* list = nullptr;
     QCheckBox* box = nullptr;
     QSlider* slider = nullptr;
-    [[nodiscard]] int Value() const;
     void Show(int value) const;
   };
 

@@ -94,9 +94,7 @@ QWidget* SettingsPage2::MakeDialer() {
     connect(edit, &FilteredEdit::entered, [this, index] { EnterPressed(index); });
     connect(edit, &FilteredEdit::left, this, &SettingsPage2::FillStart);
     connect(edit, &FilteredEdit::textChanged, [this, index](const QString& text) {
-      if (loading_dial_) return;
-      emit dialEdited(index, text.toStdString());
-      emit edited();
+      if (!loading_dial_) emit dialEdited(index, text.toStdString());
     });
     txtDial_[at] = edit;
   }

@@ -6,15 +6,14 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-#include "document/memory_edit.h"
 #include "widgets/message_box.h"
 
 namespace q40 {
 
-SpecialChannels::SpecialChannels(CloneDocument& document, QWidget* parent)
+SpecialChannels::SpecialChannels(const CloneImage& image, QWidget* parent)
     : QWidget(parent),
-      document_(document),
-      grid_(new ChannelGrid(ChannelKind::kSpecial, document.image, this)),
+      image_(image),
+      grid_(new ChannelGrid(ChannelKind::kSpecial, image, this)),
       clear_(new QPushButton(this)) {
   grid_->setObjectName(QStringLiteral("MSFlexGrid2"));
   grid_->setAccessibleName(tr("Special channels"));
@@ -65,20 +64,15 @@ void SpecialChannels::SetLocked(bool locked) {
   clear_->setEnabled(!locked);
 }
 
-void SpecialChannels::Grid2Data(int k) { grid_->cells().Redraw(k, k); }
 void SpecialChannels::UpdateVFOData() { grid_->cells().Redraw(0, kSpecialChannelCount - 1); }
 
-// Intended: only MemoryChanged is set, although the channel is a special one.
 void SpecialChannels::ClearLimit() {
   const int k = grid_->CurrentRow() - 1;
   const QString channel = grid_->cells().Described(k) +
-                          (document_.image.ShownBand == Band::kUhf ? tr(" of UHF") : tr(" of VHF"));
+                          (image_.ShownBand == Band::kUhf ? tr(" of UHF") : tr(" of VHF"));
   emit noted(tr("Clear %1?").arg(channel));
   if (!Confirmed(this, kClearTitle, kClearText)) return emit noted(tr("Nothing was cleared."));
-  ClearShownLimit(document_.image, k);
-  document_.MemoryChanged = true;
-  Grid2Data(k);
-  emit edited();
+  emit clearLimitRequested(k);
   emit noted(tr("Cleared: %1.").arg(channel));
 }
 

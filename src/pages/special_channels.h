@@ -3,7 +3,6 @@
 
 #include <QWidget>
 
-#include "document/clone_document.h"
 #include "pages/channel_grid.h"
 
 class QPushButton;
@@ -14,22 +13,21 @@ class SpecialChannels : public QWidget {
   Q_OBJECT
 
  public:
-  // Edits the special channels of the document, which must outlive the panel.
-  SpecialChannels(CloneDocument& document, QWidget* parent);
+  // Shows the special channels of the image, which must outlive the panel.
+  SpecialChannels(const CloneImage& image, QWidget* parent);
 
   [[nodiscard]] ChannelGrid& grid() { return *grid_; }
 
-  // Redraws row k (0..4) of the shown set.
-  void Grid2Data(int k);
   // Redraws all five rows.
   void UpdateVFOData();
 
-  // While locked, the panel changes nothing.
+  // While locked, the panel wants nothing changed.
   void SetLocked(bool locked);
 
  signals:
   void openRequested(int k);
-  void edited();
+  // The user wants PH or PL emptied, and has been asked. Returns when it has been done.
+  void clearLimitRequested(int k);
   // Which channel Clear is about to empty, or has emptied.
   void noted(const QString& text);
 
@@ -38,7 +36,7 @@ class SpecialChannels : public QWidget {
   void FitHeight();
   void ClearLimit();
 
-  CloneDocument& document_;
+  const CloneImage& image_;
   ChannelGrid* grid_;
   QPushButton* clear_;
   bool locked_ = false;

@@ -22,7 +22,7 @@ class CheckUpTest : public Window {
     ChannelRecord& ph = image.UhfSpecialSet[kPhRow];
     ph.Set(ChannelKind::kSpecial, Field::kFrequency, 4'300'000, "430.0000");
     document().dial[2] = "12X";
-    Find<QComboBox>("cmbTB").setCurrentIndex(4);
+    document().settings.cmbTB = 4;
     EXPECT_EQ(Places(), QStringList());
     Click("cmdCheckAgain");
     EXPECT_EQ(Places(), QStringList({"Settings: Tone Burst (Hz)", "UHF PH: Frequency",

@@ -1,0 +1,142 @@
+#include "app/file_commands.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+
+#include "app/prompts.h"
+#include "app/session.h"
+#include "app/user_options.h"
+#include "document/defaults.h"
+#include "files/clone_file.h"
+#include "widgets/paths.h"
+
+namespace q40 {
+namespace {
+
+// A question is no time to wait.
+class ArrowCursor {
+ public:
+  ArrowCursor() {
+    if (waiting_) QGuiApplication::changeOverrideCursor(Qt::ArrowCursor);
+  }
+  ~ArrowCursor() {
+    if (waiting_) QGuiApplication::changeOverrideCursor(Qt::WaitCursor);
+  }
+  ArrowCursor(const ArrowCursor&) = delete;
+  ArrowCursor& operator=(const ArrowCursor&) = delete;
+
+ private:
+  const bool waiting_ = QGuiApplication::overrideCursor() != nullptr;
+};
+
+}  // namespace
+
+bool FileCommands::AskToSave() {
+  const ArrowCursor arrow;
+  const Prompts::Answer answer = prompts_.AskToSave();
+  return answer == Prompts::Answer::kNo || (answer == Prompts::Answer::kYes && Save());
+}
+
+bool FileCommands::MayLetGo() { return !session_.HasChanges() || AskToSave(); }
+
+// ---- New, and another model
+
+// The document has the defaults of its model. While a radio is talked to this is part of what is told
+// at the end.
+void FileCommands::StartAnew() {
+  let_go_.clear();
+  if (!session_.path().empty()) {
+    let_go_ = tr(" Before, %1 was open.").arg(Shown(FileName(session_.path())));
+  }
+  if (session_.busy() != Session::Busy::kTalking) {
+    prompts_.Note(tr("Started anew with the defaults of the %1.")
+                      .arg(Shown(ModelName(session_.document().model))) +
+                  let_go_);
+  }
+  session_.SetPath({});
+  session_.TellReplaced();
+}
+
+void FileCommands::New() {
+  ResetToDefaults(session_.document());
+  session_.ForgetChanges();
+  StartAnew();
+}
+
+void FileCommands::NewCommand() {
+  if (MayLetGo()) New();
+}
+
+bool FileCommands::SelectModel(int model) {
+  if (model == session_.document().model) return true;
+  if (!MayLetGo()) return false;
+  ChangeModel(session_.document(), model);
+  StartAnew();
+  return true;
+}
+
+// ---- Open
+
+void FileCommands::Open() {
+  if (!MayLetGo()) return;
+  const std::string path =
+      prompts_.AskPath(Prompts::FileDialog::kOpen, session_.path(), session_.document().model);
+  if (!path.empty()) OpenCloneFile(path);
+}
+
+void FileCommands::OpenAfterQuestion(const std::string& path) {
+  if (MayLetGo()) OpenCloneFile(path);
+}
+
+void FileCommands::OpenCloneFile(const std::string& path) {
+  const OpenResult result = q40::OpenCloneFile(path, session_.document());
+  if (!result.problem) {
+    session_.SetPath(path);
+    UserOptions::AddRecentFile(path);
+    prompts_.Note(result.odd_digit ? Shown(result.odd_digit->Message())
+                                   : tr("Opened %1.").arg(Shown(FileName(path))));
+    return session_.TellReplaced();
+  }
+  // A file that is refused late leaves its model behind.
+  if (result.model_changed) {
+    session_.SetPath({});
+    session_.TellReplaced();
+  }
+  session_.TellFacts();
+  prompts_.DataError(*result.problem);
+}
+
+void FileCommands::OpenRecentFile(const std::string& path) {
+  if (!IsGone(path)) return OpenAfterQuestion(path);
+  UserOptions::ForgetRecentFile(path);
+  prompts_.ShowGone(tr("%1 is gone.\nRecent Files no longer names it.").arg(Shown(path)));
+}
+
+// ---- Save
+
+// Takes the model that the document has: in the question of a model change the option already shows
+// the next one.
+bool FileCommands::Save() {
+  const int model = session_.document().model;
+  return session_.path().empty() ? SaveAs(model) : SaveTo(session_.path(), model);
+}
+
+bool FileCommands::SaveAs(int model) {
+  const std::string path =
+      prompts_.AskPath(Prompts::FileDialog::kSaveAs, session_.path(), session_.document().model);
+  return !path.empty() && SaveTo(path, model);
+}
+
+bool FileCommands::SaveTo(const std::string& path, int model) {
+  session_.Settle();
+  if (const auto problem = SaveCloneFile(path, session_.document(), model)) {
+    prompts_.DataError(*problem);
+    return false;
+  }
+  session_.SetPath(path);
+  UserOptions::AddRecentFile(path);
+  prompts_.Note(tr("Saved as %1.").arg(Shown(FileName(path))));
+  return true;
+}
+
+}  // namespace q40

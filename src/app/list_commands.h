@@ -1,0 +1,38 @@
+// Import and export of channel lists.
+#pragma once
+
+#include <QObject>
+
+namespace q40 {
+
+class FileCommands;
+class Prompts;
+class Session;
+struct ImportReport;
+
+class ListCommands final : public QObject {
+  Q_OBJECT
+
+ public:
+  // All three must outlive it.
+  ListCommands(Session& session, Prompts& prompts, FileCommands& files, QObject* parent = nullptr)
+      : QObject(parent), session_(session), prompts_(prompts), files_(files) {}
+
+  void Import();
+  void Export();
+
+ signals:
+  // The channels of a list are in the document.
+  void imported(const q40::ImportReport& report);
+  // What became of the list, in sentences, with all that was found out about it.
+  void accounted(const QString& account, const q40::ImportReport& report);
+
+ private:
+  void Account(const std::string& path, const ImportReport& report);
+
+  Session& session_;
+  Prompts& prompts_;
+  FileCommands& files_;
+};
+
+}  // namespace q40

@@ -1,0 +1,93 @@
+// The commands that talk to the radio. The sequences run here, on the window's thread, and hand it to
+// the event loop while they wait.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <QObject>
+#include <QStringList>
+
+#include "link/safe_write.h"
+#include "link/sequences.h"
+
+namespace q40 {
+
+class FileCommands;
+class Prompts;
+class Session;
+
+class RadioCommands final : public QObject, private SequenceHost {
+  Q_OBJECT
+
+ public:
+  // What the user has switched on for writing.
+  struct NetChoice {
+    bool back_up = false;
+    bool verify = false;
+  };
+  struct Options {
+    std::string backup_folder;  // made when it is needed
+    std::function<NetChoice()> net = [] { return NetChoice{}; };
+  };
+  using Reading = SequenceReport (Sequences::*)();
+
+  // The first three must outlive it.
+  RadioCommands(Session& session, Prompts& prompts, FileCommands& files, Options options,
+                QObject* parent = nullptr);
+
+  // A command that reads, or identifies.
+  void Read(Reading sequence);
+  void Write(Half half);
+  // The same from the menu, which first brings the page that shows the data to the front; `first` is
+  // the sequence that the reading begins with.
+  void ReadFromMenu(Reading sequence, Sequence first);
+  void WriteFromMenu(Half half);
+
+ signals:
+  void pageWanted(q40::Sequence sequence);
+  void writeStarting();
+  // Of one sequence: it begins to talk, comes forward, has ended; after all messages about its end it
+  // is over.
+  void begun(q40::Sequence sequence);
+  void progressed(const q40::SequenceProgress& progress);
+  void ended();
+  void over();
+  // What has arrived in the document.
+  void settingsRead();
+  void specialChannelsRead();
+  void dialTextRead(int index);
+  void memoryChannelRead(int n);
+  // A write that is worth a window of its own.
+  void writeTold(const QString& text, const QStringList& differences);
+
+ private:
+  bool AskToSave() override;
+  bool SelectModel(int model) override;
+  void New() override;
+  void Begin(Sequence sequence) override;
+  void ShowProgress(const SequenceProgress& progress) override;
+  void ShowSettings() override;
+  void ShowSpecialChannels() override { emit specialChannelsRead(); }
+  void ShowDialText(int index) override { emit dialTextRead(index); }
+  void ShowMemoryChannel(int n) override;
+  void End(const SequenceReport& report) override;
+
+  WriteNet Net(std::string& backup);
+  std::string KeepBackup(CloneDocument radio);
+  void ReportRead(const SequenceReport& report);
+  void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
+  void ComEnd1();
+  void ComEnd2();
+  void ComEnd3();
+  void NoteEnd(const QString& why);
+
+  Session& session_;
+  Prompts& prompts_;
+  FileCommands& files_;
+  Options options_;
+  Sequences sequences_;
+  bool follow_pages_ = false;  // a menu entry brings the pages to the front
+};
+
+}  // namespace q40

@@ -1,0 +1,56 @@
+// What the window shows while a radio is talked to: the data as it arrives, how far it is, and hands off.
+#pragma once
+
+#include <QObject>
+
+#include "link/sequences.h"
+#include "widgets/kept_focus.h"
+
+namespace q40 {
+
+class InputGuard;
+class MainPages;
+class Navigation;
+class RadioCommands;
+class ReportWindow;
+class ServiceCommands;
+class Session;
+class StatusLine;
+
+class RadioDisplay final : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Parts {
+    Session& session;
+    MainPages& pages;
+    Navigation& navigation;
+    StatusLine& status;
+  };
+  // All must outlive it.
+  RadioDisplay(const Parts& parts, QWidget& window);
+
+  void Follow(RadioCommands& radio);
+  void Follow(ServiceCommands& service);
+
+ signals:
+  void opened(QWidget& window);  // to be shown
+
+ private:
+  void ShowBusy();
+  void Begin(Sequence sequence);
+  void ShowProgress(const SequenceProgress& progress);
+  void End();
+  void Over();
+  void ShowService(bool talking);
+  void ShowReport(const QString& text, const QStringList& differences);
+  void SetCloneButtonsEnabled(bool enabled);
+
+  Parts at_;
+  QWidget& window_;
+  InputGuard* guard_;
+  KeptFocus focus_;
+  ReportWindow* report_ = nullptr;
+};
+
+}  // namespace q40

@@ -1,0 +1,78 @@
+// What the program works on: the document, the file it came from, the port to the radio, and whether
+// the radio is being talked to. Knows no widget.
+#pragma once
+
+#include <string>
+
+#include <QObject>
+
+#include "app/com_port.h"
+#include "app/radio_texts.h"
+#include "document/clone_document.h"
+#include "files/port_number_file.h"
+#include "serial/serial_port.h"
+
+namespace q40 {
+
+struct MainOptions;
+
+class Session final : public QObject {
+  Q_OBJECT
+
+ public:
+  // kTalking: a sequence or a service read is running.
+  enum class Busy : unsigned char { kNo, kStarting, kTalking };
+
+  Session(const MainOptions& options, QObject* parent);
+
+  [[nodiscard]] CloneDocument& document() { return document_; }
+  [[nodiscard]] const CloneDocument& document() const { return document_; }
+  [[nodiscard]] bool HasChanges() const {
+    return document_.SettingsChanged || document_.MemoryChanged;
+  }
+  // The data counts as saved.
+  void ForgetChanges();
+
+  // Of the clone file last opened or saved; empty when the data has none.
+  [[nodiscard]] const std::string& path() const { return path_; }
+  void SetPath(const std::string& path);
+
+  [[nodiscard]] Busy busy() const { return busy_; }
+  [[nodiscard]] bool IsBusy() const { return busy_ != Busy::kNo; }
+  void SetBusy(Busy busy);
+
+  [[nodiscard]] ComPort& port() { return *port_; }
+  [[nodiscard]] Link& link() { return link_; }
+  // Where the next start finds it.
+  void KeepPortNumber() { port_file_.Write(port_->number()); }
+
+  // How much of the document a read that broke off has brought.
+  [[nodiscard]] PartialRead& part() { return part_; }
+
+  // Asks whoever holds back an edit to hand it over. Before the document is saved, sent or checked.
+  void Settle() { emit settling(); }
+  // Commands tell what they have done to the document.
+  void TellReplaced();
+  void TellNewData() { emit newData(); }
+  void TellFacts() { emit factsChanged(); }
+
+ signals:
+  void pathChanged();
+  void busyChanged();
+  void settling();
+  void replaced();      // all of the document is another one
+  void newData();       // what was found out about the data before no longer holds
+  void factsChanged();  // what the status bar tells of document and port
+
+ private:
+  CloneDocument document_;
+  std::string path_;
+  PortNumberFile port_file_;
+  ComPort* port_;
+  EventLoop events_;
+  Link link_;
+  Busy busy_ = Busy::kNo;
+  PartialRead part_;
+};
+
+}  // namespace q40

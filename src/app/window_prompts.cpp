@@ -1,0 +1,115 @@
+#include "app/window_prompts.h"
+
+#include <filesystem>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+
+#include "app/status_line.h"
+#include "base/hex.h"
+#include "files/clone_file.h"
+#include "link/sequences.h"
+#include "radio/models.h"
+#include "widgets/message_box.h"
+#include "widgets/paths.h"
+
+namespace q40 {
+namespace {
+
+// What the four file dialogs differ in, in the order of Prompts::FileDialog.
+struct FileDialogRow {
+  const char* title;
+  const char* filter;
+  const char* suffix;
+  bool saves;
+};
+constexpr const char* kCloneFilter = "Korvex RX-Q40 Clone Files (*.Q40);;All Files (*.*)";
+constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
+constexpr FileDialogRow kFileDialogs[] = {{"Open", kCloneFilter, ".Q40", false},
+                                          {"Save As", kCloneFilter, ".Q40", true},
+                                          {"Import CSV", kCsvFilter, ".csv", false},
+                                          {"Export CSV", kCsvFilter, ".csv", true}};
+
+// A name with a dot has a suffix already.
+std::string WithSuffix(const std::string& path, const char* suffix) {
+  return FileName(path).find('.') == std::string::npos ? path + suffix : path;
+}
+
+// Name that a save dialog starts with: that of the file in the window, or of its model. A list and
+// the clone file of the same data differ in the suffix only.
+std::string OfferedName(const std::string& path, int model, const char* suffix) {
+  if (path.empty()) return std::string(ModelName(model)) + suffix;
+  const std::filesystem::path name = std::filesystem::path(path).filename();
+  const bool is_list = UpperCase(name.extension().string()) == ".CSV";
+  const bool wants_list = suffix == std::string_view(".csv");
+  return (is_list == wants_list ? name : name.stem() += suffix).string();
+}
+
+void Prepare(QFileDialog& dialog, const FileDialogRow& row, const std::string& path, int model) {
+  dialog.setNameFilters(QString::fromUtf8(row.filter).split(QStringLiteral(";;")));
+  const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+  dialog.setDirectory(folder.empty() ? QDir::currentPath() : QFile::decodeName(folder.c_str()));
+  if (!row.saves) return dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  const std::string name = OfferedName(path, model, row.suffix);
+  dialog.selectFile(QFile::decodeName(name.c_str()));
+}
+
+QString tr(const char* text) { return QCoreApplication::translate("WindowPrompts", text); }
+
+}  // namespace
+
+Prompts::Answer WindowPrompts::AskToSave() {
+  const auto answer =
+      ShowMessage(&window_, QMessageBox::Information, "Save Changes", "Save changes to settings?",
+                  QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+  if (answer == QMessageBox::Yes) return Answer::kYes;
+  return answer == QMessageBox::No ? Answer::kNo : Answer::kCancel;
+}
+
+// Never changes the working directory.
+std::string WindowPrompts::AskPath(FileDialog kind, const std::string& path, int model) {
+  const FileDialogRow& row = kFileDialogs[static_cast<std::size_t>(kind)];
+  QFileDialog dialog(&window_, QString::fromUtf8(row.title));
+  Prepare(dialog, row, path, model);
+  while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    const QString chosen = dialog.selectedFiles().front();
+    std::string named = PathBytes(chosen);
+    if (!row.saves) return named;
+    named = WithSuffix(named, row.suffix);
+    const bool asked = named == QFile::encodeName(chosen).toStdString();
+    if ((kind != FileDialog::kExport || IsNoCloneFile(named)) && (asked || MayReplace(named))) {
+      return named;
+    }
+    dialog.selectFile(QFile::decodeName(named.c_str()));
+  }
+  return {};
+}
+
+// A dialog asks before it lets an existing file be replaced, but some ask about the name as it was
+// typed. So the suffix is ours to add, and a name that has got it ours to ask about.
+bool WindowPrompts::MayReplace(const std::string& path) {
+  const QString text = tr("%1 exists.\nDo you want to replace it?").arg(Shown(path));
+  return IsGone(path) || Confirmed(&window_, "REPLACE OK", text.toUtf8().constData());
+}
+
+// A slip of the hand between two names must not cost a clone file.
+bool WindowPrompts::IsNoCloneFile(const std::string& path) {
+  if (!IsCloneFile(path)) return true;
+  ShowError(tr("%1 is a clone file.\nName another file for the channel list.").arg(Shown(path)));
+  return false;
+}
+
+void WindowPrompts::ShowError(const QString& text) {
+  ShowMessage(&window_, QMessageBox::Critical, kErrorTitle, text.toUtf8().constData());
+}
+
+void WindowPrompts::ShowGone(const QString& text) {
+  ShowMessage(&window_, QMessageBox::Information, "Recent Files", text.toUtf8().constData());
+}
+
+void WindowPrompts::Note(const QString& text) { status_.Result(text); }
+void WindowPrompts::NoteFailure(const QString& text) { status_.Failure(text); }
+
+}  // namespace q40
