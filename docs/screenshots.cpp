@@ -201,7 +201,7 @@ class Session {
 
   // Forgets the changes, so that closing asks nothing.
   void Stop() {
-    auto& document = const_cast<CloneDocument&>(window_->document());
+    auto& document = const_cast<CloneData&>(window_->document().data());
     document.SettingsChanged = false;
     document.MemoryChanged = false;
     window_->close();
@@ -323,7 +323,7 @@ void TakeReading(Session& session) {
   bool taken = false;
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [&] {
-    if (taken || session.window().document().image.MemoryTable[12].cellText[0].empty()) return;
+    if (taken || session.window().document().image().MemoryTable[12].cellText[0].empty()) return;
     taken = true;
     session.Take("reading");
   });
@@ -342,8 +342,8 @@ void TakeErrors(Session& session) {
   session.Stop();
 }
 
-bool WriteExamples(const std::string& folder, const CloneDocument& read) {
-  CloneDocument document = read;
+bool WriteExamples(const std::string& folder, const CloneData& read) {
+  CloneData document = read;
   const auto problem = SaveCloneFile(folder + "/radio.Q40", document, document.model);
   if (problem) Complain(QString::fromStdString(problem->Message()));
   const auto csv_problem = WriteFile(folder + "/channels.csv", ExportChannels(document.image));
@@ -358,7 +358,7 @@ void TakeAll(const QString& docs, const QString& look) {
   if (look == "light") {
     session.Start(kFastRadio, {});
     session.Trigger("mnuReAll");
-    if (!WriteExamples(examples, session.window().document())) return;
+    if (!WriteExamples(examples, session.window().document().data())) return;
     session.Stop();
   }
   session.Start(kFastRadio, examples + "/radio.Q40");

@@ -9,11 +9,11 @@
 
 namespace q40 {
 
-ChannelEditor::ChannelEditor(const MainPages& pages, EditCommands& edits, QWidget& window)
-    : pages_(pages), edits_(edits), dialog_(new dlgModify(&window)) {}
+ChannelEditor::ChannelEditor(const MainPages& pages, CloneDocument& document, QWidget& window)
+    : pages_(pages), document_(document), dialog_(new dlgModify(&window)) {}
 
 void ChannelEditor::OpenMemory(int n) {
-  const CloneImage& image = pages_.document().image;
+  const CloneImage& image = pages_.document().image();
   const auto row = static_cast<std::size_t>(n);
   dialog_->Prepare({.kind = ChannelKind::kMemory,
                     .index = n,
@@ -23,11 +23,11 @@ void ChannelEditor::OpenMemory(int n) {
                     .in_use = image.ChannelInUse[row],
                     .record = image.MemoryTable[row],
                     .fresh = image.TemplateChannel()});
-  if (dialog_->exec() == QDialog::Accepted) edits_.SetMemory(n, dialog_->Result());
+  if (dialog_->exec() == QDialog::Accepted) document_.StoreMemoryChannel(n, dialog_->Result());
 }
 
 void ChannelEditor::OpenSpecial(int k) {
-  const CloneImage& image = pages_.document().image;
+  const CloneImage& image = pages_.document().image();
   dialog_->Prepare({.kind = ChannelKind::kSpecial,
                     .index = k,
                     .band = image.ShownBand,
@@ -36,7 +36,7 @@ void ChannelEditor::OpenSpecial(int k) {
                     .in_use = true,
                     .record = image.ShownSpecialSet[static_cast<std::size_t>(k)],
                     .fresh = {}});
-  if (dialog_->exec() == QDialog::Accepted) edits_.SetSpecial(k, dialog_->Result());
+  if (dialog_->exec() == QDialog::Accepted) document_.StoreSpecialChannel(k, dialog_->Result());
 }
 
 void ChannelEditor::OpenCurrent(int tab) {

@@ -5,14 +5,14 @@ class QWidget;
 
 namespace q40 {
 
+class CloneDocument;
 class dlgModify;
-class EditCommands;
 class MainPages;
 
 class ChannelEditor {
  public:
   // The dialog belongs to `window`. The others must outlive the editor.
-  ChannelEditor(const MainPages& pages, EditCommands& edits, QWidget& window);
+  ChannelEditor(const MainPages& pages, CloneDocument& document, QWidget& window);
 
   void OpenMemory(int n);
   void OpenSpecial(int k);
@@ -21,7 +21,7 @@ class ChannelEditor {
 
  private:
   const MainPages& pages_;
-  EditCommands& edits_;
+  CloneDocument& document_;
   dlgModify* dialog_;
 };
 

@@ -25,7 +25,7 @@ void CheckUpCommand::Show() {
 
 void CheckUpCommand::CheckAgain() {
   session_.Settle();
-  checkup_->ShowFindings(CheckUp(session_.document()));
+  checkup_->ShowFindings(CheckUp(session_.document().data()));
 }
 
 // Other data is shown: a list of what was wrong with the last would mislead. While a sequence runs

@@ -28,7 +28,7 @@ class ComPort::SimulatedRadioLine {
  private:
   static SimulatedRadio::Options Options(const Simulation& simulation) {
     SimulatedRadio::Options options;
-    const CloneDocument document = DemoDocument();
+    const CloneData document = DemoDocument();
     options.model = document.model;
     options.version = document.image.VersionA ? 'A' : '0';
     options.baud = simulation.baud;

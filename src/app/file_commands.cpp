@@ -6,7 +6,6 @@
 #include "app/prompts.h"
 #include "app/session.h"
 #include "app/user_options.h"
-#include "document/defaults.h"
 #include "files/clone_file.h"
 #include "widgets/paths.h"
 
@@ -31,13 +30,20 @@ class ArrowCursor {
 
 }  // namespace
 
+FileCommands::FileCommands(Session& session, Prompts& prompts, QObject* parent)
+    : QObject(parent), session_(session), prompts_(prompts) {
+  connect(&session, &Session::changed, this, [this](const DocumentChange& change) {
+    if (change.anew) StartAnew();
+  });
+}
+
 bool FileCommands::AskToSave() {
   const ArrowCursor arrow;
   const Prompts::Answer answer = prompts_.AskToSave();
   return answer == Prompts::Answer::kNo || (answer == Prompts::Answer::kYes && Save());
 }
 
-bool FileCommands::MayLetGo() { return !session_.HasChanges() || AskToSave(); }
+bool FileCommands::MayLetGo() { return !session_.document().HasChanges() || AskToSave(); }
 
 // ---- New, and another model
 
@@ -50,28 +56,21 @@ void FileCommands::StartAnew() {
   }
   if (session_.busy() != Session::Busy::kTalking) {
     prompts_.Note(tr("Started anew with the defaults of the %1.")
-                      .arg(Shown(ModelName(session_.document().model))) +
+                      .arg(Shown(ModelName(session_.document().model()))) +
                   let_go_);
   }
   session_.SetPath({});
   session_.TellReplaced();
 }
 
-void FileCommands::New() {
-  ResetToDefaults(session_.document());
-  session_.ForgetChanges();
-  StartAnew();
-}
-
 void FileCommands::NewCommand() {
-  if (MayLetGo()) New();
+  if (MayLetGo()) session_.document().New();
 }
 
 bool FileCommands::SelectModel(int model) {
-  if (model == session_.document().model) return true;
+  if (model == session_.document().model()) return true;
   if (!MayLetGo()) return false;
-  ChangeModel(session_.document(), model);
-  StartAnew();
+  session_.document().ChangeModel(model);
   return true;
 }
 
@@ -80,7 +79,7 @@ bool FileCommands::SelectModel(int model) {
 void FileCommands::Open() {
   if (!MayLetGo()) return;
   const std::string path =
-      prompts_.AskPath(Prompts::FileDialog::kOpen, session_.path(), session_.document().model);
+      prompts_.AskPath(Prompts::FileDialog::kOpen, session_.path(), session_.document().model());
   if (!path.empty()) OpenCloneFile(path);
 }
 
@@ -89,8 +88,11 @@ void FileCommands::OpenAfterQuestion(const std::string& path) {
 }
 
 void FileCommands::OpenCloneFile(const std::string& path) {
-  const OpenResult result = q40::OpenCloneFile(path, session_.document());
+  CloneDocument& document = session_.document();
+  CloneData opened = document.data();
+  const OpenResult result = q40::OpenCloneFile(path, opened);
   if (!result.problem) {
+    document.Open(std::move(opened));
     session_.SetPath(path);
     UserOptions::AddRecentFile(path);
     prompts_.Note(result.odd_digit ? Shown(result.odd_digit->Message())
@@ -98,10 +100,8 @@ void FileCommands::OpenCloneFile(const std::string& path) {
     return session_.TellReplaced();
   }
   // A file that is refused late leaves its model behind.
-  if (result.model_changed) {
-    session_.SetPath({});
-    session_.TellReplaced();
-  }
+  document.ChangeModel(opened.model);
+  document.SetVersionA(opened.image.VersionA);
   session_.TellFacts();
   prompts_.DataError(*result.problem);
 }
@@ -117,22 +117,24 @@ void FileCommands::OpenRecentFile(const std::string& path) {
 // Takes the model that the document has: in the question of a model change the option already shows
 // the next one.
 bool FileCommands::Save() {
-  const int model = session_.document().model;
+  const int model = session_.document().model();
   return session_.path().empty() ? SaveAs(model) : SaveTo(session_.path(), model);
 }
 
 bool FileCommands::SaveAs(int model) {
   const std::string path =
-      prompts_.AskPath(Prompts::FileDialog::kSaveAs, session_.path(), session_.document().model);
+      prompts_.AskPath(Prompts::FileDialog::kSaveAs, session_.path(), session_.document().model());
   return !path.empty() && SaveTo(path, model);
 }
 
 bool FileCommands::SaveTo(const std::string& path, int model) {
   session_.Settle();
-  if (const auto problem = SaveCloneFile(path, session_.document(), model)) {
+  session_.document().RebuildSettingsLines();
+  if (const auto problem = SaveCloneFile(path, session_.document().data(), model)) {
     prompts_.DataError(*problem);
     return false;
   }
+  session_.document().ForgetChanges();
   session_.SetPath(path);
   UserOptions::AddRecentFile(path);
   prompts_.Note(tr("Saved as %1.").arg(Shown(FileName(path))));

@@ -3,22 +3,20 @@
 
 #include <string>
 
-#include <QCoreApplication>
+#include <QObject>
 
 namespace q40 {
 
 class Prompts;
 class Session;
 
-class FileCommands {
-  Q_DECLARE_TR_FUNCTIONS(FileCommands)
+class FileCommands final : public QObject {
+  Q_OBJECT
 
  public:
   // Both must outlive it.
-  FileCommands(Session& session, Prompts& prompts) : session_(session), prompts_(prompts) {}
+  FileCommands(Session& session, Prompts& prompts, QObject* parent = nullptr);
 
-  // Starts anew with the defaults of the model; without a question.
-  void New();
   void NewCommand();
 
   void Open();

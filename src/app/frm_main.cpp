@@ -40,8 +40,7 @@ frmMain::frmMain(const MainOptions& options)
       session_(options, this),
       prompts_(*this, *status_),
       pages_(session_.document()),
-      edits_(session_.document(), [this](const DocumentChange& change) { ShowChange(change); }),
-      files_(session_, prompts_),
+      files_(session_, prompts_, this),
       lists_(session_, prompts_, files_, this),
       radio_(session_, prompts_, files_, RadioOptions(), this),
       service_(session_, this),
@@ -50,7 +49,7 @@ frmMain::frmMain(const MainOptions& options)
       checkup_(new CheckUpCommand(session_, *this)),
       help_(new HelpDesk(*this, [this] { return navigation_->Front(); })),
       menus_(new MainMenus(*this)),
-      editor_(pages_, edits_, *this) {
+      editor_(pages_, session_.document(), *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
@@ -62,6 +61,7 @@ frmMain::frmMain(const MainOptions& options)
   ConnectSettings();
   ConnectChannels();
   ConnectCommands();
+  pages_.Show(kEverything);
   session_.TellReplaced();
   pages_.ChangeFont();
 }
@@ -80,7 +80,7 @@ RadioCommands::Options frmMain::RadioOptions() {
 // ---- what is connected with what
 
 void frmMain::ConnectSession() {
-  connect(&session_, &Session::replaced, this, [this] { pages_.ShowDocument(); });
+  connect(&session_, &Session::changed, this, &frmMain::ShowChange);
   connect(&session_, &Session::pathChanged, this, &frmMain::ShowTitle);
   connect(&session_, &Session::factsChanged, this, &frmMain::ShowStatus);
   connect(&session_, &Session::settling, &pages_.settings2(), &SettingsPage2::LeaveDialer);
@@ -95,9 +95,11 @@ void frmMain::ConnectSettings() {
   const auto run = [this](Command command) { return [this, command] { Run(command); }; };
   for (const SettingsPage* page : {static_cast<SettingsPage*>(&pages_.settings1()),
                                    static_cast<SettingsPage*>(&pages_.settings2())}) {
-    connect(page, &SettingsPage::settingChosen, this,
-            [this](const Setting& setting, int value) { edits_.SetSetting(setting, value); });
-    connect(page, &SettingsPage::looseBoxClicked, this, [this] { edits_.TouchLooseBox(); });
+    connect(page, &SettingsPage::settingChosen, this, [this](const Setting& setting, int value) {
+      session_.document().ChangeSetting(setting, value);
+    });
+    connect(page, &SettingsPage::looseBoxClicked, this,
+            [this] { session_.document().ChangeLooseSetting(); });
     connect(page, &SettingsPage::readRequested, this, run(Command::kReadSettings));
     connect(page, &SettingsPage::writeRequested, this, run(Command::kWriteSettings));
   }
@@ -106,26 +108,33 @@ void frmMain::ConnectSettings() {
   connect(page, &SettingsPage1::bandChosen, this, &frmMain::ChooseBand);
   connect(page, &SettingsPage1::autoSelectRequested, this, run(Command::kAutoSelect));
   connect(&pages_.settings2(), &SettingsPage2::dialEdited, this,
-          [this](int index, const std::string& text) { edits_.SetDialText(index, text); });
+          [this](int index, const std::string& text) {
+            session_.document().ChangeDialText(index, text);
+          });
 }
 
 void frmMain::ConnectChannels() {
   const auto run = [this](Command command) { return [this, command] { Run(command); }; };
   const auto note = [this](const QString& text) { prompts_.Note(text); };
+  CloneDocument& document = session_.document();
   const MemoryPage* memory = &pages_.memory();
   connect(memory, &MemoryPage::readRequested, this, run(Command::kReadMemory));
   connect(memory, &MemoryPage::writeRequested, this, run(Command::kWriteMemory));
-  connect(memory, &MemoryPage::insertRequested, this, [this](int n) { edits_.InsertMemory(n); });
-  connect(memory, &MemoryPage::deleteRequested, this, [this](int n) { edits_.DeleteMemory(n); });
-  connect(memory, &MemoryPage::clearRequested, this, [this](int n) { edits_.ClearMemory(n); });
-  connect(memory, &MemoryPage::clearAllRequested, this, [this] { edits_.ClearAllMemory(); });
+  connect(memory, &MemoryPage::insertRequested, this,
+          [&document](int n) { document.InsertChannel(n); });
+  connect(memory, &MemoryPage::deleteRequested, this,
+          [&document](int n) { document.DeleteChannel(n); });
+  connect(memory, &MemoryPage::clearRequested, this,
+          [&document](int n) { document.ClearChannel(n); });
+  connect(memory, &MemoryPage::clearAllRequested, this,
+          [&document] { document.ClearAllChannels(); });
   connect(memory, &MemoryPage::noted, this, note);
   connect(memory, &MemoryPage::openRequested, this, [this](int n) {
     if (!IsBusy()) editor_.OpenMemory(n);
   });
   const SpecialChannels* special = &pages_.special();
   connect(special, &SpecialChannels::clearLimitRequested, this,
-          [this](int k) { edits_.ClearLimit(k); });
+          [&document](int k) { document.ClearLimit(k); });
   connect(special, &SpecialChannels::noted, this, note);
   connect(special, &SpecialChannels::openRequested, this, [this](int k) {
     if (!IsBusy()) editor_.OpenSpecial(k);
@@ -149,8 +158,7 @@ void frmMain::ConnectCommands() {
   connect(&lists_, &ListCommands::imported, this,
           [this](const ImportReport& report) { pages_.ShowImported(report); });
   connect(&lists_, &ListCommands::accounted, checkup_, &CheckUpCommand::KeepNotes);
-  connect(&radio_, &RadioCommands::specialChannelsRead, checkup_, &CheckUpCommand::ForgetNotes);
-  connect(&radio_, &RadioCommands::memoryChannelRead, checkup_, &CheckUpCommand::ForgetNotes);
+  connect(&radio_, &RadioCommands::channelsRead, checkup_, &CheckUpCommand::ForgetNotes);
   connect(checkup_, &CheckUpCommand::notesKept, this,
           [this](bool kept) { menus_->SetEnabled(kImportNotesEntry, kept); });
   connect(checkup_, &CheckUpCommand::checkRequested, this, [this] { Run(Command::kCheckAgain); });
@@ -178,7 +186,7 @@ void frmMain::FinishStartUp() {
   navigation_->SwitchTab(navigation_->tabs().currentIndex());
   session_.SetBusy(Session::Busy::kNo);
   if (!options_.startup_path.empty()) files_.OpenCloneFile(options_.startup_path);
-  session_.ForgetChanges();
+  session_.document().ForgetChanges();
   ShowStatus();
   emit ready();
 }
@@ -189,7 +197,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     return status_->Hint(tr("The radio is being read or written."));
   }
   // Intended: changed channels alone are not asked about.
-  if (document().SettingsChanged && !files_.AskToSave()) return;
+  if (document().SettingsChanged() && !files_.AskToSave()) return;
   session_.KeepPortNumber();
   while (!windows_.empty()) {  // the one opened last goes first
     windows_.back()->close();
@@ -253,12 +261,12 @@ void frmMain::Execute(Command command) {
 
 // An option that may not be chosen goes back to what the document has.
 void frmMain::ChooseModel(int model) {
-  if (IsBusy() || !files_.SelectModel(model)) pages_.settings1().ShowModel(document().model);
+  if (IsBusy() || !files_.SelectModel(model)) pages_.settings1().ShowModel(document().model());
 }
 
 void frmMain::ChooseBand(Band band) {
-  if (IsBusy()) return pages_.settings1().ShowBand(document().image.ShownBand);
-  edits_.ChooseBand(band);
+  if (IsBusy()) return pages_.settings1().ShowBand(document().image().ShownBand);
+  session_.document().ChooseBand(band);
 }
 
 void frmMain::ChoosePort() {
@@ -282,19 +290,18 @@ void frmMain::ShowTitle() {
 
 void frmMain::ShowStatus() {
   const QString part = session_.part().Text();
-  QString state = session_.HasChanges() ? tr("Changed") : tr("Not changed");
+  QString state = document().HasChanges() ? tr("Changed") : tr("Not changed");
   if (!part.isEmpty()) state += tr(", part of a radio");
   status_->ShowFacts(
       {tr("%1 version %2")
-           .arg(Shown(ModelName(document().model)), document().image.VersionA ? "A" : "0"),
+           .arg(Shown(ModelName(document().model())), document().image().VersionA ? "A" : "0"),
        tr("COM %1: %2").arg(session_.port().number()).arg(session_.port().device()), state, part});
 }
 
 void frmMain::ShowChange(const DocumentChange& change) {
-  pages_.Redraw(change);
-  if (!change.is_edit) return;
-  status_->Action();
-  ShowStatus();
+  pages_.Show(change);
+  if (change.edit) status_->Action();
+  if (change.edit || change.model) ShowStatus();
 }
 
 void frmMain::ShowWindow(QWidget& window) {

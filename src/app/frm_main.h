@@ -6,7 +6,6 @@
 #include <QMainWindow>
 
 #include "app/channel_editor.h"
-#include "app/edit_commands.h"
 #include "app/file_commands.h"
 #include "app/list_commands.h"
 #include "app/main_options.h"
@@ -77,7 +76,6 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   Session session_;
   WindowPrompts prompts_;
   MainPages pages_;
-  EditCommands edits_;
   FileCommands files_;
   ListCommands lists_;
   RadioCommands radio_;

@@ -34,14 +34,14 @@ QString NotesText(int count) {
 }  // namespace
 
 void ListCommands::Export() {
-  const CloneDocument& document = session_.document();
+  CloneDocument& document = session_.document();
   const std::string path =
-      prompts_.AskPath(Prompts::FileDialog::kExport, session_.path(), document.model);
+      prompts_.AskPath(Prompts::FileDialog::kExport, session_.path(), document.model());
   if (path.empty()) return;
-  if (const auto problem = WriteFile(path, ExportChannels(document.image))) {
+  if (const auto problem = WriteFile(path, ExportChannels(document.image()))) {
     return prompts_.DataError(*problem);
   }
-  session_.ForgetChanges();
+  document.ForgetChanges();
   // Intended: the next Save writes a clone file under this bare name.
   session_.SetPath(FileName(path));
   prompts_.Note(tr("Exported. The next Save writes a clone file named %1 into the working folder.")
@@ -52,18 +52,19 @@ void ListCommands::Import() {
   if (!files_.MayLetGo()) return;
   CloneDocument& document = session_.document();
   const std::string path =
-      prompts_.AskPath(Prompts::FileDialog::kImport, session_.path(), document.model);
+      prompts_.AskPath(Prompts::FileDialog::kImport, session_.path(), document.model());
   if (path.empty()) return;
   std::string text;
   if (const auto problem = ReadList(path, text)) return prompts_.DataError(*problem);
-  ImportReport report = ImportChannels(text, document.image);
+  CloneImage image = document.image();
+  ImportReport report = ImportChannels(text, image);
   if (const auto problem = ProblemOf(report, path)) return prompts_.DataError(*problem);
+  document.Import(std::move(image));
   emit imported(report);
-  session_.ForgetChanges();
   session_.SetPath({});
   session_.TellNewData();
   session_.Settle();
-  AddLosses(document, report);
+  AddLosses(document.data(), report);
   Account(path, report);
 }
 

@@ -11,52 +11,38 @@ namespace q40 {
 
 MainPages::MainPages(const CloneDocument& document)
     : document_(document),
-      special_(new SpecialChannels(document.image, nullptr)),
+      special_(new SpecialChannels(document.image(), nullptr)),
       settings1_(new SettingsPage1(special_, nullptr)),
       settings2_(new SettingsPage2(nullptr)),
-      memory_(new MemoryPage(document.image, nullptr)),
+      memory_(new MemoryPage(document.image(), nullptr)),
       service_(new ServicePage(nullptr)) {}
 
-void MainPages::ShowDocument() {
-  settings1_->ShowModel(document_.model);
-  ShowSettings();
-  special_->UpdateVFOData();
-  for (int index = 0; index < kDialCount; ++index) ShowDialText(index);
-  memory_->RedrawAll();
-}
-
-void MainPages::ShowSettings() {
-  settings1_->SetValues(document_.settings);
-  settings2_->SetValues(document_.settings);
-}
-
-void MainPages::ShowSpecialChannels() {
-  settings1_->ShowBand(document_.image.ShownBand);
-  special_->UpdateVFOData();
-}
-
-void MainPages::ShowDialText(int index) {
-  settings2_->SetDialText(index, document_.dial[static_cast<std::size_t>(index)]);
+void MainPages::Show(const DocumentChange& change) {
+  if (change.model) settings1_->ShowModel(document_.model());
+  if (change.settings) {
+    settings1_->SetValues(document_.settings());
+    settings2_->SetValues(document_.settings());
+  }
+  if (change.special_channels) {
+    settings1_->ShowBand(document_.image().ShownBand);
+    special_->UpdateVFOData();
+  }
+  for (int index = 0; change.dial && index < kDialCount; ++index) {
+    settings2_->SetDialText(index, document_.dial()[static_cast<std::size_t>(index)]);
+  }
+  if (change.last_channel < change.first_channel) return;
+  using Order = ChannelGridModel::Order;
+  memory_->grid().cells().Redraw(change.first_channel, change.last_channel,
+                                 change.as_read ? Order::kByHeading : Order::kStored);
 }
 
 void MainPages::ShowImported(const ImportReport& report) {
-  special_->UpdateVFOData();
   memory_->grid().SelectRow(1);
-  memory_->RedrawAll();
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const auto row = static_cast<std::size_t>(n);
     const bool skipped =
-        document_.image.MemoryTable[row].Number(ChannelKind::kMemory, Field::kSkip) == 1;
+        document_.image().MemoryTable[row].Number(ChannelKind::kMemory, Field::kSkip) == 1;
     if (report.imported[row] > 0 && skipped) memory_->grid().cells().StarTitle(n);
-  }
-}
-
-// The settings and the dialer show what the user has just put there.
-void MainPages::Redraw(const DocumentChange& change) {
-  if (change.what == DocumentChange::What::kMemory) {
-    memory_->grid().cells().Redraw(change.first, change.last);
-  } else if (change.what == DocumentChange::What::kSpecial) {
-    special_->grid().cells().Redraw(change.first, change.last);
   }
 }
 

@@ -1,7 +1,6 @@
 // The window's pages, and what shows the document on them.
 #pragma once
 
-#include "app/edit_commands.h"
 #include "document/clone_document.h"
 
 namespace q40 {
@@ -26,13 +25,10 @@ class MainPages {
   [[nodiscard]] MemoryPage& memory() const { return *memory_; }
   [[nodiscard]] ServicePage& service() const { return *service_; }
 
-  void ShowDocument();
-  void ShowSettings();
-  void ShowSpecialChannels();  // with the band that is shown
-  void ShowDialText(int index);
+  // What has changed.
+  void Show(const DocumentChange& change);
   // Rows that are skipped and come from the list have a star in their titles.
   void ShowImported(const ImportReport& report);
-  void Redraw(const DocumentChange& change);
   void ChangeFont();
 
   // While locked, no command of a page changes anything.

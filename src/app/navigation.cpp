@@ -124,7 +124,7 @@ void Navigation::GoTo(const Place& place) {
   switch (place.where) {
     case Place::Where::kMemory: return GoToRow(kMemoryTab, pages_.memory().grid(), place.index + 1);
     case Place::Where::kSpecial:
-      if (place.band != pages_.document().image.ShownBand) emit bandWanted(place.band);
+      if (place.band != pages_.document().image().ShownBand) emit bandWanted(place.band);
       return GoToRow(kSettings1Tab, pages_.special().grid(), place.index + 1);
     default: return GoToControl(ControlOf(place));
   }

@@ -28,7 +28,9 @@ RadioCommands::RadioCommands(Session& session, Prompts& prompts, FileCommands& f
       prompts_(prompts),
       files_(files),
       options_(std::move(options)),
-      sequences_(session.link(), session.document(), *this) {}
+      sequences_(session.link(), session.document(), *this, this) {
+  connect(&session, &Session::changed, this, &RadioCommands::NoteArrival);
+}
 
 // ---- reading
 
@@ -86,7 +88,7 @@ WriteNet RadioCommands::Net(std::string& backup) {
   WriteNet net;
   net.verify = choice.verify;
   if (choice.back_up) {
-    net.keep_backup = [this, &backup](const CloneDocument& radio) {
+    net.keep_backup = [this, &backup](const CloneData& radio) {
       backup = KeepBackup(radio);
       return !backup.empty();
     };
@@ -95,7 +97,7 @@ WriteNet RadioCommands::Net(std::string& backup) {
 }
 
 // The path of the new file, named after model and time. Empty: the user has been told why.
-std::string RadioCommands::KeepBackup(CloneDocument radio) {
+std::string RadioCommands::KeepBackup(const CloneData& radio) {
   std::error_code error;  // of a folder that cannot be had the save tells
   std::filesystem::create_directories(options_.backup_folder, error);
   const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
@@ -128,7 +130,6 @@ void RadioCommands::ReportWrite(const WriteResult& result, Half half, const std:
 
 bool RadioCommands::AskToSave() { return files_.AskToSave(); }
 bool RadioCommands::SelectModel(int model) { return files_.SelectModel(model); }
-void RadioCommands::New() { files_.New(); }
 
 void RadioCommands::Begin(Sequence sequence) {
   const bool shows_pages = sequence != Sequence::kBackUp && sequence != Sequence::kVerify;
@@ -142,14 +143,12 @@ void RadioCommands::ShowProgress(const SequenceProgress& progress) {
   session_.TellFacts();
 }
 
-void RadioCommands::ShowSettings() {
-  session_.part().SettingsArrived();
-  emit settingsRead();
-}
-
-void RadioCommands::ShowMemoryChannel(int n) {
-  session_.part().ChannelArrived(n);
-  emit memoryChannelRead(n);
+// What of the radio has come into the document.
+void RadioCommands::NoteArrival(const DocumentChange& change) {
+  if (session_.busy() != Session::Busy::kTalking || change.anew) return;
+  if (change.settings) session_.part().SettingsArrived();
+  if (change.as_read) session_.part().ChannelArrived(change.first_channel);
+  if (change.as_read || change.special_channels) emit channelsRead();
 }
 
 // The sentence in the status bar comes before the message box, whose few words it explains.

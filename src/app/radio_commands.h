@@ -17,7 +17,7 @@ class FileCommands;
 class Prompts;
 class Session;
 
-class RadioCommands final : public QObject, private SequenceHost {
+class RadioCommands final : public QObject, private SequenceQuestions, private SequenceWatcher {
   Q_OBJECT
 
  public:
@@ -53,28 +53,21 @@ class RadioCommands final : public QObject, private SequenceHost {
   void progressed(const q40::SequenceProgress& progress);
   void ended();
   void over();
-  // What has arrived in the document.
-  void settingsRead();
-  void specialChannelsRead();
-  void dialTextRead(int index);
-  void memoryChannelRead(int n);
+  // Channels have arrived in the document.
+  void channelsRead();
   // A write that is worth a window of its own.
   void writeTold(const QString& text, const QStringList& differences);
 
  private:
   bool AskToSave() override;
   bool SelectModel(int model) override;
-  void New() override;
   void Begin(Sequence sequence) override;
   void ShowProgress(const SequenceProgress& progress) override;
-  void ShowSettings() override;
-  void ShowSpecialChannels() override { emit specialChannelsRead(); }
-  void ShowDialText(int index) override { emit dialTextRead(index); }
-  void ShowMemoryChannel(int n) override;
   void End(const SequenceReport& report) override;
 
+  void NoteArrival(const DocumentChange& change);
   WriteNet Net(std::string& backup);
-  std::string KeepBackup(CloneDocument radio);
+  std::string KeepBackup(const CloneData& radio);
   void ReportRead(const SequenceReport& report);
   void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
   void ComEnd1();

@@ -29,15 +29,9 @@ RadioDisplay::RadioDisplay(const Parts& parts, QWidget& window)
 
 void RadioDisplay::Follow(RadioCommands& radio) {
   using R = RadioCommands;
-  MainPages& pages = at_.pages;
   connect(&radio, &R::pageWanted, &at_.navigation, &Navigation::ShowPageOf);
   connect(&radio, &R::begun, this, &RadioDisplay::Begin);
   connect(&radio, &R::progressed, this, &RadioDisplay::ShowProgress);
-  connect(&radio, &R::settingsRead, this, [&pages] { pages.ShowSettings(); });
-  connect(&radio, &R::specialChannelsRead, this, [&pages] { pages.ShowSpecialChannels(); });
-  connect(&radio, &R::dialTextRead, this, [&pages](int index) { pages.ShowDialText(index); });
-  connect(&radio, &R::memoryChannelRead, this,
-          [&pages](int n) { pages.memory().ShowReadChannel(n); });
   connect(&radio, &R::ended, this, &RadioDisplay::End);
   connect(&radio, &R::over, this, &RadioDisplay::Over);
   connect(&radio, &R::writeTold, this, &RadioDisplay::ShowReport);

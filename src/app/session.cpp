@@ -1,24 +1,18 @@
 #include "app/session.h"
 
 #include "app/main_options.h"
-#include "document/defaults.h"
 
 namespace q40 {
 
 Session::Session(const MainOptions& options, QObject* parent)
     : QObject(parent),
-      document_(FreshDocument()),
       port_file_(options.program_folder, options.user_folder),
       port_(new ComPort(options.simulation, this)),
       events_(this),
       link_(port_->port(), events_.Timers(), events_) {
   port_->setObjectName(QStringLiteral("MSComm1"));
   port_->SetNumber(port_file_.Read());
-}
-
-void Session::ForgetChanges() {
-  document_.SettingsChanged = false;
-  document_.MemoryChanged = false;
+  document_.SetListener(this);
 }
 
 void Session::SetPath(const std::string& path) {

@@ -16,7 +16,7 @@ namespace q40 {
 
 struct MainOptions;
 
-class Session final : public QObject {
+class Session final : public QObject, private DocumentListener {
   Q_OBJECT
 
  public:
@@ -27,12 +27,6 @@ class Session final : public QObject {
 
   [[nodiscard]] CloneDocument& document() { return document_; }
   [[nodiscard]] const CloneDocument& document() const { return document_; }
-  [[nodiscard]] bool HasChanges() const {
-    return document_.SettingsChanged || document_.MemoryChanged;
-  }
-  // The data counts as saved.
-  void ForgetChanges();
-
   // Of the clone file last opened or saved; empty when the data has none.
   [[nodiscard]] const std::string& path() const { return path_; }
   void SetPath(const std::string& path);
@@ -52,19 +46,22 @@ class Session final : public QObject {
   // Asks whoever holds back an edit to hand it over. Before the document is saved, sent or checked.
   void Settle() { emit settling(); }
   // Commands tell what they have done to the document.
-  void TellReplaced();
+  void TellReplaced();  // all of the document is another one
   void TellNewData() { emit newData(); }
   void TellFacts() { emit factsChanged(); }
 
  signals:
+  void changed(const q40::DocumentChange& change);  // the document, by whomever
   void pathChanged();
   void busyChanged();
   void settling();
-  void replaced();      // all of the document is another one
+  void replaced();
   void newData();       // what was found out about the data before no longer holds
   void factsChanged();  // what the status bar tells of document and port
 
  private:
+  void DocumentChanged(const DocumentChange& change) override { emit changed(change); }
+
   CloneDocument document_;
   std::string path_;
   PortNumberFile port_file_;

@@ -12,7 +12,7 @@ void CloneDocument::Tell(const DocumentChange& change) {
 }
 
 void CloneDocument::TellChannels(int first, int last) {
-  Tell({.first_channel = first, .last_channel = last});
+  Tell({.first_channel = first, .last_channel = last, .edit = true});
 }
 
 // ---- channels
@@ -55,13 +55,13 @@ void CloneDocument::StoreSpecialChannel(int k, ChannelRecord record) {
   if (k >= kPhRow) data_.image.ShownPresent[row - kPhRow] = true;
   StoreShownRow(data_.image, k);
   settings_changed_ = true;
-  Tell({.special_channels = true});
+  Tell({.special_channels = true, .edit = true});
 }
 
 void CloneDocument::ClearLimit(int k) {
   ClearShownLimit(data_.image, k);
   memory_changed_ = true;
-  Tell({.special_channels = true});
+  Tell({.special_channels = true, .edit = true});
 }
 
 void CloneDocument::ChooseBand(Band band) {
@@ -74,18 +74,18 @@ void CloneDocument::ChooseBand(Band band) {
 void CloneDocument::ChangeSetting(const Setting& setting, int value) {
   data_.settings.*setting.value = value;
   if (setting.counts) settings_changed_ = true;
-  Tell({});
+  Tell({.edit = setting.counts});
 }
 
 void CloneDocument::ChangeLooseSetting() {
   settings_changed_ = true;
-  Tell({});
+  Tell({.edit = true});
 }
 
 void CloneDocument::ChangeDialText(int index, std::string text) {
   data_.dial[static_cast<std::size_t>(index)] = std::move(text);
   settings_changed_ = true;
-  Tell({});
+  Tell({.edit = true});
 }
 
 // ---- starting anew
@@ -114,9 +114,7 @@ void CloneDocument::Open(CloneData data) {
 void CloneDocument::Import(CloneImage image) {
   data_.image = std::move(image);
   ForgetChanges();
-  DocumentChange change{.last_channel = kMemoryChannelCount - 1, .special_channels = true};
-  change.anew = true;
-  Tell(change);
+  Tell({.last_channel = kMemoryChannelCount - 1, .special_channels = true});
 }
 
 // ---- the radio

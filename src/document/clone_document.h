@@ -26,7 +26,8 @@ struct DocumentChange {
   bool settings = false;          // by the program; what a control itself has set is there already
   bool dial = false;              // the same
   bool model = false;             // or version
-  bool anew = false;              // the data has nothing to do any more with the file it came from
+  bool anew = false;              // New, or another model: the data came from no file
+  bool edit = false;              // by the user, and one that counts
 };
 inline constexpr DocumentChange kEverything = {
     .last_channel = kMemoryChannelCount - 1,

@@ -48,7 +48,7 @@ TEST_F(Net, AWriteIsBackedUpAndVerified) {
   EXPECT_FALSE(Find("prgStatus").isVisible());
   const std::string backup = UserOptions::RecentFiles().front();
   const QString name = QString::fromStdString(backup).split('/').back();
-  CloneDocument kept;
+  CloneData kept;
   EXPECT_FALSE(OpenCloneFile(backup, kept).problem);
   EXPECT_EQ(kept.dial[0], "0123456789");
   EXPECT_TRUE(kept.image.ChannelInUse[0]);  // both halves, whatever is written

@@ -243,7 +243,7 @@ TEST_F(PagesTest, DialBoxes) {
 }
 
 TEST_F(PagesTest, DialTextsOfAFileStayAsTheyAreWhenABoxIsLeft) {
-  CloneDocument odd = FreshDocument();
+  CloneData odd = FreshData();
   odd.dial[4] = "HELLO";
   odd.dial[9] = "XY";
   ASSERT_FALSE(SaveCloneFile(folder_ / "odd.Q40", odd, 0));

@@ -222,17 +222,20 @@ void Window::Edit(const QString& grid, int row, std::function<void()> use, const
 QString Window::Status() { return Find<QLabel>(QStringLiteral("lblStatusText")).text(); }
 
 std::string Window::Flags() {
-  return std::string(document().SettingsChanged ? "S" : "-") +
-         (document().MemoryChanged ? "M" : "-");
+  const CloneDocument& document = window_->document();
+  return std::string(document.SettingsChanged() ? "S" : "-") +
+         (document.MemoryChanged() ? "M" : "-");
 }
 
 void Window::SetFlags(bool settings, bool memory) {
-  document().SettingsChanged = settings;
-  document().MemoryChanged = memory;
+  auto& document = const_cast<CloneDocument&>(window_->document());
+  document.ForgetChanges();
+  if (settings) document.ChangeLooseSetting();
+  if (memory) document.KeepMemoryChanges();
 }
 
 std::string Window::SavedDemo(const std::string& name) {
-  CloneDocument document = DemoDocument();
+  CloneData document = DemoDocument();
   EXPECT_FALSE(SaveCloneFile(folder_ / name, document, document.model));
   return folder_ / name;
 }

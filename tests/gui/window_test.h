@@ -125,7 +125,7 @@ class Window : public testing::Test {
   // Sets flags as if something had been edited.
   void SetFlags(bool settings, bool memory);
   // The window's own; a test may nudge it into a state that is tedious to reach.
-  CloneDocument& document() { return const_cast<CloneDocument&>(window_->document()); }
+  CloneData& document() { return const_cast<CloneData&>(window_->document().data()); }
 
   // Answers to the question of unsaved changes, and to an error.
   void Save(QMessageBox::StandardButton press) {
