@@ -215,7 +215,7 @@ class Session {
   std::unique_ptr<frmMain> window_;
 };
 
-constexpr ComPort::Simulation kFastRadio{true, 0, {}};
+const ComPort::Simulation kFastRadio{true, 0, {}};
 
 // ---- what to take
 

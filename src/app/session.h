@@ -10,6 +10,7 @@
 #include "app/radio_texts.h"
 #include "document/clone_document.h"
 #include "files/port_number_file.h"
+#include "link/link.h"
 #include "serial/serial_port.h"
 
 namespace q40 {

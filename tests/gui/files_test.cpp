@@ -92,21 +92,6 @@ TEST_F(FileCommands, UnsavedChangesOfEitherKindAreAskedAboutAndCancelChangesNoth
   }
 }
 
-TEST_F(FileCommands, AFailedOrCancelledSaveCountsAsCancel) {
-  Start();
-  SetFlags(true, false);
-  Save(kYes);
-  answers_.File("");  // the save dialog is cancelled
-  Trigger("mnuFileNew");
-  EXPECT_EQ(Flags(), "S-");
-  Save(kYes);
-  answers_.File(File("nowhere/a.Q40"));
-  Error("Data Error");
-  Click("opbModel_2");
-  EXPECT_TRUE(Checked("opbModel_0"));
-  EXPECT_EQ(Flags(), "S-");
-}
-
 // ---- model and New
 
 TEST_F(FileCommands, AModelChangeStartsAnewAndKeepsTheDialer) {
@@ -150,33 +135,6 @@ TEST_F(FileCommands, SaveOpenSaveAs) {
   answers_.File(File("first.Q40"));
   Trigger("mnuFileOpen");
   EXPECT_EQ(Level("Slider1"), 8);
-}
-
-TEST_F(FileCommands, AFileThatIsRefusedLeavesEverything) {
-  Start({}, SavedDemo());
-  const auto refused = [&](const char* command, const char* name, const std::string& content) {
-    Store(folder_ / name, content);
-    SetFlags(false, true);
-    Save(kNo);
-    answers_.File(File(name));
-    Error("Data Error");
-    Trigger(command);
-  };
-  const CloneImage before = document().image;
-  std::string text = Content(folder_ / "demo.Q40");
-  refused("mnuImport", "bad.csv", "\"never closed");
-  refused("mnuFileOpen", "bad.Q40", "x" + text);
-  EXPECT_TRUE(document().image == before);
-  EXPECT_EQ(Flags(), "-M");  // still there, still unsaved
-  EXPECT_EQ(Title(), kPlainTitle + " - demo.Q40");
-  EXPECT_TRUE(Status().contains("line 1")) << Status().toStdString();
-  // A bad end line leaves the model of the header behind: intended.
-  text.replace(0, 32, "Korvex RX-Q40T Clone 0 FileStart");
-  text.replace(455 * 34, 1, "k");
-  refused("mnuFileOpen", "bad.Q40", text);
-  EXPECT_TRUE(Checked("opbModel_0"));
-  EXPECT_EQ(Cell(kMemoryGrid, 1, 1), "");
-  EXPECT_EQ(Title(), kPlainTitle);
 }
 
 TEST_F(FileCommands, ExportTakesThePathOverAndImportForgetsIt) {

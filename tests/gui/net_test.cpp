@@ -97,20 +97,6 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
   }
 }
 
-TEST_F(Net, WithoutABackupNothingIsWritten) {
-  StartNet({}, true, false);
-  Store(folder_ / "data", "a file where the folder should be");
-  answers_.Add([](QWidget& dialog) {
-    auto& box = dynamic_cast<QMessageBox&>(dialog);
-    EXPECT_TRUE(box.text().startsWith("The backup could not be kept, so nothing was written."));
-    box.accept();
-  });
-  Trigger("mnuWrSet");
-  SetFlags(false, false);
-  Trigger("mnuReSet");
-  EXPECT_EQ(document().dial[0], "0123456789");
-}
-
 // Reason and remedy stand in the status bar, and take the room they need.
 TEST_F(Net, APortProblemIsToldAndTheNextCommandTriesAgain) {
   const std::string link = folder_ / "radio";
