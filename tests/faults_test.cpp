@@ -218,6 +218,13 @@ void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const Sequen
     EXPECT_EQ(report.where, UnitName(exchanges[expected.failing].address));
   }
   if (writes) {
+    const std::size_t openings = 2;
+    const std::size_t units = exchanges.size() - openings - 1;
+    EXPECT_EQ(report.acknowledged.size(),
+              std::min(expected.failing - std::min(expected.failing, openings), units));
+    const bool in_flight = !done && expected.failing >= openings;
+    EXPECT_EQ(report.in_flight,
+              in_flight ? std::optional(exchanges[expected.failing].address) : std::nullopt);
     EXPECT_EQ(run.document_.image.MemoryTable, Talk::Mine().image.MemoryTable);
     EXPECT_EQ(run.document_.image.ChannelInUse, Talk::Mine().image.ChannelInUse);
     EXPECT_FALSE(run.document_.SettingsChanged || run.document_.MemoryChanged);

@@ -110,6 +110,33 @@ TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
   EXPECT_EQ(DifferenceText(result.differences[0]), "Auto dialer: M2: \"12\" -> \"\"");
 }
 
+TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
+  const std::vector<Unit> written = {{0x0200, std::string(64, '0')}};
+  Radio closed;
+  closed.port.can_open = false;
+  Radio silent;
+  silent.identity = "";
+  Radio other;
+  other.identity = "RXQ40x2Ax";
+  Radio stops;
+  stops.answers["0200"] = "";
+  const struct {
+    Radio& radio;
+    Outcome outcome;
+    std::size_t sent, found;
+  } cases[] = {{closed, Outcome::kPortError, 0, 0},
+               {silent, Outcome::kCommunicationError, 1, 0},
+               {other, Outcome::kWrongModel, 1, 0},
+               {stops, Outcome::kCommunicationError, 2, 1}};
+  for (const auto& c : cases) {
+    std::vector<Unit> found;
+    EXPECT_EQ(c.radio.sequences.Verify(written, found).outcome, c.outcome);
+    EXPECT_EQ(c.radio.port.sent.size(), c.sent);
+    EXPECT_EQ(found.size(), c.found);
+    EXPECT_EQ(c.radio.document.model, 0);
+  }
+}
+
 // ---- what the radio holds, unit by unit
 
 std::string With(std::size_t byte, const std::string& digits, std::string unit) {

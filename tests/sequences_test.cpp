@@ -231,52 +231,6 @@ TEST(ReadMemory, AnIndexOutsideItsListIsACommunicationError) {
   EXPECT_NE(report.remedy.find("cable"), std::string::npos);
 }
 
-TEST(Replies, WhatCameBackInsteadIsSaid) {
-  const std::string echo = "KX~WHO\r\n";
-  const struct {
-    std::string received;
-    const char* why;
-  } cases[] = {{"", "nothing came back within 2 s"},
-               {echo, "only the echo came back within 2 s, and no answer"},
-               {"RXQ40-0A-\r\n", "the answer came without the echo of the command"},
-               {"RXQ40-0A-.\n", "no complete answer within 2 s, but 11 of 19 characters"},
-               {echo + "RXQ40", "no complete answer within 2 s, but 13 of 19 characters"},
-               {echo + "RXQ40-0A.\r.", "no complete answer within 2 s, but 19 characters"},
-               {echo + "RXQ40-0A--\r\n", "an answer of 20 characters instead of 19"}};
-  for (const auto& c : cases) {
-    Radio radio;
-    radio.port.reply = [&](const std::string&) { return test::ScriptedPort::Reply{{c.received}}; };
-    EXPECT_EQ(radio.sequences.Identify().why, c.why);
-  }
-}
-
-// A reply counts by its length. What is damaged in it otherwise is told, and stops nothing.
-TEST(Replies, DamagedOnesOfTheRightLengthAreNamed) {
-  Radio radio;
-  const auto proper = radio.port.reply;
-  radio.port.reply = [&](const std::string& sent) {
-    auto reply = proper(sent);
-    if (sent.starts_with("KX~F0020")) reply[0].bytes[5] = '8';
-    if (sent.starts_with("KX~F0220")) reply[1].bytes[63] = 'G';
-    if (sent.starts_with("KX~F1C20")) reply[1].bytes[64] = ' ';
-    return reply;
-  };
-  const SequenceReport report = radio.sequences.ReadAll();
-  EXPECT_EQ(report.outcome, Outcome::kDone);
-  EXPECT_EQ(radio.host.ends[0].note, "1 reply was damaged: settings area 1; read again");
-  EXPECT_EQ(report.note,
-            "3 replies were damaged: settings area 1, memory channel 1, memory channel D9; read "
-            "again");
-  radio.port.reply = [&](const std::string& sent) {
-    auto reply = proper(sent);
-    reply[0].bytes[0] = '?';
-    return reply;
-  };
-  EXPECT_EQ(radio.sequences.WriteAll().note,
-            "231 replies were damaged: announcement, identification, settings area 1, settings "
-            "area 2, VHF special channel VFO and 226 more; write again");
-}
-
 TEST(Write, SendsNothingButDigits) {
   for (const auto run : {&Sequences::WriteSettings, &Sequences::WriteAll}) {
     Radio radio;
@@ -358,25 +312,6 @@ TEST(Write, RefusesARadioOfAnotherModel) {
   }
 }
 
-TEST(Write, AnythingButAnOkStopsItAndTheReportCountsWhatWasKept) {
-  const struct {
-    const char* address;
-    const char* answer;
-    std::size_t acknowledged;
-  } cases[] = {
-      {"0200", "NG\r\n", 17}, {"0220", "OK.\r\n", 18}, {"0020", "", 0}, {"1C20", "K\r\n", 226}};
-  for (const auto& c : cases) {
-    Radio radio;
-    radio.answers[c.address] = c.answer;
-    const SequenceReport report = radio.sequences.WriteAll();
-    EXPECT_EQ(report.outcome, Outcome::kCommunicationError) << c.address;
-    EXPECT_EQ(report.acknowledged.size(), c.acknowledged) << c.address;
-    ASSERT_TRUE(report.in_flight) << c.address;
-    EXPECT_EQ(AddressText(*report.in_flight), c.address);
-    EXPECT_EQ(radio.port.sent.back().bytes.substr(4, 4), c.address);
-  }
-}
-
 TEST(Sequences, APortThatCannotBeOpenedEndsThemBeforeAByte) {
   for (const auto run :
        {&Sequences::Identify, &Sequences::AutoSelect, &Sequences::ReadSettings,
@@ -444,61 +379,6 @@ TEST(Sequences, EndlessChatterEndsWithTheDeadline) {
   EXPECT_EQ(radio.port.sent.size(), 1U);
   EXPECT_EQ(radio.clock.Ms(), 20 * 2010 + 5000);  // 17 units, two openings, End
   EXPECT_FALSE(link.DeadlineIsOver());            // the next command starts afresh
-}
-
-TEST(Sequences, TheSlowestProperRadioIsWithinTheDeadline) {
-  Radio radio;
-  const auto prompt = radio.port.reply;
-  radio.port.reply = [&](const std::string& sent) {
-    auto reply = prompt(sent);
-    reply.back().after = milliseconds(1999);
-    return reply;
-  };
-  EXPECT_EQ(radio.sequences.WriteAll().outcome, Outcome::kDone);
-}
-
-// What was written is read back with the reads of the radio, nothing else, and changes no document.
-TEST(Verify, ReadsWhatWasWritten) {
-  Radio radio;
-  radio.document.image = test::RandomDocument(3).image;
-  const SequenceReport write = radio.sequences.WriteSettings();
-  ASSERT_EQ(write.outcome, Outcome::kDone);
-  const CloneImage before = radio.document.image;
-  radio.port.sent.clear();
-  std::vector<Unit> found;
-  EXPECT_EQ(radio.sequences.Verify(write.acknowledged, found).outcome, Outcome::kDone);
-  EXPECT_EQ(radio.Sent(), ReadCommands(kSettingsOrder));
-  EXPECT_EQ(radio.document.image, before);
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    EXPECT_TRUE(UnitDifferences(write.acknowledged[i], found[i]).empty()) << i;
-  }
-}
-
-TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
-  const std::vector<Unit> written = {{0x0200, std::string(64, '0')}};
-  Radio closed;
-  closed.port.can_open = false;
-  Radio silent;
-  silent.identity = "";
-  Radio other;
-  other.identity = "RXQ40x2Ax";
-  Radio stops;
-  stops.answers["0200"] = "";
-  const struct {
-    Radio& radio;
-    Outcome outcome;
-    std::size_t sent, found;
-  } cases[] = {{closed, Outcome::kPortError, 0, 0},
-               {silent, Outcome::kCommunicationError, 1, 0},
-               {other, Outcome::kWrongModel, 1, 0},
-               {stops, Outcome::kCommunicationError, 2, 1}};
-  for (const auto& c : cases) {
-    std::vector<Unit> found;
-    EXPECT_EQ(c.radio.sequences.Verify(written, found).outcome, c.outcome);
-    EXPECT_EQ(c.radio.port.sent.size(), c.sent);
-    EXPECT_EQ(found.size(), c.found);
-    EXPECT_EQ(c.radio.document.model, 0);
-  }
 }
 
 TEST(Sequences, ARadioExchangedBetweenTheHalvesGetsNoMemory) {
