@@ -51,6 +51,8 @@ Units100Hz OffsetReadAgain(Units100Hz offset) {
   return offset < 1000 * kUnitsPerMhz ? offset % (10 * kUnitsPerMhz) : offset;
 }
 
+}  // namespace
+
 void Run(Input input) {
   const Channel channel = ChannelOf(input.Byte());
   CloneImage first;
@@ -81,10 +83,4 @@ void Run(Input input) {
   Check(channel.Encode(third) == twice, "a record that was encoded twice stays as it is");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  q40::fuzz::Run({data, size});
-  return 0;
-}

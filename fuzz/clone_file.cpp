@@ -33,8 +33,9 @@ std::string GoodText() {
   return CloneFileText(document, document.model).value();
 }
 
-std::string TextOf(Input input, std::string_view raw) {
-  if (raw.starts_with('K')) return std::string(raw);
+std::string TextOf(Input input) {
+  if (const std::string_view raw = Input(input).Rest(); raw.starts_with('K'))
+    return std::string(raw);
   static const std::string kGood = GoodText();
   std::string text = kGood;
   while (!input.Empty()) {
@@ -85,7 +86,10 @@ std::string Saved(CloneDocument document) {
   return *text;
 }
 
-void Run(std::string_view text) {
+}  // namespace
+
+void Run(Input input) {
+  const std::string text = TextOf(input);
   CloneDocument opened = EditedDocument();
   if (OpenCloneText(text, kPath, opened).problem) return CheckRefused(text, opened);
   Check(!opened.SettingsChanged && !opened.MemoryChanged, "opening clears the change flags");
@@ -98,11 +102,4 @@ void Run(std::string_view text) {
   Check(Same(second, third), "a document that was saved and opened stays as it is");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using q40::fuzz::Input;
-  q40::fuzz::Run(q40::fuzz::TextOf(Input(data, size), Input(data, size).Rest()));
-  return 0;
-}

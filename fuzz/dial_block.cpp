@@ -14,6 +14,8 @@ std::string Block(const DialTexts& texts, int index) {
   return block;
 }
 
+}  // namespace
+
 void Run(Input input) {
   const int index = input.Below(kDialCount);
   const auto row = static_cast<std::size_t>(index);
@@ -41,10 +43,4 @@ void Run(Input input) {
   Check(Block(texts, index) == typed, "a block comes back from its text");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  q40::fuzz::Run({data, size});
-  return 0;
-}

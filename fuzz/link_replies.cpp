@@ -176,17 +176,15 @@ void RunBlocks(int what, Input input) {
 }
 
 }  // namespace
-}  // namespace q40::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace q40::fuzz;
+void Run(Input input) {
   testing::GTEST_FLAG(break_on_failure) = true;  // a wait without an end
-  Input input(data, size);
   const int what = input.Below(kEverything);
   if (what < kCallCount) {
     RunSequence(kCalls[what], input);
   } else {
     RunBlocks(what, input);
   }
-  return 0;
 }
+
+}  // namespace q40::fuzz

@@ -32,7 +32,10 @@ int Expected(std::string_view text) {
   return kDefaultPortNumber;
 }
 
-void Run(std::string_view text) {
+}  // namespace
+
+void Run(Input input) {
+  const std::string_view text = input.Rest();
   const int number = PortNumberIn(text);
   Check(number == Expected(text), "the number is what stands there, or port 1");
   Check(PortNumberIn(PortNumberText(number)) == number, "a number comes back from its text");
@@ -47,10 +50,4 @@ void Run(std::string_view text) {
       "a number that was written is read");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  q40::fuzz::Run(q40::fuzz::Input(data, size).Rest());
-  return 0;
-}

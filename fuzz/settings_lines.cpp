@@ -34,6 +34,8 @@ void CheckCarried(const CloneImage& read, const CloneImage& written) {
   }
 }
 
+}  // namespace
+
 void Run(Input input) {
   CloneImage image;
   const int channel = 256 * input.Byte() + input.Byte();
@@ -56,10 +58,4 @@ void Run(Input input) {
   Check(image == written, "lines that were encoded are encoded alike again");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  q40::fuzz::Run({data, size});
-  return 0;
-}

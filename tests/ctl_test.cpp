@@ -58,7 +58,8 @@ TEST_F(Ctl, ReadKeepsWhatItIsNotToldToReplace) {
   EXPECT_EQ(test::Content(path).substr(0, 32), "Korvex RX-Q40E Clone 0 FileStart");
 }
 
-// What faults make of a command: its exit code, its time, and what became of file and radio.
+// What faults make of a command: its exit code, its time, its message, and what became of file and
+// radio.
 TEST_F(Ctl, FaultTable) {
   const std::string path = Save("a.Q40", FreshDocument());
   const std::string before = test::Content(path);
@@ -68,8 +69,14 @@ TEST_F(Ctl, FaultTable) {
   const Words only = {"read", "-p", "1", "--only", "memory", path};
   const Words write = {"write", "-p", "1", path};
   const Words dump = {"dump", "-p", "1", "--first", "20", "--count", "3"};
-  // Exit code, and milliseconds at the most.
-  const std::tuple<const char*, const Words&, int, long> cases[] = {
+  // Exit code, milliseconds at the most, and words of the message.
+  const struct {
+    const char* fault;
+    const Words& words;
+    int code;
+    long ms;
+    const char* says = "";
+  } cases[] = {
       {"silence", identify, 4, 2000},
       {"hang-up+", identify, 3, 0},
       {"wrong-identity", identify, 4, 0},
@@ -78,11 +85,16 @@ TEST_F(Ctl, FaultTable) {
       {"hang-up@#200+", read, 3, 500},
       {"short@0400", only, 4, 500},
       {"hang-up@1000", only, 3, 500},
-      {"silence@RXQ40", write, 4, 2000},
+      {"silence@RXQ40", write, 4, 2000, "nothing came back within 2 s (announcement)"},
+      {"ng@RXQ40", write, 4, 10, "Nothing was written."},
+      {"ng@0240", write, 4, 500,
+       "Communication Error: the radio does not acknowledge the write (memory channel 2)"},
       {"wrong-identity@WHO", write, 4, 10},
-      {"ng@1C20", write, 4, 2500},
+      {"ng@1C20", write, 4, 2500,
+       "Settings and channels 0 to D8 written, memory channel D9 perhaps (sent, but not "
+       "acknowledged)"},
       {"late=1500@0200", write, 0, 4000},
-      {"hang-up@0300", write, 3, 500},
+      {"hang-up@0300", write, 3, 500, "COM Port Error: the simulated radio was disconnected"},
       {"not-stored@0200", write, 0, 2500},
       {"silence@END+", write, 4, 4500},
       {"silence", dump, 4, 502},
@@ -91,13 +103,14 @@ TEST_F(Ctl, FaultTable) {
       {"stray", dump, 0, 100},
       {"late=300", dump, 0, 400},
       {"late=600", dump, 4, 502}};
-  for (const auto& [fault, words, code, ms] : cases) {
+  for (const auto& [fault, words, code, ms, says] : cases) {
     Radio({fault});
     const std::string memory(radio_->memory().raw());
     const Result result = Run(words);
     EXPECT_EQ(result.code, code) << fault << " " << words[0] << ": " << result.err;
     EXPECT_LE(result.ms, ms) << fault << " " << words[0];
     EXPECT_EQ(code != 0, result.err.find("rxq40ctl: ") != std::string::npos) << result.err;
+    EXPECT_NE(result.err.find(says), std::string::npos) << result.err;
     EXPECT_EQ(folder_.FileCount(), 1U) << fault;
     const bool writes = words[0] == "write";
     EXPECT_TRUE((code == 0 && !writes) || test::Content(path) == before) << fault;
@@ -110,24 +123,8 @@ TEST_F(Ctl, FaultTable) {
   }
 }
 
-TEST_F(Ctl, MessagesSayWhatHappenedWhereAndWhatIsLeft) {
+TEST_F(Ctl, DamageAndWrongDataAreSaid) {
   const std::string path = Save("a.Q40", FreshDocument());
-  const struct {
-    const char* fault;
-    const char* words;
-  } cases[] = {{"ng@0240",
-                "Communication Error: the radio does not acknowledge the write (memory channel 2)"},
-               {"ng@0240",
-                "Settings and channels 0 to 1 written, memory channel 2 perhaps (sent, but not "
-                "acknowledged), 3 onwards as before."},
-               {"ng@RXQ40", "Nothing was written."},
-               {"hang-up@00C0", "COM Port Error: the simulated radio was disconnected"},
-               {"silence@RXQ40", "nothing came back within 2 s (announcement)"}};
-  for (const auto& c : cases) {
-    Radio({c.fault});
-    const Result result = Run({"write", "-p", "1", path});
-    EXPECT_NE(result.err.find(c.words), std::string::npos) << result.err;
-  }
   Radio({"bad-echo@0240"});
   Result result = Run({"--quiet", "read", "-p", "1", folder_ / "b.Q40"});
   EXPECT_EQ(result.code, 0);

@@ -5,17 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "link/sequences.h"
-#include "sim/simulated_port.h"
-#include "support/fake_host.h"
-#include "support/fake_link.h"
 #include "support/generated_table.h"
 #include "support/random_document.h"
+#include "support/simulated_bench.h"
 
 namespace q40 {
 namespace {
-
-using test::milliseconds;
 
 // ---- what must happen
 
@@ -106,21 +101,12 @@ Outcome OutcomeOf(char end) {
 
 // ---- one run
 
-// A radio with a random memory, and the program's side of the cable.
-class Talk : public test::FakeTime {
- public:
-  explicit Talk(const std::string& fault)
-      : radio_(Options(fault)),
-        port_(
-            radio_, [this] { return clock.now; },
-            [this](test::TimePoint at) { wake_ = std::min(wake_.value_or(at), at); }),
-        link_(port_, Timers(), pump),
-        host_(document_),
-        sequences_(link_, document_, host_) {
-    radio_.memory() = TheirMemory();
-    pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
+// A radio with a random memory, and a program with another document.
+struct Talk : test::SimulatedBench {
+  explicit Talk(const std::string& fault) : SimulatedBench(test::WithFaults({fault})) {
+    document = Mine();
+    radio.memory() = TheirMemory();
   }
-
   static const CloneDocument& Mine() {
     static const CloneDocument mine = Document(1);
     return mine;
@@ -133,27 +119,11 @@ class Talk : public test::FakeTime {
     }();
     return theirs;
   }
-
-  SimulatedRadio radio_;
-  std::optional<test::TimePoint> wake_;
-  SimulatedPort port_;
-  CloneDocument document_ = Mine();
-  Link link_;
-  test::FakeHost host_;
-  Sequences sequences_;
-
- private:
   static CloneDocument Document(unsigned seed) {
     CloneDocument document = test::RandomDocument(seed);
     document.model = 0;
     document.image.VersionA = false;
     return document;
-  }
-  static SimulatedRadio::Options Options(const std::string& text) {
-    SimulatedRadio::Options options;
-    std::string why;
-    options.faults.push_back(ParseFault(text, why).value());
-    return options;
   }
 };
 
@@ -189,8 +159,8 @@ const RadioMemory& AfterWrite(const SequenceCase& sequence) {
   const auto found = memories.find(sequence.name);
   if (found != memories.end()) return found->second;
   Talk run("silence@#9999");
-  EXPECT_EQ((run.sequences_.*sequence.run)().outcome, Outcome::kDone);
-  return memories[sequence.name] = run.radio_.memory();
+  EXPECT_EQ((run.sequences.*sequence.run)().outcome, Outcome::kDone);
+  return memories[sequence.name] = run.radio.memory();
 }
 
 class Sweep : public testing::Test {
@@ -210,9 +180,9 @@ void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const Sequen
   const bool writes = exchanges[0].kind == kAnnounce;
   const bool done = expected.end == 'D';
   // Nothing was sent behind the failure.
-  EXPECT_EQ(run.radio_.Exchanges(),
+  EXPECT_EQ(run.radio.Exchanges(),
             static_cast<int>(std::min(expected.failing + 1, exchanges.size())));
-  EXPECT_EQ(run.host_.begins, static_cast<int>(run.host_.ends.size()));
+  EXPECT_EQ(run.host.begins, static_cast<int>(run.host.ends.size()));
   if (!done && exchanges[expected.failing].kind != kWho &&
       exchanges[expected.failing].kind != kAnnounce) {
     EXPECT_EQ(report.where, UnitName(exchanges[expected.failing].address));
@@ -225,28 +195,28 @@ void Sweep::CheckEnd(const Talk& run, const SequenceCase& sequence, const Sequen
     const bool in_flight = !done && expected.failing >= openings;
     EXPECT_EQ(report.in_flight,
               in_flight ? std::optional(exchanges[expected.failing].address) : std::nullopt);
-    EXPECT_EQ(run.document_.image.MemoryTable, Talk::Mine().image.MemoryTable);
-    EXPECT_EQ(run.document_.image.ChannelInUse, Talk::Mine().image.ChannelInUse);
-    EXPECT_FALSE(run.document_.SettingsChanged || run.document_.MemoryChanged);
+    EXPECT_EQ(run.document.image.MemoryTable, Talk::Mine().image.MemoryTable);
+    EXPECT_EQ(run.document.image.ChannelInUse, Talk::Mine().image.ChannelInUse);
+    EXPECT_FALSE(run.document.SettingsChanged || run.document.MemoryChanged);
     // The units before the failure are in the radio, those behind it are as before.
     if (!wrong_data) {
-      EXPECT_EQ(Units(run.radio_.memory(), exchanges, 0, expected.failing),
+      EXPECT_EQ(Units(run.radio.memory(), exchanges, 0, expected.failing),
                 Units(AfterWrite(sequence), exchanges, 0, expected.failing));
     }
-    EXPECT_EQ(Units(run.radio_.memory(), exchanges, expected.failing + 1, exchanges.size()),
+    EXPECT_EQ(Units(run.radio.memory(), exchanges, expected.failing + 1, exchanges.size()),
               Units(Talk::TheirMemory(), exchanges, expected.failing + 1, exchanges.size()));
   } else {
-    EXPECT_EQ(run.radio_.memory().raw(), Talk::TheirMemory().raw());
+    EXPECT_EQ(run.radio.memory().raw(), Talk::TheirMemory().raw());
   }
   if (!reads) return;
   const bool memory = exchanges[1].kind == kRead && exchanges[1].address >= 0x0200;
-  EXPECT_EQ(run.document_.SettingsChanged, !memory && expected.failing > 2);
-  EXPECT_EQ(run.document_.MemoryChanged, memory && done);
+  EXPECT_EQ(run.document.SettingsChanged, !memory && expected.failing > 2);
+  EXPECT_EQ(run.document.MemoryChanged, memory && done);
   if (wrong_data) return;
   const CloneDocument after = AfterRead(Talk::Mine(), exchanges, expected.failing);
-  EXPECT_TRUE(run.document_.image == after.image);
-  EXPECT_EQ(run.document_.settings, after.settings);
-  EXPECT_EQ(run.document_.dial, after.dial);
+  EXPECT_TRUE(run.document.image == after.image);
+  EXPECT_EQ(run.document.settings, after.settings);
+  EXPECT_EQ(run.document.dial, after.dial);
 }
 
 void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at, bool stays) {
@@ -255,7 +225,7 @@ void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at,
   SCOPED_TRACE(std::string(sequence.name) + ", " + fault);
   const Expected expected = ExpectedOf(row, sequence.exchanges, at, stays);
   Talk run(fault);
-  const SequenceReport report = (run.sequences_.*sequence.run)();
+  const SequenceReport report = (run.sequences.*sequence.run)();
   ++runs_;
   EXPECT_EQ(report.outcome, OutcomeOf(expected.end));
   const Class kind = sequence.exchanges[at].kind;
@@ -288,7 +258,7 @@ void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at,
   // A moment later the port serves the next command.
   if (stays) return;
   run.clock.now += std::chrono::seconds(3);
-  EXPECT_EQ(run.sequences_.Identify().outcome, Outcome::kDone);
+  EXPECT_EQ(run.sequences.Identify().outcome, Outcome::kDone);
 }
 
 // ---- the table for people
