@@ -160,14 +160,8 @@ TEST_F(Ctl, WriteWithANet) {
   const std::string path = Save("a.Q40", mine);
   const std::string backup = folder_ / "kept here.Q40";
   // The backup takes 231 exchanges; then come two openings, settings area 1, and so on.
-  const struct {
-    const char* fault;
-    int code;
-    bool backup_kept;
-    bool written;  // anything
-    const char* out;
-    const char* err;
-  } cases[] = {
+  // written: anything
+  const std::tuple<const char*, int, bool, bool, const char*, const char*> cases[] = {
       {"", 0, true, true, "", "227 blocks acknowledged and verified"},
       {"silence", 4, false, false, "", "The backup was not made, so nothing was written."},
       {"short@1C20", 4, false, false, "", "The backup was not made"},
@@ -180,24 +174,24 @@ TEST_F(Ctl, WriteWithANet) {
       // In the verification, behind the 231 exchanges of the backup and the 233 of the write.
       {"hang-up@#500", 3, true, true, "", "Everything was written, but not verified."},
   };
-  for (const auto& c : cases) {
-    Radio(*c.fault != 0 ? std::vector<std::string>{c.fault} : std::vector<std::string>{});
+  for (const auto& [fault, code, backup_kept, written, out, err] : cases) {
+    Radio(*fault != 0 ? std::vector<std::string>{fault} : std::vector<std::string>{});
     const std::string memory(radio_->memory().raw());
     std::filesystem::remove(backup);
     const Result result = Run({"write", "-p", "1", "--backup", backup, "--verify", path});
-    EXPECT_EQ(result.code, c.code) << c.fault << result.err;
-    EXPECT_EQ(std::filesystem::exists(backup), c.backup_kept) << c.fault;
-    EXPECT_EQ(radio_->memory().raw() != memory, c.written) << c.fault;
-    EXPECT_NE(result.out.find(c.out), std::string::npos) << c.fault << result.out;
-    EXPECT_NE(result.err.find(c.err), std::string::npos) << c.fault << result.err;
-    if (!c.backup_kept) continue;
+    EXPECT_EQ(result.code, code) << fault << result.err;
+    EXPECT_EQ(std::filesystem::exists(backup), backup_kept) << fault;
+    EXPECT_EQ(radio_->memory().raw() != memory, written) << fault;
+    EXPECT_NE(result.out.find(out), std::string::npos) << fault << result.out;
+    EXPECT_NE(result.err.find(err), std::string::npos) << fault << result.err;
+    if (!backup_kept) continue;
     // The backup brings back everything that a write does not set by itself.
     Radio({});
     ASSERT_EQ(Run({"write", "-p", "1", path}).code, 0);
     ASSERT_EQ(Run({"write", "-p", "1", "--verify", backup}).code, 0);
     EXPECT_EQ(Run({"read", "-p", "1", "--force", folder_ / "again.Q40"}).code, 0);
     EXPECT_TRUE(WithoutRptFrequencies(folder_ / "again.Q40") == WithoutRptFrequencies(backup))
-        << c.fault;
+        << fault;
   }
 }
 

@@ -188,22 +188,18 @@ TEST(RxBlock, TakesTheLast36Characters) {
 }
 
 TEST(TxBlock, WaitsForMoreThan46AndAccepts46) {
-  const struct {
-    const char* name;
-    std::string reply;
-    int result;
-    long ms;
-  } cases[] = {{"48 characters", std::string(42, 'e') + "\r\nOK\r\n", 0, 0},
-               {"47 characters", std::string(41, 'e') + "\r\nOK\r\n", 0, 0},
-               {"46 characters", std::string(40, 'e') + "\r\nOK\r\n", 0, 500},
-               {"45 characters", std::string(39, 'e') + "\r\nOK\r\n", 2, 500},
-               {"47 characters without an end", std::string(47, 'e'), 1, 500},
-               {"refused", std::string(42, 'e') + "\r\nNG\r\n", 1, 0}};
-  for (const auto& c : cases) {
+  const std::tuple<const char*, std::string, int, long> cases[] = {
+      {"48 characters", std::string(42, 'e') + "\r\nOK\r\n", 0, 0},
+      {"47 characters", std::string(41, 'e') + "\r\nOK\r\n", 0, 0},
+      {"46 characters", std::string(40, 'e') + "\r\nOK\r\n", 0, 500},
+      {"45 characters", std::string(39, 'e') + "\r\nOK\r\n", 2, 500},
+      {"47 characters without an end", std::string(47, 'e'), 1, 500},
+      {"refused", std::string(42, 'e') + "\r\nNG\r\n", 1, 0}};
+  for (const auto& [name, reply, result, ms] : cases) {
     ScriptedLink t;
-    t.port.reply = Always({{c.reply}});
-    EXPECT_EQ(t.link.TxBlock("KX~F0D60W\r"), c.result) << c.name;
-    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    t.port.reply = Always({{reply}});
+    EXPECT_EQ(t.link.TxBlock("KX~F0D60W\r"), result) << name;
+    EXPECT_EQ(t.clock.Ms(), ms) << name;
   }
 }
 
@@ -260,20 +256,18 @@ TEST(ServiceRead, ShowsTheGrowingReplyAndChecksNothing) {
 
 TEST(Replies, WhatCameBackInsteadIsSaid) {
   const std::string echo = "KX~WHO\r\n";
-  const struct {
-    std::string received;
-    const char* why;
-  } cases[] = {{"", "nothing came back within 2 s"},
-               {echo, "only the echo came back within 2 s, and no answer"},
-               {"RXQ40-0A-\r\n", "the answer came without the echo of the command"},
-               {"RXQ40-0A-.\n", "no complete answer within 2 s, but 11 of 19 characters"},
-               {echo + "RXQ40", "no complete answer within 2 s, but 13 of 19 characters"},
-               {echo + "RXQ40-0A.\r.", "no complete answer within 2 s, but 19 characters"},
-               {echo + "RXQ40-0A--\r\n", "an answer of 20 characters instead of 19"}};
-  for (const auto& c : cases) {
+  const std::tuple<std::string, const char*> cases[] = {
+      {"", "nothing came back within 2 s"},
+      {echo, "only the echo came back within 2 s, and no answer"},
+      {"RXQ40-0A-\r\n", "the answer came without the echo of the command"},
+      {"RXQ40-0A-.\n", "no complete answer within 2 s, but 11 of 19 characters"},
+      {echo + "RXQ40", "no complete answer within 2 s, but 13 of 19 characters"},
+      {echo + "RXQ40-0A.\r.", "no complete answer within 2 s, but 19 characters"},
+      {echo + "RXQ40-0A--\r\n", "an answer of 20 characters instead of 19"}};
+  for (const auto& [received, why] : cases) {
     Radio radio;
-    radio.port.reply = Always({{c.received}});
-    EXPECT_EQ(radio.sequences.Identify().why, c.why);
+    radio.port.reply = Always({{received}});
+    EXPECT_EQ(radio.sequences.Identify().why, why);
   }
 }
 

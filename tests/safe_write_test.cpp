@@ -48,19 +48,17 @@ TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
 }
 
 TEST(SafeWrite, WithoutANetItIsTheWrite) {
-  const struct {
-    Half half;
-    std::size_t exchanges;
-  } cases[] = {{Half::kSettings, 20}, {Half::kMemory, 213}, {Half::kBoth, 233}};
-  for (const auto& c : cases) {
+  const std::tuple<Half, std::size_t> cases[] = {
+      {Half::kSettings, 20}, {Half::kMemory, 213}, {Half::kBoth, 233}};
+  for (const auto& [half, exchanges] : cases) {
     Radio radio;
-    const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, c.half, {});
+    const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, half, {});
     EXPECT_EQ(result.stage, Stage::kWrite);
     EXPECT_EQ(result.last.outcome, Outcome::kDone);
     EXPECT_FALSE(result.backup_kept);
-    EXPECT_EQ(radio.port.sent.size(), c.exchanges);
-    EXPECT_EQ(Heard(radio, "KX~F0020W"), c.half != Half::kMemory);
-    EXPECT_EQ(Heard(radio, "KX~F0200W"), c.half != Half::kSettings);
+    EXPECT_EQ(radio.port.sent.size(), exchanges);
+    EXPECT_EQ(Heard(radio, "KX~F0020W"), half != Half::kMemory);
+    EXPECT_EQ(Heard(radio, "KX~F0200W"), half != Half::kSettings);
   }
 }
 
@@ -120,20 +118,17 @@ TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
   other.identity = "RXQ40x2Ax";
   Radio stops;
   stops.answers["0200"] = "";
-  const struct {
-    Radio& radio;
-    Outcome outcome;
-    std::size_t sent, found;
-  } cases[] = {{closed, Outcome::kPortError, 0, 0},
-               {silent, Outcome::kCommunicationError, 1, 0},
-               {other, Outcome::kWrongModel, 1, 0},
-               {stops, Outcome::kCommunicationError, 2, 1}};
-  for (const auto& c : cases) {
+  const std::tuple<Radio&, Outcome, std::size_t, std::size_t> cases[] = {
+      {closed, Outcome::kPortError, 0, 0},
+      {silent, Outcome::kCommunicationError, 1, 0},
+      {other, Outcome::kWrongModel, 1, 0},
+      {stops, Outcome::kCommunicationError, 2, 1}};
+  for (const auto& [radio, outcome, sent, units] : cases) {
     std::vector<Unit> found;
-    EXPECT_EQ(c.radio.sequences.Verify(written, found).outcome, c.outcome);
-    EXPECT_EQ(c.radio.port.sent.size(), c.sent);
-    EXPECT_EQ(found.size(), c.found);
-    EXPECT_EQ(c.radio.document.model, 0);
+    EXPECT_EQ(radio.sequences.Verify(written, found).outcome, outcome);
+    EXPECT_EQ(radio.port.sent.size(), sent);
+    EXPECT_EQ(found.size(), units);
+    EXPECT_EQ(radio.document.model, 0);
   }
 }
 
@@ -221,12 +216,7 @@ SequenceReport ReportOf(Half half, int acknowledged, bool in_flight) {
 }
 
 TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
-  const struct {
-    Half half;
-    int acknowledged;
-    bool in_flight;
-    const char* text;
-  } cases[] = {
+  const std::tuple<Half, int, bool, const char*> cases[] = {
       {Half::kBoth, 0, false, "nothing was written"},
       {Half::kBoth, 0, true,
        "settings area 1 perhaps (sent, but not acknowledged), the rest as before"},
@@ -247,19 +237,13 @@ TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
        "memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before"},
       {Half::kMemory, 1, false, "channel 0 written, 1 onwards as before"},
       {Half::kMemory, 210, false, "channels 0 to D9 written"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(WrittenText(ReportOf(c.half, c.acknowledged, c.in_flight), c.half), c.text);
+  for (const auto& [half, acknowledged, in_flight, text] : cases) {
+    EXPECT_EQ(WrittenText(ReportOf(half, acknowledged, in_flight), half), text);
   }
 }
 
 TEST(AftermathText, OffersTheBackupWhenTheRadioWasTouched) {
-  const struct {
-    Stage stage;
-    int acknowledged;
-    bool in_flight;
-    bool kept;
-    const char* text;
-  } cases[] = {
+  const std::tuple<Stage, int, bool, bool, const char*> cases[] = {
       {Stage::kWrite, 0, false, true, "Nothing was written."},
       {Stage::kWrite, 1, false, true,
        "Channel 0 written, 1 onwards as before. To bring the backup back: so"},
@@ -268,12 +252,12 @@ TEST(AftermathText, OffersTheBackupWhenTheRadioWasTouched) {
        "Memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before. To bring the "
        "backup back: so"},
       {Stage::kVerify, 210, false, false, "Everything was written, but not verified."}};
-  for (const auto& c : cases) {
+  for (const auto& [stage, acknowledged, in_flight, kept, text] : cases) {
     WriteResult result;
-    result.stage = c.stage;
-    result.write = ReportOf(Half::kMemory, c.acknowledged, c.in_flight);
-    result.backup_kept = c.kept;
-    EXPECT_EQ(AftermathText(result, Half::kMemory, "so"), c.text);
+    result.stage = stage;
+    result.write = ReportOf(Half::kMemory, acknowledged, in_flight);
+    result.backup_kept = kept;
+    EXPECT_EQ(AftermathText(result, Half::kMemory, "so"), text);
   }
 }
 

@@ -84,29 +84,27 @@ TEST(ReadSettings, PutsEverythingInItsPlace) {
 
 // Answers to KX~WHO and what becomes of them.
 TEST(Identify, Replies) {
-  const struct {
-    const char* identity;
-    Outcome outcome;
-    int model;       // afterwards; 0 before
-    bool version_a;  // afterwards; set before
-  } cases[] = {{"RXQ40x0Ax", Outcome::kDone, 0, true},
-               {"RXQ40x1Ax", Outcome::kDone, 1, true},
-               {"RXQ4020Ax", Outcome::kDone, 0, true},
-               {"RXQ40x20x", Outcome::kDone, 2, false},
-               {"RXQ40x0ax", Outcome::kDone, 0, false},
-               {"RXQ40x3Ax", Outcome::kCommunicationError, 0, false},
-               {"RXQ40xAAx", Outcome::kCommunicationError, 0, false},
-               {"RXQ40x/Ax", Outcome::kCommunicationError, 0, false},
-               {"RXQ41x0Ax", Outcome::kCommunicationError, 0, true},
-               {"RXQ40x0A", Outcome::kCommunicationError, 0, true},
-               {"RXQ40x0Axx", Outcome::kCommunicationError, 0, true}};
-  for (const auto& c : cases) {
+  // model: afterwards; 0 before
+  // version_a: afterwards; set before
+  const std::tuple<const char*, Outcome, int, bool> cases[] = {
+      {"RXQ40x0Ax", Outcome::kDone, 0, true},
+      {"RXQ40x1Ax", Outcome::kDone, 1, true},
+      {"RXQ4020Ax", Outcome::kDone, 0, true},
+      {"RXQ40x20x", Outcome::kDone, 2, false},
+      {"RXQ40x0ax", Outcome::kDone, 0, false},
+      {"RXQ40x3Ax", Outcome::kCommunicationError, 0, false},
+      {"RXQ40xAAx", Outcome::kCommunicationError, 0, false},
+      {"RXQ40x/Ax", Outcome::kCommunicationError, 0, false},
+      {"RXQ41x0Ax", Outcome::kCommunicationError, 0, true},
+      {"RXQ40x0A", Outcome::kCommunicationError, 0, true},
+      {"RXQ40x0Axx", Outcome::kCommunicationError, 0, true}};
+  for (const auto& [identity, outcome, model, version_a] : cases) {
     Radio radio;
-    radio.identity = c.identity;
+    radio.identity = identity;
     radio.document.image.VersionA = true;
-    EXPECT_EQ(radio.sequences.Identify().outcome, c.outcome) << c.identity;
-    EXPECT_EQ(radio.document.model, c.model) << c.identity;
-    EXPECT_EQ(radio.document.image.VersionA, c.version_a) << c.identity;
+    EXPECT_EQ(radio.sequences.Identify().outcome, outcome) << identity;
+    EXPECT_EQ(radio.document.model, model) << identity;
+    EXPECT_EQ(radio.document.image.VersionA, version_a) << identity;
     EXPECT_EQ(radio.port.sent.size(), 1U);
     EXPECT_EQ(radio.host.ends.size(), 1U);
   }
@@ -133,28 +131,25 @@ TEST(AutoSelect, ResetsFirstAndLoadsTheSpecialChannelsOfTheModel) {
 
 TEST(Questions, WhoAsksForWhichFlagAndCancelSendsNothing) {
   using Command = SequenceReport (Sequences::*)();
-  const struct {
-    Command run;
-    bool settings, memory, asks;
-  } cases[] = {
+  const std::tuple<Command, bool, bool, bool> cases[] = {
       {&Sequences::AutoSelect, true, false, true},   {&Sequences::AutoSelect, false, true, true},
       {&Sequences::ReadSettings, true, false, true}, {&Sequences::ReadSettings, false, true, false},
       {&Sequences::ReadMemory, false, true, true},   {&Sequences::ReadMemory, true, false, false},
       {&Sequences::ReadAll, true, false, true},      {&Sequences::ReadAll, false, true, true},
       {&Sequences::WriteAll, true, true, false}};
-  for (const auto& c : cases) {
+  for (const auto& [run, settings, memory, asks] : cases) {
     Radio radio;
-    radio.document.SettingsChanged = c.settings;
-    radio.document.MemoryChanged = c.memory;
+    radio.document.SettingsChanged = settings;
+    radio.document.MemoryChanged = memory;
     radio.host.answer_save = false;
-    const SequenceReport report = (radio.sequences.*c.run)();
-    EXPECT_EQ(radio.host.save_questions, c.asks ? 1 : 0);
-    EXPECT_EQ(report.outcome, c.asks ? Outcome::kCancelled : Outcome::kDone);
-    EXPECT_EQ(radio.port.sent.empty(), c.asks);
+    const SequenceReport report = (radio.sequences.*run)();
+    EXPECT_EQ(radio.host.save_questions, asks ? 1 : 0);
+    EXPECT_EQ(report.outcome, asks ? Outcome::kCancelled : Outcome::kDone);
+    EXPECT_EQ(radio.port.sent.empty(), asks);
     EXPECT_EQ(radio.host.begins, static_cast<int>(radio.host.ends.size()));
-    if (c.asks) {
-      EXPECT_EQ(radio.document.SettingsChanged, c.settings);
-      EXPECT_EQ(radio.document.MemoryChanged, c.memory);
+    if (asks) {
+      EXPECT_EQ(radio.document.SettingsChanged, settings);
+      EXPECT_EQ(radio.document.MemoryChanged, memory);
     }
   }
 }

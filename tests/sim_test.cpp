@@ -75,39 +75,35 @@ TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
   const std::string unit = *Bench().radio.memory().Read(0x0200, 32);
   const std::string other = *Bench().radio.memory().Read(0x0220, 32);
   const std::string echo = read + "\n";
-  const struct {
-    const char* fault;
-    std::string command;
-    std::string reply;
-    long ms;
-  } cases[] = {{"silence", read, "False01", 2000},
-               {"echo-only", read, "False01", 2000},
-               {"no-echo", read, unit + "\r\n", 0},
-               {"bad-echo", read, "KX~F0200?\r\n" + unit + "\r\n", 0},
-               {"short@0200", read, echo + unit.substr(0, 63) + "\r\n", 0},
-               {"long@#1", read, echo + unit + "X\r\n", 0},
-               {"non-hex", read, echo + "ZZ" + unit.substr(2) + "\r\n", 0},
-               {"non-hex=31", read, echo + unit.substr(0, 62) + "ZZ\r\n", 0},
-               {"non-hex=32", read, echo + unit + "\r\n", 0},
-               {"ng", write, write + "\nNG\r\n", 0},
-               {"pieces=20", read, echo + unit + "\r\n", 120},
-               {"late=300", read, echo + unit + "\r\n", 300},
-               {"late", read, "False01", 2000},
-               {"stray=2", read, echo + "??" + unit + "\r\n", 0},
-               {"other-address", read, echo + other + "\r\n", 0},
-               {"not-stored", write, write + "\nOK\r\n", 0},
-               {"hang-up", read, "False00", 0},
-               {"wrong-identity=RXQ40-3A-", "KX~WHO\r", "KX~WHO\r\nRXQ40-3A-\r\n", 0}};
-  for (const auto& c : cases) {
-    Bench bench({c.fault});
-    EXPECT_EQ(bench.link.TxCommand(c.command), c.reply) << c.fault;
-    EXPECT_EQ(bench.clock.Ms(), c.ms) << c.fault;
-    const bool stored = std::string_view(c.fault) == "ng";
+  const std::tuple<const char*, std::string, std::string, long> cases[] = {
+      {"silence", read, "False01", 2000},
+      {"echo-only", read, "False01", 2000},
+      {"no-echo", read, unit + "\r\n", 0},
+      {"bad-echo", read, "KX~F0200?\r\n" + unit + "\r\n", 0},
+      {"short@0200", read, echo + unit.substr(0, 63) + "\r\n", 0},
+      {"long@#1", read, echo + unit + "X\r\n", 0},
+      {"non-hex", read, echo + "ZZ" + unit.substr(2) + "\r\n", 0},
+      {"non-hex=31", read, echo + unit.substr(0, 62) + "ZZ\r\n", 0},
+      {"non-hex=32", read, echo + unit + "\r\n", 0},
+      {"ng", write, write + "\nNG\r\n", 0},
+      {"pieces=20", read, echo + unit + "\r\n", 120},
+      {"late=300", read, echo + unit + "\r\n", 300},
+      {"late", read, "False01", 2000},
+      {"stray=2", read, echo + "??" + unit + "\r\n", 0},
+      {"other-address", read, echo + other + "\r\n", 0},
+      {"not-stored", write, write + "\nOK\r\n", 0},
+      {"hang-up", read, "False00", 0},
+      {"wrong-identity=RXQ40-3A-", "KX~WHO\r", "KX~WHO\r\nRXQ40-3A-\r\n", 0}};
+  for (const auto& [fault, command, reply, ms] : cases) {
+    Bench bench({fault});
+    EXPECT_EQ(bench.link.TxCommand(command), reply) << fault;
+    EXPECT_EQ(bench.clock.Ms(), ms) << fault;
+    const bool stored = std::string_view(fault) == "ng";
     EXPECT_EQ(bench.radio.memory().Read(0x0200, 32), stored ? std::string(64, 'A') : unit);
     // Once: the next exchange is good again.
     bench.link.OpenPort();
-    if (std::string(c.fault) != "late") {
-      EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << c.fault;
+    if (std::string(fault) != "late") {
+      EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << fault;
     }
   }
 }

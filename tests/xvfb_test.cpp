@@ -109,11 +109,7 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
 
 // Neither does a program without a display end otherwise.
 TEST(WrongUsage, IsSaidInOneLineByEveryProgram) {
-  const struct {
-    std::vector<std::string> words;
-    int code;
-    const char* line;
-  } cases[] = {
+  const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
       {{"rxq40", "--nope"}, 1, "rxq40: there is no option \"--nope\". See rxq40 --help.\n"},
       {{"rxq40", "-style", "-x", "--title=a", "--simualte"},
        1,
