@@ -92,6 +92,11 @@ void Run(Input input) {
   const std::string text = TextOf(input);
   CloneDocument opened = EditedDocument();
   if (OpenCloneText(text, kPath, opened).problem) return CheckRefused(text, opened);
+  const auto in_range = [&](const Setting& setting) {
+    const int value = opened.settings.*setting.value;
+    return value >= 0 && value <= setting.top;
+  };
+  Check(std::ranges::all_of(Settings(), in_range), "no setting lies outside its range");
   Check(!opened.SettingsChanged && !opened.MemoryChanged, "opening clears the change flags");
   const std::string once = Saved(opened);
   const CloneDocument second = Reopened(once, opened);

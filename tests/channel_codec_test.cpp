@@ -143,16 +143,6 @@ TEST(MemoryChannel, ANumberOutsideItsListCannotBeEncoded) {
   }
 }
 
-TEST(MemoryChannel, WhatWasDecodedOnceComesBackUnchanged) {
-  std::mt19937 random(7);
-  for (int i = 0; i < 300; ++i) {
-    const std::string record = test::RandomRecord(random, i % 2 == 0);
-    const auto lines = EncodeMemoryChannel(Decoded(record, i % 210), i % 210);
-    ASSERT_TRUE(lines);
-    EXPECT_EQ(lines->Joined(), record);
-  }
-}
-
 TEST(SpecialChannel, UsesItsOwnColumnsAndKnowsSplit) {
   SpecialSet set;
   const std::string record = WithByte(WithByte(kFullRecord, 1, "03"), 15, "01");

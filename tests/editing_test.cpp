@@ -198,8 +198,9 @@ void Rotate(CloneImage& image, std::size_t from, std::size_t middle, std::size_t
   rotate(image.ChannelInUse);
 }
 
-TEST(MemoryEdit, InsertMovesBackAndDropsTheLast) {
-  const CloneImage before = test::RandomDocument(33).image;
+TEST(MemoryEdit, InsertMovesBackAndDeleteForwardAndKeepsTheTailOfTheLast) {
+  CloneImage before = test::RandomDocument(33).image;
+  before.ChannelInUse[kLast] = true;
   for (const std::size_t n : {0U, 5U, 208U, 209U}) {
     CloneImage image = before;
     InsertMemoryChannel(image, static_cast<int>(n));
@@ -208,16 +209,9 @@ TEST(MemoryEdit, InsertMovesBackAndDropsTheLast) {
     expected.MemoryTable[n] = {};
     expected.ChannelInUse[n] = false;
     EXPECT_EQ(image, expected) << n;
-  }
-}
 
-TEST(MemoryEdit, DeleteMovesForwardAndKeepsTheTailOfTheLast) {
-  CloneImage before = test::RandomDocument(33).image;
-  before.ChannelInUse[kLast] = true;
-  for (const std::size_t n : {0U, 5U, 208U, 209U}) {
-    CloneImage image = before;
+    image = expected = before;
     DeleteMemoryChannel(image, static_cast<int>(n));
-    CloneImage expected = before;
     Rotate(expected, n, n + 1, kLast + 1);
     ChannelRecord& last = expected.MemoryTable[kLast] = before.MemoryTable[kLast];
     std::fill_n(last.value.begin(), 9, 0);  // up to MID, which stays

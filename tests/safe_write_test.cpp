@@ -171,6 +171,7 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
        "outside "
        "its list\"\n"},
       {0x1C20, zeros, With(23, "63", zeros), "Memory D9: byte 23: \"00\" -> \"63\"\n"},
+      {0x0200, With(16, "5c", used), With(16, "5C", used), ""},  // as the radio answers
       {0x00C0, zeros, With(0, "01", zeros), "VHF VFO: byte 0 (flags): \"00\" -> \"01\"\n"},
       {0x00C0, zeros, With(0, "ZZ", zeros),
        "VHF VFO: content: \"\" -> \"cannot be read: no hexadecimal digits\"\n"},

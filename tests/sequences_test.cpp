@@ -307,23 +307,6 @@ TEST(Write, RefusesARadioOfAnotherModel) {
   }
 }
 
-TEST(Sequences, APortThatCannotBeOpenedEndsThemBeforeAByte) {
-  for (const auto run :
-       {&Sequences::Identify, &Sequences::AutoSelect, &Sequences::ReadSettings,
-        &Sequences::ReadMemory, &Sequences::WriteSettings, &Sequences::WriteMemory}) {
-    Radio radio;
-    radio.port.can_open = false;
-    const SequenceReport report = (radio.sequences.*run)();
-    EXPECT_EQ(report.outcome, Outcome::kPortError);
-    EXPECT_EQ(report.why, "the scripted port is closed");
-    EXPECT_EQ(report.radio_model, -1);
-    EXPECT_TRUE(radio.port.sent.empty());
-    EXPECT_EQ(radio.host.begins, 1);
-    EXPECT_EQ(radio.host.ends.size(), 1U);
-    EXPECT_FALSE(radio.document.SettingsChanged || radio.document.MemoryChanged);
-  }
-}
-
 TEST(Sequences, ALineThatDropsInAPauseIsNotTakenUpAgain) {
   Radio radio;
   radio.host.on_progress = [&] {

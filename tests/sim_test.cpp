@@ -133,17 +133,6 @@ TEST(Faults, StayWhereTheyAreToldTo) {
   }
 }
 
-TEST(SimulatedPort, ALineThatHungUpForGoodCannotBeOpened) {
-  Bench bench({"hang-up@0200+"});
-  EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
-  EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
-  EXPECT_FALSE(bench.cable.port.IsOpen());
-  EXPECT_FALSE(bench.cable.port.Open());
-  EXPECT_EQ(bench.cable.port.Problem().kind, PortProblem::Kind::kMissing);
-  EXPECT_FALSE(bench.cable.port.Write("KX~WHO\r\n"));
-  EXPECT_FALSE(bench.cable.port.ReadAvailable());
-}
-
 TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
   SimulatedRadio radio(test::WithFaults({"hang-up=700@0220"}));
   const test::TimePoint now{};
