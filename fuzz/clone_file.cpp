@@ -79,6 +79,20 @@ CloneDocument Reopened(std::string_view text, const CloneDocument& saved) {
   return document;
 }
 
+// What the codec narrows (step, Split, tone mode) it narrows when it reads, so the numbers survive. All
+// but one: an offset in digits that are no decimal ones ("453A.443E") may be read as 10 MHz or more,
+// and loses its leading digits when it is read again.
+void CheckChannels(const CloneImage& read, const CloneImage& again) {
+  constexpr auto kOffsetColumn = static_cast<std::size_t>(Field::kShiftFrequency);
+  for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
+    auto expected = read.MemoryTable[n].value;
+    Units100Hz& offset = expected[kOffsetColumn];
+    if (offset < 1000 * kUnitsPerMhz) offset %= 10 * kUnitsPerMhz;
+    Check(again.MemoryTable[n].value == expected, "the numbers of a channel come back");
+  }
+  Check(read.ChannelInUse == again.ChannelInUse, "in use stays in use");
+}
+
 std::string Saved(CloneDocument document) {
   const auto text = CloneFileText(document, document.model);
   Check(text.has_value(), "what was opened can be saved");
@@ -101,7 +115,8 @@ void Run(Input input) {
   const std::string once = Saved(opened);
   const CloneDocument second = Reopened(once, opened);
   const std::string twice = Saved(second);
-  // The two files need not be alike, channel_record.cpp says why; from the second on they are.
+  CheckChannels(opened.image, second.image);
+  // So the two files need not be alike; from the second on they are.
   const CloneDocument third = Reopened(twice, opened);
   Check(Saved(third) == twice, "a file that was saved twice stays as it is");
   Check(Same(second, third), "a document that was saved and opened stays as it is");

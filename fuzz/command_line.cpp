@@ -31,9 +31,8 @@ Files FilesToStartWith() {
 
 Files Content() {
   Files files;
-  for (const auto& entry : fs::directory_iterator(".")) {
+  for (const auto& entry : fs::directory_iterator("."))
     files[entry.path().filename().string()] = test::Content(entry.path().string());
-  }
   return files;
 }
 
@@ -88,9 +87,8 @@ void Run(Input input) {
   testing::GTEST_FLAG(break_on_failure) = true;  // a wait without an end
   const std::string_view fault = input.Line();
   std::vector<std::string> words;
-  for (std::string_view word = input.Line(); !word.empty(); word = input.Line()) {
+  for (std::string_view word = input.Line(); !word.empty(); word = input.Line())
     words.emplace_back(word);
-  }
   if (!MayRun(words)) return;
 
   static const Files kFiles = FilesToStartWith();

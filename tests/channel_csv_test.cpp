@@ -68,9 +68,8 @@ TEST(CsvExport, HeaderAndRecords) {
       R"("RX-Q40","VFO VHF","PH","","","","","","","","","","","","","","","","","","No","Off")",
       R"("RX-Q40","MEMORY","D3","*145.5000","12.5KHz","TSQ","88.5Hz","250.3Hz","023","754",)"
       R"(" -Shift","0.6000","On","Hi","07","20dB","BS-2","On","On","Narrow","A,""B","On")"};
-  for (const std::string& record : records) {
+  for (const std::string& record : records)
     EXPECT_NE(text.find("\r\n" + record + "\r\n"), std::string::npos) << record;
-  }
 }
 
 TEST(CsvImport, ExportedListsComeBackTheSame) {

@@ -28,9 +28,8 @@ TEST(EditRules, MhzOfAMemoryChannel) {
       {"600", 1, 1, false, "", "435"},        {"600", 0, 1, false, "", "445"},
       {"145", 3, 0, false, "", "445"},        {"", 0, 0, true, "45.5000", "45"},
       {"512", 0, 0, true, "1234.5000", "123"}};
-  for (const auto& [typed, model, range, in_use, current, mhz] : cases) {
+  for (const auto& [typed, model, range, in_use, current, mhz] : cases)
     EXPECT_EQ(CheckedMemoryMhz(typed, model, range, in_use, current), mhz) << typed;
-  }
 }
 
 TEST(EditRules, MhzOfASpecialChannelIsThatOfItsBand) {
@@ -40,9 +39,8 @@ TEST(EditRules, MhzOfASpecialChannelIsThatOfItsBand) {
       {"430", Band::kUhf, 0, 0, "430"}, {"440", Band::kUhf, 1, 0, "146"},
       {"50", Band::kVhf, 1, 1, "50"},   {"", Band::kUhf, 0, 0, "146"},
       {"145", Band::kVhf, 3, 0, "146"}};
-  for (const auto& [typed, band, model, range, mhz] : cases) {
+  for (const auto& [typed, band, model, range, mhz] : cases)
     EXPECT_EQ(CheckedSpecialMhz(typed, band, model, range, "146.5000"), mhz) << typed;
-  }
 }
 
 TEST(EditRules, EveryFractionIsTunedInIntegers) {

@@ -95,9 +95,8 @@ std::string Table() {
   std::string text = "| trouble |";
   for (const Writer& writer : kWriters) text += " `" + std::string(writer.name) + "` |";
   text += '\n' + Row("---", "---");
-  for (const Trouble& trouble : kTroubles) {
+  for (const Trouble& trouble : kTroubles)
     text += Row(trouble.name, "not written (" + std::to_string(kExitCannotWrite) + ")");
-  }
   return text + Row("it exists, without `--force`", "refused (" + std::to_string(kExitUsage) + ")");
 }
 

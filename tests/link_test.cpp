@@ -11,12 +11,7 @@ using test::Radio;
 using test::ScriptedLink;
 
 // What a command gives for a reply in pieces, and how long it takes.
-struct ReplyCase {
-  const char* name;
-  test::ScriptedPort::Reply reply;
-  std::string result;
-  long ms;
-};
+using ReplyCase = std::tuple<const char*, test::ScriptedPort::Reply, std::string, long>;
 
 const std::string kEcho = "KX~WHO\r\n";
 const std::string kAnswer = "RXQ40-0A-\r\n";
@@ -52,15 +47,15 @@ TEST(TxCommand, CompleteByLengthAndLineFeed) {
        kEcho + kAnswer,
        2000},
       {"too late", {{kEcho + kAnswer, milliseconds(2001)}}, "False01", 2000}};
-  for (const ReplyCase& c : cases) {
+  for (const auto& [name, reply, result, ms] : cases) {
     ScriptedLink t;
-    t.port.reply = Always(c.reply);
+    t.port.reply = Always(reply);
     t.link.OpenPort();
-    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), c.result) << c.name;
-    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), result) << name;
+    EXPECT_EQ(t.clock.Ms(), ms) << name;
     ASSERT_EQ(t.port.sent.size(), 1U);
     EXPECT_EQ(t.port.sent[0].bytes, kEcho);
-    EXPECT_FALSE(t.timer2.IsRunning()) << c.name;
+    EXPECT_FALSE(t.timer2.IsRunning()) << name;
   }
 }
 
@@ -178,11 +173,11 @@ TEST(RxBlock, TakesTheLast36Characters) {
                              {"silence", {}, "ERROR01", 500},
                              {"no end", {{answer + "x"}}, "ERROR02", 500},
                              {"no line end behind 36", {{"\r\n" + data + "xx"}}, "ERROR02", 500}};
-  for (const ReplyCase& c : cases) {
+  for (const auto& [name, reply, result, ms] : cases) {
     ScriptedLink t;
-    t.port.reply = Always(c.reply);
-    EXPECT_EQ(t.link.RxBlock("KX~F0D60R\r"), c.result) << c.name;
-    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    t.port.reply = Always(reply);
+    EXPECT_EQ(t.link.RxBlock("KX~F0D60R\r"), result) << name;
+    EXPECT_EQ(t.clock.Ms(), ms) << name;
     EXPECT_EQ(t.port.sent[0].bytes, "KX~F0D60R\r");
   }
 }

@@ -178,9 +178,8 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
   };
   for (const auto& c : cases) {
     std::string text;
-    for (const CellDifference& difference : UnitDifferences({c.address, c.a}, {c.address, c.b})) {
+    for (const CellDifference& difference : UnitDifferences({c.address, c.a}, {c.address, c.b}))
       text += DifferenceText(difference) + '\n';
-    }
     EXPECT_EQ(text, c.differences);
   }
 }
@@ -192,9 +191,8 @@ TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
     for (std::size_t at = 0; at + 1 < kUnitSize; ++at) {
       const std::string a = With(0, "80", std::string(64, '0'));
       std::set<std::string> names;
-      for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)})) {
+      for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)}))
         EXPECT_TRUE(names.insert(one.place + one.name).second) << one.place << one.name;
-      }
       EXPECT_FALSE(names.empty()) << UnitName(unit) << " " << at;
     }
   }
@@ -238,9 +236,8 @@ TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
        "memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before"},
       {Half::kMemory, 1, false, "channel 0 written, 1 onwards as before"},
       {Half::kMemory, 210, false, "channels 0 to D9 written"}};
-  for (const auto& [half, acknowledged, in_flight, text] : cases) {
+  for (const auto& [half, acknowledged, in_flight, text] : cases)
     EXPECT_EQ(WrittenText(ReportOf(half, acknowledged, in_flight), half), text);
-  }
 }
 
 TEST(AftermathText, OffersTheBackupWhenTheRadioWasTouched) {

@@ -256,18 +256,16 @@ TEST(Write, SendsExactlyItsCommandsDataAndPauses) {
   for (const Band band : kBands) {
     SpecialSet set = SpecialStore(image, band);
     set[kRptRow].value[0] = band == Band::kVhf ? 1'450'000 : 4'450'000;
-    for (int k = 0; k < 5; ++k) {
+    for (int k = 0; k < 5; ++k)
       data.emplace_back(EncodeSpecialChannel(set, StoredPresent(image, band), k)->Joined());
-    }
   }
   for (int unit = 0; unit < 5; ++unit) {
     data.push_back(MakeDialData(radio.document.dial, 2 * unit) +
                    MakeDialData(radio.document.dial, 2 * unit + 1));
   }
   std::vector<std::string> expected = {"RXQ40\r\n", "KX~WHO\r\n"};
-  for (std::size_t i = 0; i < kSettingsOrder.size(); ++i) {
+  for (std::size_t i = 0; i < kSettingsOrder.size(); ++i)
     expected.push_back("KX~F" + kSettingsOrder[i] + "W" + data[i] + "\r\n");
-  }
   for (const char* command : {"KX~E\r\n\n", "RXQ40\r\n", "KX~WHO\r\n"})
     expected.emplace_back(command);
   int n = 0;

@@ -23,9 +23,8 @@ TEST(Models, HeaderLinesHave32CharactersAndFindTheirModel) {
 TEST(Models, AreFoundByTheirWholeNameInAnyLetterCase) {
   const char* const names[] = {"RX-Q40T", "rx-q40e", "Rx-Q40t1", "RX-Q20A"};
   for (int model = 0; model < kModelCount; ++model) EXPECT_EQ(FindModel(names[model]), model);
-  for (const char* other : {"", "RX-Q40", "RX-Q40T2", "RX-Q40T1 "}) {
+  for (const char* other : {"", "RX-Q40", "RX-Q40T2", "RX-Q40T1 "})
     EXPECT_FALSE(FindModel(other)) << other;
-  }
 }
 
 TEST(Models, LimitsOfEveryModelAndVersion) {

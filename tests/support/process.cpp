@@ -18,7 +18,6 @@ using Clock = std::chrono::steady_clock;
   if (options.ignore_hangup) std::signal(SIGHUP, SIG_IGN);
   constexpr uid_t kNobody = 65534;
   if (options.as_nobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);
-  for (const int handle : options.closed) close(handle);
   std::vector<char*> argv;
   for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);

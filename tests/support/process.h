@@ -22,7 +22,6 @@ struct ProcessOptions {
   std::map<std::string, std::string> environment{};
   bool as_nobody = false;      // drops the rights of root
   bool ignore_hangup = false;  // as nohup does
-  std::vector<int> closed{};   // standard streams that the program starts without
   int signal = 0;              // sent after `signal_after`
   std::chrono::milliseconds signal_after{0};
   std::chrono::milliseconds limit{20000};  // killed after this

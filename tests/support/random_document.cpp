@@ -57,9 +57,8 @@ CloneDocument RandomDocument(unsigned seed) {
     dial.clear();
     for (int i = Below(random, 17); i > 0; --i) dial += "0123456789ABCD*#"[Below(random, 16)];
   }
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
+  for (int n = 0; n < kMemoryChannelCount; ++n)
     EXPECT_FALSE(DecodeMemoryChannel(RandomRecord(random, Below(random, 3) != 0), n, image));
-  }
   return document;
 }
 
