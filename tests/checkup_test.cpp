@@ -2,6 +2,7 @@
 #include "checkup/checkup.h"
 
 #include <algorithm>
+#include <random>
 #include <set>
 
 #include <gtest/gtest.h>

@@ -174,15 +174,6 @@ TEST(DialogValues, TheRepeaterRowKeepsTheNumbersOfWhatItDoesNotShow) {
   EXPECT_EQ(RecordOf(values, kSpecial, true, rpt), expected);
 }
 
-TEST(Columns, EveryFieldHasOneAndASpecialChannelSkipsNameAndSkipFlag) {
-  for (const ChannelKind kind : {kMemory, kSpecial}) {
-    for (int column = 0; column < kMemoryColumns; ++column) {
-      EXPECT_EQ(ColumnOf(kind, FieldIn(kind, column)), column);
-      EXPECT_EQ(HasField(kind, FieldIn(kind, column)), kind == kMemory || column < 17) << column;
-    }
-  }
-}
-
 // ---- the list of channels
 
 constexpr std::size_t kLast = kMemoryChannelCount - 1;

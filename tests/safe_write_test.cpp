@@ -240,24 +240,5 @@ TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
     EXPECT_EQ(WrittenText(ReportOf(half, acknowledged, in_flight), half), text);
 }
 
-TEST(AftermathText, OffersTheBackupWhenTheRadioWasTouched) {
-  const std::tuple<Stage, int, bool, bool, const char*> cases[] = {
-      {Stage::kWrite, 0, false, true, "Nothing was written."},
-      {Stage::kWrite, 1, false, true,
-       "Channel 0 written, 1 onwards as before. To bring the backup back: so"},
-      {Stage::kWrite, 1, false, false, "Channel 0 written, 1 onwards as before."},
-      {Stage::kWrite, 0, true, true,
-       "Memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before. To bring the "
-       "backup back: so"},
-      {Stage::kVerify, 210, false, false, "Everything was written, but not verified."}};
-  for (const auto& [stage, acknowledged, in_flight, kept, text] : cases) {
-    WriteResult result;
-    result.stage = stage;
-    result.write = ReportOf(Half::kMemory, acknowledged, in_flight);
-    result.backup_kept = kept;
-    EXPECT_EQ(AftermathText(result, Half::kMemory, "so"), text);
-  }
-}
-
 }  // namespace
 }  // namespace q40

@@ -145,17 +145,7 @@ TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
   EXPECT_EQ(radio.Take(now), "KX~E\r\nOK\r\n");
 }
 
-TEST(RadioMemory, DocumentsThereAndBack) {
-  for (unsigned seed = 0; seed < 20; ++seed) {
-    const CloneDocument document = test::RandomDocument(seed);
-    RadioMemory memory;
-    StoreDocument(document, memory);
-    std::string why;
-    const auto back = DocumentOf(memory, document.model, document.image.VersionA, why);
-    ASSERT_TRUE(back) << why;
-    EXPECT_EQ(back->image, document.image);
-    EXPECT_EQ(back->dial, document.dial);
-  }
+TEST(RadioMemory, TakesNothingThatIsNoDocumentNoMemoryOrNoDigits) {
   RadioMemory memory;
   memory.Write(0x0200, "80" + std::string(22, '0') + "FF");
   std::string why;
