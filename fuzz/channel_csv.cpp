@@ -18,7 +18,10 @@ void CheckImage(const CloneImage& image) {
   Check(CloneFileText(document, document.model).has_value(), "what was imported can be saved");
 }
 
-void Run(std::string_view text) {
+}  // namespace
+
+void Run(Input input) {
+  const std::string_view text = input.Rest();
   static const CloneImage kFresh = FreshData().image;
   CloneImage image = kFresh;
   const ImportReport report = ImportChannels(text, image);
@@ -58,10 +61,4 @@ void Run(std::string_view text) {
   Check(other.MemoryTable == image.MemoryTable, "an empty document takes over the whole list");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  q40::fuzz::Run(q40::fuzz::Input(data, size).Rest());
-  return 0;
-}

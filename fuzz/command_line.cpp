@@ -31,9 +31,8 @@ Files FilesToStartWith() {
 
 Files Content() {
   Files files;
-  for (const auto& entry : fs::directory_iterator(".")) {
+  for (const auto& entry : fs::directory_iterator("."))
     files[entry.path().filename().string()] = test::Content(entry.path().string());
-  }
   return files;
 }
 
@@ -82,12 +81,14 @@ SimulatedRadio RadioWith(std::string_view fault_text) {
   return radio;
 }
 
+}  // namespace
+
 void Run(Input input) {
+  testing::GTEST_FLAG(break_on_failure) = true;  // a wait without an end
   const std::string_view fault = input.Line();
   std::vector<std::string> words;
-  for (std::string_view word = input.Line(); !word.empty(); word = input.Line()) {
+  for (std::string_view word = input.Line(); !word.empty(); word = input.Line())
     words.emplace_back(word);
-  }
   if (!MayRun(words)) return;
 
   static const Files kFiles = FilesToStartWith();
@@ -117,11 +118,4 @@ void Run(Input input) {
   Check(!failed || Content() == files, "a command that fails leaves every file as it was");
 }
 
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  testing::GTEST_FLAG(break_on_failure) = true;  // a wait without an end
-  q40::fuzz::Run({data, size});
-  return 0;
-}

@@ -46,11 +46,9 @@ class FuzzedPort final : public Port {
   void Close() override { open_ = false; }
   bool Write(std::string_view text) override {
     Check(open_, "nothing is sent to a closed port");
-    // The single blocks are sent again all the same: nothing that a user can stop sends them. The End
-    // command reaches a radio that has everything.
-    const bool single_block = !text.ends_with('\n');
-    const bool end = text.starts_with("KX~E");
-    Check(!time_.pump.stop || single_block || end, "nothing else is sent after a stop request");
+    // The End command reaches a radio that has everything.
+    Check(!time_.pump.stop || text.starts_with("KX~E"),
+          "nothing else is sent after a stop request");
     exchanges_.push_back({std::string(text), {}, {}});
     return Step() || Lose();
   }
@@ -68,7 +66,6 @@ class FuzzedPort final : public Port {
   }
 
   [[nodiscard]] const std::vector<Exchange>& exchanges() const { return exchanges_; }
-  [[nodiscard]] bool opens() const { return opens_; }
   // How many commands had been sent each time the port was lost.
   [[nodiscard]] const std::vector<std::size_t>& losses() const { return losses_; }
 
@@ -102,14 +99,12 @@ class FuzzedPort final : public Port {
 // What a radio would answer, echo included; `data` is what it reads from its memory.
 inline std::string FuzzedPort::ProperReply(std::string_view data) const {
   const Exchange& exchange = exchanges_.back();
-  const bool short_form = !exchange.sent.ends_with('\n');
   std::string reply = exchange.sent;
   if (exchange.Is("KX~WHO")) return reply + "RXQ40x" + model_ + "A.\r\n";
-  if (short_form) reply += "\r\n";
   if (!exchange.Is('R')) return reply + "OK\r\n";
   std::string digits;
   for (const char byte : data) digits += HexByteText(static_cast<unsigned char>(byte));
-  digits.resize(short_form ? kBlockDigits : kUnitDigits, '0');
+  digits.resize(kUnitDigits, '0');
   return reply + digits + "\r\n";
 }
 

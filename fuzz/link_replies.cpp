@@ -1,4 +1,4 @@
-// Replies of any kind into every sequence and into the checked single blocks, in fake time.
+// Replies of any kind into every sequence, in fake time.
 //
 // Input: what to run, how the host answers, what the document holds; then see fuzzed_port.h.
 #include "document/defaults.h"
@@ -22,14 +22,6 @@ constexpr Call kCalls[] = {
     {&Sequences::ReadAll, 'R', 227, true},     {&Sequences::WriteSettings, 'W', 17, true},
     {&Sequences::WriteMemory, 'W', 210, true}, {&Sequences::WriteAll, 'W', 227, true},
 };
-enum : int {
-  kCallCount = std::size(kCalls),
-  kReadBitmap = kCallCount,
-  kWriteBitmap,
-  kServiceRead,
-  kEverything
-};
-
 // The form that a reply must have for the sequence to go on. What an End brings does not matter.
 bool IsProper(const Exchange& exchange) {
   const std::string& reply = exchange.reply;
@@ -43,8 +35,8 @@ bool IsProper(const Exchange& exchange) {
 }
 
 // Every exchange has its two seconds and a pause, none has more.
-void CheckTime(const test::FakeTime& time, std::size_t exchanges, milliseconds longest) {
-  const auto limit = longest + milliseconds(2 * kPauseMs);
+void CheckTime(const test::FakeTime& time, std::size_t exchanges) {
+  const auto limit = kCommandTimeout + milliseconds(2 * kPauseMs);
   Check(time.clock.Ms() <= static_cast<long>(exchanges + 1) * limit.count(),
         "no exchange takes longer than its timer");
 }
@@ -118,7 +110,11 @@ void CheckDocument(CloneData document, const CloneData& before, bool writing) {
   Check(CloneFileText(document, document.model).has_value(), "what was read can be saved");
 }
 
-void RunSequence(const Call& call, Input input) {
+}  // namespace
+
+void Run(Input input) {
+  testing::GTEST_FLAG(break_on_failure) = true;  // a wait without an end
+  const Call& call = kCalls[input.Below(static_cast<int>(std::size(kCalls)))];
   CloneDocument document;
   test::FakeHost host(document);
   host.answer_save = input.Byte() != 1;
@@ -135,57 +131,11 @@ void RunSequence(const Call& call, Input input) {
   Sequences sequences(link, document, host, &host);
   const SequenceReport report = (sequences.*call.run)();
 
-  CheckTime(time, port.exchanges().size(), kCommandTimeout);
+  CheckTime(time, port.exchanges().size());
   CheckSent(port.exchanges(), document.data());
   CheckReport(report, call, port, time.pump.stop);
   CheckDocument(document.data(), before, call.direction == 'W');
   Check(host.begins == static_cast<int>(host.ends.size()), "every begin has its end");
 }
 
-// The single blocks are sent up to ten times each, so only the last exchange of a block counts.
-void RunBlocks(int what, Input input) {
-  test::FakeTime time;
-  FuzzedPort port(input, time);
-  Link link(port, time.Timers(), time.pump);
-  const auto& exchanges = port.exchanges();
-  if (what == kServiceRead) {
-    link.OpenPort();
-    const auto reply = link.ServiceRead(ReadCommand(0x0200), {});
-    Check(reply.has_value() == (port.opens() && port.losses().empty()),
-          "a service read fails with its port only");
-  } else if (what == kReadBitmap) {
-    std::string digits;
-    const bool done = ReadChannelBitmap(link, digits) == BlockOutcome::kDone;
-    Check(!done || digits.size() == kUnitDigits, "a bitmap has 64 digits");
-  } else {
-    const bool done =
-        WriteChannelBitmap(link, std::string(kUnitDigits, 'A')) == BlockOutcome::kDone;
-    Check(!done || exchanges.back().heard.ends_with("\r\nOK\r\n"),
-          "a bitmap that is written was acknowledged");
-    for (std::size_t i = 1; i < exchanges.size(); ++i) {
-      Check(exchanges[i].At() == exchanges[i - 1].At() ||
-                exchanges[i - 1].heard.find("\r\nOK\r\n") != std::string::npos,
-            "the second block is sent when the first was acknowledged");
-    }
-  }
-  Check(port.losses().empty() || port.losses().front() == exchanges.size(),
-        "nothing is sent once the port is lost");
-  Check(exchanges.size() <= 2 * kBlockSends, "a block is sent ten times at the most");
-  CheckTime(time, exchanges.size(), kBlockTimeout);
-}
-
-}  // namespace
 }  // namespace q40::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace q40::fuzz;
-  testing::GTEST_FLAG(break_on_failure) = true;  // a wait without an end
-  Input input(data, size);
-  const int what = input.Below(kEverything);
-  if (what < kCallCount) {
-    RunSequence(kCalls[what], input);
-  } else {
-    RunBlocks(what, input);
-  }
-  return 0;
-}

@@ -1,5 +1,5 @@
-// What the fuzz targets share. A target is one file with LLVMFuzzerTestOneInput; it is linked with
-// the fuzzer, and in every ordinary build with replay.cpp, which runs it on the stored inputs.
+// What the fuzz targets share. A target is one file with Run(); it is linked with the fuzzer, and in
+// every ordinary build with replay.cpp, which runs it on the stored inputs.
 #pragma once
 
 #include <algorithm>
@@ -53,5 +53,8 @@ class Input {
  private:
   std::string_view rest_;
 };
+
+// What a target does with an input.
+void Run(Input input);
 
 }  // namespace q40::fuzz

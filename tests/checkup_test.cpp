@@ -2,6 +2,7 @@
 #include "checkup/checkup.h"
 
 #include <algorithm>
+#include <random>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -253,9 +254,8 @@ TEST(CheckUp, AgreesWithWhatAFileKeeps) {
     }
     EXPECT_EQ(losses, Differences(document, opened)) << seed;
     EXPECT_GT(losses.size(), 50U) << seed;
-    for (const Finding& finding : CheckUp(opened)) {
+    for (const Finding& finding : CheckUp(opened))
       EXPECT_EQ(RowOf(finding.kind).occurs, Occurs::kAnywhere) << Line(finding);
-    }
   }
 }
 

@@ -71,9 +71,8 @@ std::vector<Fence> Fences(const std::string& document, const std::string& kind) 
 // Lines of all fences of a kind.
 Lines FenceLines(const std::string& document, const std::string& kind) {
   Lines lines;
-  for (const Fence& fence : Fences(document, kind)) {
+  for (const Fence& fence : Fences(document, kind))
     lines.insert(lines.end(), fence.lines.begin(), fence.lines.end());
-  }
   return lines;
 }
 
@@ -231,9 +230,8 @@ TEST(Documents, CsvRecords) {
   const auto is_exported = [&](const std::string& line) {
     return std::find(exported.begin(), exported.end(), line) != exported.end();
   };
-  for (const std::string& line : FenceLines("docs/csv.md", "text csv-lines")) {
+  for (const std::string& line : FenceLines("docs/csv.md", "text csv-lines"))
     EXPECT_TRUE(is_exported(line)) << line;
-  }
   CloneImage image = Example().image;
   const std::string text = Joined(FenceLines("docs/csv.md", "text csv-import"));
   EXPECT_EQ(ImportChannels(text, image).passed_over_count, 1);
@@ -253,9 +251,8 @@ TEST(Documents, ManualPageOfTheList) {
   std::string exported = ExportChannels(image);
   std::erase(exported, '"');
   exported.replace(exported.find(" -Shift,0.6000,Off,Hi"), 1, "");
-  for (const std::string& line : list) {
+  for (const std::string& line : list)
     EXPECT_NE(exported.find(line + "\r\n"), std::string::npos) << line;
-  }
 }
 
 // The program reads and writes a simulated radio. What the document shows is a part of what went over
@@ -279,13 +276,11 @@ TEST(Documents, ExchangesRunAsShown) {
   EXPECT_EQ(sequences.WriteAll().acknowledged.size(), 227U);
 
   std::string shown;
-  for (const std::string& text : FenceLines("docs/protocol.md", "text exchange")) {
+  for (const std::string& text : FenceLines("docs/protocol.md", "text exchange"))
     shown += (text[0] == ' ' ? "" : text.substr(0, 1)) + text.substr(2);
-  }
   for (const auto& [name, character] : {std::pair{"<CR>", "\r"}, std::pair{"<LF>", "\n"}}) {
-    for (auto at = shown.find(name); at != std::string::npos; at = shown.find(name, at)) {
+    for (auto at = shown.find(name); at != std::string::npos; at = shown.find(name, at))
       shown.replace(at, 4, character);
-    }
   }
   for (const std::string& exchange : Words(shown, '>')) {
     const std::string sent = exchange.substr(0, exchange.find('<'));
@@ -338,9 +333,8 @@ class Consoles : public testing::TestWithParam<const char*> {
 };
 
 TEST_P(Consoles, PrintWhatIsShown) {
-  for (const char* name : {"radio.Q40", "channels.csv"}) {
+  for (const char* name : {"radio.Q40", "channels.csv"})
     std::filesystem::copy(kExamples + name, folder_ / name);
-  }
   test::Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
   for (const Fence& fence : Fences(GetParam(), "console")) Expect(fence);
 }

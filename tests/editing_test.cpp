@@ -33,9 +33,8 @@ TEST(EditRules, MhzOfAMemoryChannel) {
       {"600", 1, 1, false, "", "435"},        {"600", 0, 1, false, "", "445"},
       {"145", 3, 0, false, "", "445"},        {"", 0, 0, true, "45.5000", "45"},
       {"512", 0, 0, true, "1234.5000", "123"}};
-  for (const auto& [typed, model, range, in_use, current, mhz] : cases) {
+  for (const auto& [typed, model, range, in_use, current, mhz] : cases)
     EXPECT_EQ(CheckedMemoryMhz(typed, model, range, in_use, current), mhz) << typed;
-  }
 }
 
 TEST(EditRules, MhzOfASpecialChannelIsThatOfItsBand) {
@@ -45,9 +44,8 @@ TEST(EditRules, MhzOfASpecialChannelIsThatOfItsBand) {
       {"430", Band::kUhf, 0, 0, "430"}, {"440", Band::kUhf, 1, 0, "146"},
       {"50", Band::kVhf, 1, 1, "50"},   {"", Band::kUhf, 0, 0, "146"},
       {"145", Band::kVhf, 3, 0, "146"}};
-  for (const auto& [typed, band, model, range, mhz] : cases) {
+  for (const auto& [typed, band, model, range, mhz] : cases)
     EXPECT_EQ(CheckedSpecialMhz(typed, band, model, range, "146.5000"), mhz) << typed;
-  }
 }
 
 TEST(EditRules, EveryFractionIsTunedInIntegers) {
@@ -181,15 +179,6 @@ TEST(DialogValues, TheRepeaterRowKeepsTheNumbersOfWhatItDoesNotShow) {
   EXPECT_EQ(RecordOf(values, kSpecial, true, rpt), expected);
 }
 
-TEST(Columns, EveryFieldHasOneAndASpecialChannelSkipsNameAndSkipFlag) {
-  for (const ChannelKind kind : {kMemory, kSpecial}) {
-    for (int column = 0; column < kMemoryColumns; ++column) {
-      EXPECT_EQ(ColumnOf(kind, FieldIn(kind, column)), column);
-      EXPECT_EQ(HasField(kind, FieldIn(kind, column)), kind == kMemory || column < 17) << column;
-    }
-  }
-}
-
 // ---- the list of channels
 
 constexpr std::size_t kLast = kMemoryChannelCount - 1;
@@ -203,8 +192,9 @@ void Rotate(CloneImage& image, std::size_t from, std::size_t middle, std::size_t
   rotate(image.ChannelInUse);
 }
 
-TEST(MemoryEdit, InsertMovesBackAndDropsTheLast) {
-  const CloneImage before = test::RandomDocument(33).image;
+TEST(MemoryEdit, InsertMovesBackAndDeleteForwardAndKeepsTheTailOfTheLast) {
+  CloneImage before = test::RandomDocument(33).image;
+  before.ChannelInUse[kLast] = true;
   for (const std::size_t n : {0U, 5U, 208U, 209U}) {
     CloneImage image = before;
     InsertMemoryChannel(image, static_cast<int>(n));
@@ -213,16 +203,9 @@ TEST(MemoryEdit, InsertMovesBackAndDropsTheLast) {
     expected.MemoryTable[n] = {};
     expected.ChannelInUse[n] = false;
     EXPECT_EQ(image, expected) << n;
-  }
-}
 
-TEST(MemoryEdit, DeleteMovesForwardAndKeepsTheTailOfTheLast) {
-  CloneImage before = test::RandomDocument(33).image;
-  before.ChannelInUse[kLast] = true;
-  for (const std::size_t n : {0U, 5U, 208U, 209U}) {
-    CloneImage image = before;
+    image = expected = before;
     DeleteMemoryChannel(image, static_cast<int>(n));
-    CloneImage expected = before;
     Rotate(expected, n, n + 1, kLast + 1);
     ChannelRecord& last = expected.MemoryTable[kLast] = before.MemoryTable[kLast];
     std::fill_n(last.value.begin(), 9, 0);  // up to MID, which stays

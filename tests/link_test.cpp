@@ -1,24 +1,25 @@
 #include "link/link.h"
 
 #include "link/com_ports.h"
-#include "support/fake_link.h"
+#include "support/scripted_radio.h"
 
 namespace q40 {
 namespace {
 
 using test::milliseconds;
+using test::Radio;
 using test::ScriptedLink;
 
 // What a command gives for a reply in pieces, and how long it takes.
-struct ReplyCase {
-  const char* name;
-  test::ScriptedPort::Reply reply;
-  std::string result;
-  long ms;
-};
+using ReplyCase = std::tuple<const char*, test::ScriptedPort::Reply, std::string, long>;
 
 const std::string kEcho = "KX~WHO\r\n";
 const std::string kAnswer = "RXQ40-0A-\r\n";
+
+// A radio that answers everything alike.
+auto Always(test::ScriptedPort::Reply reply) {
+  return [reply = std::move(reply)](const std::string& /*sent*/) { return reply; };
+}
 
 TEST(TxCommand, CompleteByLengthAndLineFeed) {
   const ReplyCase cases[] = {
@@ -46,38 +47,45 @@ TEST(TxCommand, CompleteByLengthAndLineFeed) {
        kEcho + kAnswer,
        2000},
       {"too late", {{kEcho + kAnswer, milliseconds(2001)}}, "False01", 2000}};
-  for (const ReplyCase& c : cases) {
+  for (const auto& [name, reply, result, ms] : cases) {
     ScriptedLink t;
-    t.port.reply = [&](const std::string&) { return c.reply; };
+    t.port.reply = Always(reply);
     t.link.OpenPort();
-    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), c.result) << c.name;
-    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), result) << name;
+    EXPECT_EQ(t.clock.Ms(), ms) << name;
     ASSERT_EQ(t.port.sent.size(), 1U);
     EXPECT_EQ(t.port.sent[0].bytes, kEcho);
-    EXPECT_FALSE(t.timer2.IsRunning()) << c.name;
+    EXPECT_FALSE(t.timer2.IsRunning()) << name;
   }
 }
 
-TEST(TxCommand, PortFailuresAreFalse00AtOnce) {
-  for (const int kind : {0, 1, 2}) {
-    ScriptedLink t;
-    t.port.can_open = kind != 0;
-    t.port.dies_at_write = kind == 1 ? 0 : -1;
-    t.port.dies_at_read = kind == 2;
-    t.link.OpenPort();
-    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00") << kind;
-    EXPECT_EQ(t.clock.Ms(), 0);
-    EXPECT_FALSE(t.port.IsOpen());
-    // A port that was lost is not opened again behind the caller's back.
-    t.port.can_open = true;
-    EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00") << kind;
-    EXPECT_FALSE(t.port.IsOpen());
+TEST(Link, PortFailuresEndEverythingAtOnce) {
+  std::string digits;
+  const std::function<bool(Link&)> calls[] = {
+      [](Link& link) { return link.OpenPort(), link.TxCommand("KX~WHO\r") == "False00"; },
+      [](Link& link) { return link.OpenPort(), !link.ServiceRead("KX~F0D60R\r", {}); },
+      [](Link& link) { return link.RxBlock("KX~F0D60R\r") == "ERROR00"; },
+      [](Link& link) { return link.TxBlock("KX~F0D60W\r") == 3; },
+      [&](Link& link) { return ReadChannelBitmap(link, digits) == BlockOutcome::kPortError; }};
+  for (const auto& fails : calls) {
+    for (const int kind : {0, 1, 2}) {
+      ScriptedLink t;
+      t.port.can_open = kind != 0;
+      t.port.dies_at_write = kind == 1 ? 0 : -1;
+      t.port.dies_at_read = kind == 2;
+      EXPECT_TRUE(fails(t.link)) << kind;
+      // A port that was lost is not opened again behind the caller's back.
+      t.port.can_open = true;
+      EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False00") << kind;
+      EXPECT_EQ(t.clock.Ms(), 0) << kind;
+      EXPECT_FALSE(t.port.IsOpen() || t.timer1.IsRunning()) << kind;
+    }
   }
 }
 
 TEST(TxCommand, NothingIsSentOnALineThatIsAlreadyLost) {
   ScriptedLink t;
-  t.port.reply = [](const std::string&) { return test::ScriptedPort::Reply{{kEcho + kAnswer}}; };
+  t.port.reply = Always({{kEcho + kAnswer}});
   t.link.OpenPort();
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
   EXPECT_TRUE(t.link.WasSent());
@@ -89,7 +97,7 @@ TEST(TxCommand, NothingIsSentOnALineThatIsAlreadyLost) {
 
 TEST(TxCommand, NothingIsSentBehindTheDeadline) {
   ScriptedLink t;
-  t.port.reply = [](const std::string&) { return test::ScriptedPort::Reply{{kEcho + kAnswer}}; };
+  t.port.reply = Always({{kEcho + kAnswer}});
   t.link.OpenPort();
   t.link.StartDeadline(2);
   t.clock.now += milliseconds(2 * 2010 + 5000 - 1);
@@ -110,34 +118,6 @@ TEST(Wait, EndsWithItsTimeOrAStopRequest) {
   EXPECT_EQ(t.clock.Ms(), 700);
 }
 
-TEST(Blocks, PortFailuresEndThemAtOnce) {
-  for (const int kind : {0, 1, 2}) {
-    const auto prepare = [&](ScriptedLink& t) {
-      t.port.can_open = kind != 0;
-      t.port.dies_at_write = kind == 1 ? 0 : -1;
-      t.port.dies_at_read = kind == 2;
-    };
-    ScriptedLink read;
-    prepare(read);
-    EXPECT_EQ(read.link.RxBlock("KX~F0D60R\r"), "ERROR00") << kind;
-    ScriptedLink write;
-    prepare(write);
-    EXPECT_EQ(write.link.TxBlock("KX~F0D60W\r"), 3) << kind;
-    ScriptedLink service;
-    prepare(service);
-    service.link.OpenPort();
-    EXPECT_FALSE(service.link.ServiceRead("KX~F0D60R\r", {})) << kind;
-    ScriptedLink checked;
-    prepare(checked);
-    std::string digits;
-    EXPECT_EQ(ReadChannelBitmap(checked.link, digits), BlockOutcome::kPortError) << kind;
-    for (const ScriptedLink* t : {&read, &write, &service, &checked}) {
-      EXPECT_EQ(t->clock.Ms(), 0) << kind;
-      EXPECT_FALSE(t->timer1.IsRunning()) << kind;
-    }
-  }
-}
-
 TEST(TxCommand, LateAnswerToTheCommandBeforeIsThrownAway) {
   ScriptedLink t;
   ASSERT_TRUE(t.link.OpenPort());
@@ -147,16 +127,12 @@ TEST(TxCommand, LateAnswerToTheCommandBeforeIsThrownAway) {
 
 TEST(TxCommand, EndlessChatterEndsAndIsNotCollected) {
   ScriptedLink t;
-  t.port.reply = [](const std::string&) {
-    return test::ScriptedPort::Reply(3000, {std::string(100, 'x'), milliseconds(1)});
-  };
+  t.port.reply = Always(test::ScriptedPort::Reply(3000, {std::string(100, 'x'), milliseconds(1)}));
   t.link.OpenPort();
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
   EXPECT_EQ(t.clock.Ms(), 2000);
   // Enough rubbish in front, and not even a proper end makes a reply of it.
-  t.port.reply = [](const std::string&) {
-    return test::ScriptedPort::Reply{{std::string(5000, 'x')}, {"\r\n"}};
-  };
+  t.port.reply = Always({{std::string(5000, 'x')}, {"\r\n"}});
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
   // A line that goes dead meanwhile is still noticed.
   t.pump.on_wait = [&] { t.port.Close(); };
@@ -165,9 +141,7 @@ TEST(TxCommand, EndlessChatterEndsAndIsNotCollected) {
 
 TEST(TxCommand, AStopRequestLetsTheExchangeFinishAndSendsNothingMore) {
   ScriptedLink t;
-  t.port.reply = [](const std::string&) {
-    return test::ScriptedPort::Reply{{kEcho + kAnswer, milliseconds(80)}};
-  };
+  t.port.reply = Always({{kEcho + kAnswer, milliseconds(80)}});
   t.link.OpenPort();
   t.pump.on_wait = [&] { t.pump.stop = true; };
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), kEcho + kAnswer);
@@ -182,9 +156,7 @@ TEST(TxEnd, SendsTheDoubledLineFeedAndIgnoresSilenceAndStops) {
   t.link.TxEnd();
   EXPECT_EQ(t.port.sent[0].bytes, "KX~E\r\n\n");
   EXPECT_EQ(t.clock.Ms(), 2010);
-  t.port.reply = [](const std::string& sent) {
-    return test::ScriptedPort::Reply{{sent + "OK\r\n"}};
-  };
+  t.port.reply = Always({{"KX~E\r\n\nOK\r\n"}});
   t.pump.stop = true;  // there is no pause any more
   t.link.TxEnd();
   EXPECT_EQ(t.port.sent.size(), 2U);
@@ -201,32 +173,28 @@ TEST(RxBlock, TakesTheLast36Characters) {
                              {"silence", {}, "ERROR01", 500},
                              {"no end", {{answer + "x"}}, "ERROR02", 500},
                              {"no line end behind 36", {{"\r\n" + data + "xx"}}, "ERROR02", 500}};
-  for (const ReplyCase& c : cases) {
+  for (const auto& [name, reply, result, ms] : cases) {
     ScriptedLink t;
-    t.port.reply = [&](const std::string&) { return c.reply; };
-    EXPECT_EQ(t.link.RxBlock("KX~F0D60R\r"), c.result) << c.name;
-    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    t.port.reply = Always(reply);
+    EXPECT_EQ(t.link.RxBlock("KX~F0D60R\r"), result) << name;
+    EXPECT_EQ(t.clock.Ms(), ms) << name;
     EXPECT_EQ(t.port.sent[0].bytes, "KX~F0D60R\r");
   }
 }
 
 TEST(TxBlock, WaitsForMoreThan46AndAccepts46) {
-  const struct {
-    const char* name;
-    std::string reply;
-    int result;
-    long ms;
-  } cases[] = {{"48 characters", std::string(42, 'e') + "\r\nOK\r\n", 0, 0},
-               {"47 characters", std::string(41, 'e') + "\r\nOK\r\n", 0, 0},
-               {"46 characters", std::string(40, 'e') + "\r\nOK\r\n", 0, 500},
-               {"45 characters", std::string(39, 'e') + "\r\nOK\r\n", 2, 500},
-               {"47 characters without an end", std::string(47, 'e'), 1, 500},
-               {"refused", std::string(42, 'e') + "\r\nNG\r\n", 1, 0}};
-  for (const auto& c : cases) {
+  const std::tuple<const char*, std::string, int, long> cases[] = {
+      {"48 characters", std::string(42, 'e') + "\r\nOK\r\n", 0, 0},
+      {"47 characters", std::string(41, 'e') + "\r\nOK\r\n", 0, 0},
+      {"46 characters", std::string(40, 'e') + "\r\nOK\r\n", 0, 500},
+      {"45 characters", std::string(39, 'e') + "\r\nOK\r\n", 2, 500},
+      {"47 characters without an end", std::string(47, 'e'), 1, 500},
+      {"refused", std::string(42, 'e') + "\r\nNG\r\n", 1, 0}};
+  for (const auto& [name, reply, result, ms] : cases) {
     ScriptedLink t;
-    t.port.reply = [&](const std::string&) { return test::ScriptedPort::Reply{{c.reply}}; };
-    EXPECT_EQ(t.link.TxBlock("KX~F0D60W\r"), c.result) << c.name;
-    EXPECT_EQ(t.clock.Ms(), c.ms) << c.name;
+    t.port.reply = Always({{reply}});
+    EXPECT_EQ(t.link.TxBlock("KX~F0D60W\r"), result) << name;
+    EXPECT_EQ(t.clock.Ms(), ms) << name;
   }
 }
 
@@ -271,9 +239,7 @@ TEST(CheckedBlocks, TenSendsAndAGoodReplyResetsTheCount) {
 
 TEST(ServiceRead, ShowsTheGrowingReplyAndChecksNothing) {
   ScriptedLink t;
-  t.port.reply = [](const std::string&) {
-    return test::ScriptedPort::Reply{{"KX~F0020R\r"}, {"junk", milliseconds(7)}};
-  };
+  t.port.reply = Always({{"KX~F0020R\r"}, {"junk", milliseconds(7)}});
   std::string last;
   EXPECT_FALSE(t.link.ServiceRead("KX~F0020R\r", {}));  // closed
   t.link.OpenPort();
@@ -281,6 +247,50 @@ TEST(ServiceRead, ShowsTheGrowingReplyAndChecksNothing) {
   EXPECT_EQ(reply, "KX~F0020R\rjunk");
   EXPECT_EQ(last, *reply);
   EXPECT_EQ(t.clock.Ms(), 500);
+}
+
+TEST(Replies, WhatCameBackInsteadIsSaid) {
+  const std::string echo = "KX~WHO\r\n";
+  const std::tuple<std::string, const char*> cases[] = {
+      {"", "nothing came back within 2 s"},
+      {echo, "only the echo came back within 2 s, and no answer"},
+      {"RXQ40-0A-\r\n", "the answer came without the echo of the command"},
+      {"RXQ40-0A-.\n", "no complete answer within 2 s, but 11 of 19 characters"},
+      {echo + "RXQ40", "no complete answer within 2 s, but 13 of 19 characters"},
+      {echo + "RXQ40-0A.\r.", "no complete answer within 2 s, but 19 characters"},
+      {echo + "RXQ40-0A--\r\n", "an answer of 20 characters instead of 19"}};
+  for (const auto& [received, why] : cases) {
+    Radio radio;
+    radio.port.reply = Always({{received}});
+    EXPECT_EQ(radio.sequences.Identify().why, why);
+  }
+}
+
+// A reply counts by its length. What is damaged in it otherwise is told, and stops nothing.
+TEST(Replies, DamagedOnesOfTheRightLengthAreNamed) {
+  Radio radio;
+  const auto proper = radio.port.reply;
+  radio.port.reply = [&](const std::string& sent) {
+    auto reply = proper(sent);
+    if (sent.starts_with("KX~F0020")) reply[0].bytes[5] = '8';
+    if (sent.starts_with("KX~F0220")) reply[1].bytes[63] = 'G';
+    if (sent.starts_with("KX~F1C20")) reply[1].bytes[64] = ' ';
+    return reply;
+  };
+  const SequenceReport report = radio.sequences.ReadAll();
+  EXPECT_EQ(report.outcome, Outcome::kDone);
+  EXPECT_EQ(radio.host.ends[0].note, "1 reply was damaged: settings area 1; read again");
+  EXPECT_EQ(report.note,
+            "3 replies were damaged: settings area 1, memory channel 1, memory channel D9; read "
+            "again");
+  radio.port.reply = [&](const std::string& sent) {
+    auto reply = proper(sent);
+    reply[0].bytes[0] = '?';
+    return reply;
+  };
+  EXPECT_EQ(radio.sequences.WriteAll().note,
+            "231 replies were damaged: announcement, identification, settings area 1, settings "
+            "area 2, VHF special channel VFO and 226 more; write again");
 }
 
 TEST(ComPorts, NumbersPathsAndOverrides) {

@@ -48,19 +48,17 @@ TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
 }
 
 TEST(SafeWrite, WithoutANetItIsTheWrite) {
-  const struct {
-    Half half;
-    std::size_t exchanges;
-  } cases[] = {{Half::kSettings, 20}, {Half::kMemory, 213}, {Half::kBoth, 233}};
-  for (const auto& c : cases) {
+  const std::tuple<Half, std::size_t> cases[] = {
+      {Half::kSettings, 20}, {Half::kMemory, 213}, {Half::kBoth, 233}};
+  for (const auto& [half, exchanges] : cases) {
     Radio radio;
-    const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, c.half, {});
+    const WriteResult result = SafeWrite(radio.link, radio.document, radio.host, half, {});
     EXPECT_EQ(result.stage, Stage::kWrite);
     EXPECT_EQ(result.last.outcome, Outcome::kDone);
     EXPECT_FALSE(result.backup_kept);
-    EXPECT_EQ(radio.port.sent.size(), c.exchanges);
-    EXPECT_EQ(Heard(radio, "KX~F0020W"), c.half != Half::kMemory);
-    EXPECT_EQ(Heard(radio, "KX~F0200W"), c.half != Half::kSettings);
+    EXPECT_EQ(radio.port.sent.size(), exchanges);
+    EXPECT_EQ(Heard(radio, "KX~F0020W"), half != Half::kMemory);
+    EXPECT_EQ(Heard(radio, "KX~F0200W"), half != Half::kSettings);
   }
 }
 
@@ -110,6 +108,30 @@ TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
   EXPECT_EQ(DifferenceText(result.differences[0]), "Auto dialer: M2: \"12\" -> \"\"");
 }
 
+TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
+  const std::vector<UnitData> written = {{Unit::Memory(0), std::string(64, '0')}};
+  Radio closed;
+  closed.port.can_open = false;
+  Radio silent;
+  silent.identity = "";
+  Radio other;
+  other.identity = "RXQ40x2Ax";
+  Radio stops;
+  stops.answers["0200"] = "";
+  const std::tuple<Radio&, Outcome, std::size_t, std::size_t> cases[] = {
+      {closed, Outcome::kPortError, 0, 0},
+      {silent, Outcome::kCommunicationError, 1, 0},
+      {other, Outcome::kWrongModel, 1, 0},
+      {stops, Outcome::kCommunicationError, 2, 1}};
+  for (const auto& [radio, outcome, sent, units] : cases) {
+    std::vector<UnitData> found;
+    EXPECT_EQ(radio.sequences.Verify(written, found).outcome, outcome);
+    EXPECT_EQ(radio.port.sent.size(), sent);
+    EXPECT_EQ(found.size(), units);
+    EXPECT_EQ(radio.held.model, 0);
+  }
+}
+
 // ---- what the radio holds, unit by unit
 
 std::string With(std::size_t byte, const std::string& digits, std::string unit) {
@@ -149,6 +171,7 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
        "outside "
        "its list\"\n"},
       {0x1C20, zeros, With(23, "63", zeros), "Memory D9: byte 23: \"00\" -> \"63\"\n"},
+      {0x0200, With(16, "5c", used), With(16, "5C", used), ""},  // as the radio answers
       {0x00C0, zeros, With(0, "01", zeros), "VHF VFO: byte 0 (flags): \"00\" -> \"01\"\n"},
       {0x00C0, zeros, With(0, "ZZ", zeros),
        "VHF VFO: content: \"\" -> \"cannot be read: no hexadecimal digits\"\n"},
@@ -156,9 +179,8 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
   for (const auto& c : cases) {
     std::string text;
     for (const CellDifference& difference :
-         UnitDifferences({*Unit::At(c.address), c.a}, {*Unit::At(c.address), c.b})) {
+         UnitDifferences({*Unit::At(c.address), c.a}, {*Unit::At(c.address), c.b}))
       text += DifferenceText(difference) + '\n';
-    }
     EXPECT_EQ(text, c.differences);
   }
 }
@@ -170,9 +192,8 @@ TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
     for (std::size_t at = 0; at + 1 < kUnitSize; ++at) {
       const std::string a = With(0, "80", std::string(64, '0'));
       std::set<std::string> names;
-      for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)})) {
+      for (const auto& one : UnitDifferences({unit, a}, {unit, With(at, "40FF", a)}))
         EXPECT_TRUE(names.insert(one.place + one.name).second) << one.place << one.name;
-      }
       EXPECT_FALSE(names.empty()) << unit.Name() << " " << at;
     }
   }
@@ -191,12 +212,7 @@ SequenceReport ReportOf(Half half, int acknowledged, bool in_flight) {
 }
 
 TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
-  const struct {
-    Half half;
-    int acknowledged;
-    bool in_flight;
-    const char* text;
-  } cases[] = {
+  const std::tuple<Half, int, bool, const char*> cases[] = {
       {Half::kBoth, 0, false, "nothing was written"},
       {Half::kBoth, 0, true,
        "settings area 1 perhaps (sent, but not acknowledged), the rest as before"},
@@ -217,34 +233,8 @@ TEST(WrittenText, NamesWhatIsWrittenWhatMayBeAndWhatIsNot) {
        "memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before"},
       {Half::kMemory, 1, false, "channel 0 written, 1 onwards as before"},
       {Half::kMemory, 210, false, "channels 0 to D9 written"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(WrittenText(ReportOf(c.half, c.acknowledged, c.in_flight), c.half), c.text);
-  }
-}
-
-TEST(AftermathText, OffersTheBackupWhenTheRadioWasTouched) {
-  const struct {
-    Stage stage;
-    int acknowledged;
-    bool in_flight;
-    bool kept;
-    const char* text;
-  } cases[] = {
-      {Stage::kWrite, 0, false, true, "Nothing was written."},
-      {Stage::kWrite, 1, false, true,
-       "Channel 0 written, 1 onwards as before. To bring the backup back: so"},
-      {Stage::kWrite, 1, false, false, "Channel 0 written, 1 onwards as before."},
-      {Stage::kWrite, 0, true, true,
-       "Memory channel 0 perhaps (sent, but not acknowledged), 1 onwards as before. To bring the "
-       "backup back: so"},
-      {Stage::kVerify, 210, false, false, "Everything was written, but not verified."}};
-  for (const auto& c : cases) {
-    WriteResult result;
-    result.stage = c.stage;
-    result.write = ReportOf(Half::kMemory, c.acknowledged, c.in_flight);
-    result.backup_kept = c.kept;
-    EXPECT_EQ(AftermathText(result, Half::kMemory, "so"), c.text);
-  }
+  for (const auto& [half, acknowledged, in_flight, text] : cases)
+    EXPECT_EQ(WrittenText(ReportOf(half, acknowledged, in_flight), half), text);
 }
 
 }  // namespace

@@ -14,37 +14,32 @@ using V = SettingsValues;
 // One byte of the default lines changed: what the control shows, what the line then holds, and what
 // is written back.
 TEST(Settings, OddBytesAreReadRepairedAndWrittenAsStated) {
-  const struct {
-    int line, byte;
-    const char* digits;
-    int V::*control;
-    int value;
-    const char* kept;     // in the line after decoding
-    const char* written;  // after encoding
-  } cases[] = {
-      {0, 2, "01", &V::chkChannel, 1, "01", "01"}, {0, 2, "11", &V::chkChannel, 0, "11", "00"},
-      {0, 5, "1E", &V::Slider1, 30, "1E", "1E"},   {0, 5, "1F", &V::Slider1, 0, "00", "00"},
-      {0, 6, "0A", &V::Slider2, 10, "0A", "0A"},   {0, 6, "0B", &V::Slider2, 0, "00", "00"},
-      {0, 8, "0A", &V::cmbDWait, 0, "00", "00"},   {0, 9, "FF", &V::cmbDFirst, 0, "00", "00"},
-      {0, 10, "09", &V::cmbDOther, 9, "09", "09"}, {0, 11, "03", &V::cmbTB, 3, "03", "03"},
-      {0, 11, "04", &V::cmbTB, 0, "00", "00"},     {0, 12, "10", &V::cmbTOT, 0, "00", "00"},
-      {0, 13, "0F", &V::cmbTOTP, 15, "0F", "0F"},  {0, 13, "10", &V::cmbTOTP, 0, "10", "00"},
-      {0, 14, "80", &V::chkLock, 1, "80", "01"},   {0, 15, "02", &V::chkAPO, 1, "02", "01"},
-      {1, 0, "02", &V::chkBeep, 0, "02", "00"},    {1, 1, "07", &V::cmbScan, 2, "07", "02"},
-      {1, 2, "09", &V::cmbLamp, 1, "09", "01"},    {1, 4, "04", &V::cmbBat, 0, "00", "00"},
-      {1, 8, "4b", &V::cmbVod, 1, "4b", "4B"},     {1, 8, "BF", &V::cmbVod, 0, "BF", "BF"},
-      {1, 9, "03", &V::cmbStb, 0, "00", "00"},     {1, 12, "0A", &V::cmbDBurst, 0, "00", "00"},
-      {2, 7, "01", &V::chkVoxEn, 1, "01", "AA"},   {3, 13, "55", &V::chkReverseEn, 1, "55", "AA"}};
-  for (const auto& c : cases) {
-    const auto at = 2 * static_cast<std::size_t>(c.byte);
+  // kept: in the line after decoding
+  // written: after encoding
+  const std::tuple<std::size_t, int, const char*, int V::*, int, const char*, const char*> cases[] =
+      {{0, 2, "01", &V::chkChannel, 1, "01", "01"}, {0, 2, "11", &V::chkChannel, 0, "11", "00"},
+       {0, 5, "1E", &V::Slider1, 30, "1E", "1E"},   {0, 5, "1F", &V::Slider1, 0, "00", "00"},
+       {0, 6, "0A", &V::Slider2, 10, "0A", "0A"},   {0, 6, "0B", &V::Slider2, 0, "00", "00"},
+       {0, 8, "0A", &V::cmbDWait, 0, "00", "00"},   {0, 9, "FF", &V::cmbDFirst, 0, "00", "00"},
+       {0, 10, "09", &V::cmbDOther, 9, "09", "09"}, {0, 11, "03", &V::cmbTB, 3, "03", "03"},
+       {0, 11, "04", &V::cmbTB, 0, "00", "00"},     {0, 12, "10", &V::cmbTOT, 0, "00", "00"},
+       {0, 13, "0F", &V::cmbTOTP, 15, "0F", "0F"},  {0, 13, "10", &V::cmbTOTP, 0, "10", "00"},
+       {0, 14, "80", &V::chkLock, 1, "80", "01"},   {0, 15, "02", &V::chkAPO, 1, "02", "01"},
+       {1, 0, "02", &V::chkBeep, 0, "02", "00"},    {1, 1, "07", &V::cmbScan, 2, "07", "02"},
+       {1, 2, "09", &V::cmbLamp, 1, "09", "01"},    {1, 4, "04", &V::cmbBat, 0, "00", "00"},
+       {1, 8, "4b", &V::cmbVod, 1, "4b", "4B"},     {1, 8, "BF", &V::cmbVod, 0, "BF", "BF"},
+       {1, 9, "03", &V::cmbStb, 0, "00", "00"},     {1, 12, "0A", &V::cmbDBurst, 0, "00", "00"},
+       {2, 7, "01", &V::chkVoxEn, 1, "01", "AA"},   {3, 13, "55", &V::chkReverseEn, 1, "55", "AA"}};
+  for (const auto& [row, byte, digits, control, value, kept, written] : cases) {
+    const auto at = 2 * static_cast<std::size_t>(byte);
     CloneImage image = FreshData().image;
-    std::string& line = image.SettingsLine[static_cast<std::size_t>(c.line)];
-    line = ReplaceByte(line, c.digits, c.byte);
+    std::string& line = image.SettingsLine[row];
+    line = ReplaceByte(line, digits, byte);
     const V values = DecodeSettings(image);
-    EXPECT_EQ(values.*c.control, c.value) << c.line << "." << c.byte << " " << c.digits;
-    EXPECT_EQ(line.substr(at, 2), c.kept) << c.line << "." << c.byte << " " << c.digits;
+    EXPECT_EQ(values.*control, value) << row << "." << byte << " " << digits;
+    EXPECT_EQ(line.substr(at, 2), kept) << row << "." << byte << " " << digits;
     EncodeSettings(values, image);
-    EXPECT_EQ(line.substr(at, 2), c.written) << c.line << "." << c.byte << " " << c.digits;
+    EXPECT_EQ(line.substr(at, 2), written) << row << "." << byte << " " << digits;
   }
 }
 

@@ -1,63 +1,34 @@
-#include "document/defaults.h"
-#include "link/sequences.h"
-#include "sim/simulated_port.h"
-#include "support/fake_host.h"
-#include "support/fake_link.h"
 #include "support/random_document.h"
+#include "support/simulated_bench.h"
 
 namespace q40 {
 namespace {
 
 using test::milliseconds;
 
-Fault FaultOf(const std::string& text) {
-  std::string why;
-  const auto fault = ParseFault(text, why);
-  EXPECT_TRUE(fault) << why;
-  return fault.value_or(Fault());
-}
+Fault FaultOf(const std::string& text) { return test::WithFaults({text}).faults.front(); }
 
-// Sequences against the simulated radio with fake time.
-struct SimulatedBench : test::FakeTime {
-  explicit SimulatedBench(std::vector<std::string> faults = {}, int baud = 0)
-      : radio(Options(faults, baud)) {
-    StoreDocument(in_radio, radio.memory());
-    pump.next_arrival = [this] { return std::exchange(wake, std::nullopt); };
+// A radio with a random memory.
+struct Bench : test::SimulatedBench {
+  explicit Bench(const std::vector<std::string>& faults = {})
+      : SimulatedBench(test::WithFaults(faults)) {
+    StoreDocument(test::RandomDocument(5), radio.memory());
     link.OpenPort();
   }
-  static SimulatedRadio::Options Options(const std::vector<std::string>& faults, int baud) {
-    SimulatedRadio::Options options;
-    options.baud = baud;
-    for (const std::string& text : faults) options.faults.push_back(FaultOf(text));
-    return options;
-  }
-  static CloneData RadioContent() {
-    CloneData document = test::RandomDocument(5);
-    document.model = 0;
-    document.image.VersionA = false;
-    return document;
-  }
-
-  CloneData in_radio = RadioContent();
-  SimulatedRadio radio;
-  std::optional<test::TimePoint> wake;
-  SimulatedPort port{radio, [this] { return clock.now; },
-                     [this](test::TimePoint at) { wake = std::min(wake.value_or(at), at); }};
-  Link link{port, Timers(), pump};
-  CloneDocument document;
-  test::FakeHost host{document};
-  Sequences sequences{link, document, host, &host};
 };
 
 TEST(SimulatedRadio, PacedExchangesTakeTheTimeOfTheirBytes) {
-  SimulatedBench bench({}, 9600);
+  SimulatedRadio::Options paced;
+  paced.baud = 9600;
+  test::SimulatedBench bench(paced);
+  bench.link.OpenPort();
   EXPECT_EQ(bench.link.TxCommand("KX~F0200R\r").size(), 77U);
   const double wire_ms = 77 * 10 * 1000 / 9600.0;
   EXPECT_NEAR(static_cast<double>(bench.clock.Ms()), wire_ms, 1.0);
 }
 
 TEST(SimulatedRadio, AnswersBothLineForms) {
-  SimulatedBench bench;
+  Bench bench;
   const std::string unit = *bench.radio.memory().Read(0x0200, 32);
   EXPECT_EQ(bench.link.TxCommand("KX~F0200R\r"), "KX~F0200R\r\n" + unit + "\r\n");
   EXPECT_EQ(bench.link.RxBlock("KX~F0210R\r"), "\r\n" + unit.substr(32) + "\r\n");
@@ -101,42 +72,38 @@ TEST(SimulatedRadio, EchoesBytesThatArriveOneByOne) {
 TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
   const std::string read = "KX~F0200R\r";
   const std::string write = "KX~F0200W" + std::string(64, 'A') + "\r";
-  const std::string unit = *SimulatedBench().radio.memory().Read(0x0200, 32);
-  const std::string other = *SimulatedBench().radio.memory().Read(0x0220, 32);
+  const std::string unit = *Bench().radio.memory().Read(0x0200, 32);
+  const std::string other = *Bench().radio.memory().Read(0x0220, 32);
   const std::string echo = read + "\n";
-  const struct {
-    const char* fault;
-    std::string command;
-    std::string reply;
-    long ms;
-  } cases[] = {{"silence", read, "False01", 2000},
-               {"echo-only", read, "False01", 2000},
-               {"no-echo", read, unit + "\r\n", 0},
-               {"bad-echo", read, "KX~F0200?\r\n" + unit + "\r\n", 0},
-               {"short@0200", read, echo + unit.substr(0, 63) + "\r\n", 0},
-               {"long@#1", read, echo + unit + "X\r\n", 0},
-               {"non-hex", read, echo + "ZZ" + unit.substr(2) + "\r\n", 0},
-               {"non-hex=31", read, echo + unit.substr(0, 62) + "ZZ\r\n", 0},
-               {"non-hex=32", read, echo + unit + "\r\n", 0},
-               {"ng", write, write + "\nNG\r\n", 0},
-               {"pieces=20", read, echo + unit + "\r\n", 120},
-               {"late=300", read, echo + unit + "\r\n", 300},
-               {"late", read, "False01", 2000},
-               {"stray=2", read, echo + "??" + unit + "\r\n", 0},
-               {"other-address", read, echo + other + "\r\n", 0},
-               {"not-stored", write, write + "\nOK\r\n", 0},
-               {"hang-up", read, "False00", 0},
-               {"wrong-identity=RXQ40-3A-", "KX~WHO\r", "KX~WHO\r\nRXQ40-3A-\r\n", 0}};
-  for (const auto& c : cases) {
-    SimulatedBench bench({c.fault});
-    EXPECT_EQ(bench.link.TxCommand(c.command), c.reply) << c.fault;
-    EXPECT_EQ(bench.clock.Ms(), c.ms) << c.fault;
-    const bool stored = std::string_view(c.fault) == "ng";
+  const std::tuple<const char*, std::string, std::string, long> cases[] = {
+      {"silence", read, "False01", 2000},
+      {"echo-only", read, "False01", 2000},
+      {"no-echo", read, unit + "\r\n", 0},
+      {"bad-echo", read, "KX~F0200?\r\n" + unit + "\r\n", 0},
+      {"short@0200", read, echo + unit.substr(0, 63) + "\r\n", 0},
+      {"long@#1", read, echo + unit + "X\r\n", 0},
+      {"non-hex", read, echo + "ZZ" + unit.substr(2) + "\r\n", 0},
+      {"non-hex=31", read, echo + unit.substr(0, 62) + "ZZ\r\n", 0},
+      {"non-hex=32", read, echo + unit + "\r\n", 0},
+      {"ng", write, write + "\nNG\r\n", 0},
+      {"pieces=20", read, echo + unit + "\r\n", 120},
+      {"late=300", read, echo + unit + "\r\n", 300},
+      {"late", read, "False01", 2000},
+      {"stray=2", read, echo + "??" + unit + "\r\n", 0},
+      {"other-address", read, echo + other + "\r\n", 0},
+      {"not-stored", write, write + "\nOK\r\n", 0},
+      {"hang-up", read, "False00", 0},
+      {"wrong-identity=RXQ40-3A-", "KX~WHO\r", "KX~WHO\r\nRXQ40-3A-\r\n", 0}};
+  for (const auto& [fault, command, reply, ms] : cases) {
+    Bench bench({fault});
+    EXPECT_EQ(bench.link.TxCommand(command), reply) << fault;
+    EXPECT_EQ(bench.clock.Ms(), ms) << fault;
+    const bool stored = std::string_view(fault) == "ng";
     EXPECT_EQ(bench.radio.memory().Read(0x0200, 32), stored ? std::string(64, 'A') : unit);
     // Once: the next exchange is good again.
     bench.link.OpenPort();
-    if (std::string(c.fault) != "late") {
-      EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << c.fault;
+    if (std::string(fault) != "late") {
+      EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << fault;
     }
   }
 }
@@ -166,19 +133,8 @@ TEST(Faults, StayWhereTheyAreToldTo) {
   }
 }
 
-TEST(SimulatedPort, ALineThatHungUpForGoodCannotBeOpened) {
-  SimulatedBench bench({"hang-up@0200+"});
-  EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
-  EXPECT_EQ(bench.sequences.ReadMemory().outcome, Outcome::kPortError);
-  EXPECT_FALSE(bench.port.IsOpen());
-  EXPECT_FALSE(bench.port.Open());
-  EXPECT_EQ(bench.port.Problem().kind, PortProblem::Kind::kMissing);
-  EXPECT_FALSE(bench.port.Write("KX~WHO\r\n"));
-  EXPECT_FALSE(bench.port.ReadAvailable());
-}
-
 TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
-  SimulatedRadio radio(SimulatedBench::Options({"hang-up=700@0220"}, 0));
+  SimulatedRadio radio(test::WithFaults({"hang-up=700@0220"}));
   const test::TimePoint now{};
   radio.Receive("KX~F0200R\r\nKX~F0220R\r\n", now);
   EXPECT_TRUE(radio.HungUp());
@@ -189,17 +145,7 @@ TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
   EXPECT_EQ(radio.Take(now), "KX~E\r\nOK\r\n");
 }
 
-TEST(RadioMemory, DocumentsThereAndBack) {
-  for (unsigned seed = 0; seed < 20; ++seed) {
-    const CloneData document = test::RandomDocument(seed);
-    RadioMemory memory;
-    StoreDocument(document, memory);
-    std::string why;
-    const auto back = DocumentOf(memory, document.model, document.image.VersionA, why);
-    ASSERT_TRUE(back) << why;
-    EXPECT_EQ(back->image, document.image);
-    EXPECT_EQ(back->dial, document.dial);
-  }
+TEST(RadioMemory, TakesNothingThatIsNoDocumentNoMemoryOrNoDigits) {
   RadioMemory memory;
   memory.Write(0x0200, "80" + std::string(22, '0') + "FF");
   std::string why;

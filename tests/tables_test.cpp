@@ -23,18 +23,12 @@ TEST(Models, HeaderLinesHave32CharactersAndFindTheirModel) {
 TEST(Models, AreFoundByTheirWholeNameInAnyLetterCase) {
   const char* const names[] = {"RX-Q40T", "rx-q40e", "Rx-Q40t1", "RX-Q20A"};
   for (int model = 0; model < kModelCount; ++model) EXPECT_EQ(FindModel(names[model]), model);
-  for (const char* other : {"", "RX-Q40", "RX-Q40T2", "RX-Q40T1 "}) {
+  for (const char* other : {"", "RX-Q40", "RX-Q40T2", "RX-Q40T1 "})
     EXPECT_FALSE(FindModel(other)) << other;
-  }
 }
 
 TEST(Models, LimitsOfEveryModelAndVersion) {
-  const struct {
-    Band band;
-    std::initializer_list<int> models;
-    int range, lower, upper;
-    const char* text;
-  } rows[] = {
+  const std::tuple<Band, std::initializer_list<int>, int, int, int, const char*> rows[] = {
       {Band::kVhf, {0, 2}, 0, 136, 174, "(136.000-173.995MHz)"},
       {Band::kVhf, {1}, 0, 144, 146, "(144.000-145.995MHz)"},
       {Band::kVhf, {0, 1, 2}, 1, 0, 174, "(136.000-173.995MHz)"},
@@ -44,14 +38,14 @@ TEST(Models, LimitsOfEveryModelAndVersion) {
       {Band::kUhf, {0, 1, 2}, 1, 0, 512, "(400.000-511.995MHz)"},
       {Band::kUhf, {3}, 1, 0, 0, ""},
   };
-  for (const auto& row : rows) {
-    const BandTable& table = BandTableOf(row.band);
-    for (const int model : row.models) {
-      EXPECT_EQ(table.BandLimit(model, row.range, kLowerBound), row.lower) << model << row.text;
-      EXPECT_EQ(table.BandLimit(model, row.range, kUpperBound), row.upper) << model << row.text;
-      EXPECT_EQ(table.BandText(model, row.range), row.text) << model;
-      EXPECT_EQ(table.Contains(row.lower, model, row.range), row.upper > 0) << model << row.text;
-      EXPECT_FALSE(table.Contains(row.upper, model, row.range)) << model << row.text;
+  for (const auto& [band, models, range, lower, upper, text] : rows) {
+    const BandTable& table = BandTableOf(band);
+    for (const int model : models) {
+      EXPECT_EQ(table.BandLimit(model, range, kLowerBound), lower) << model << text;
+      EXPECT_EQ(table.BandLimit(model, range, kUpperBound), upper) << model << text;
+      EXPECT_EQ(table.BandText(model, range), text) << model;
+      EXPECT_EQ(table.Contains(lower, model, range), upper > 0) << model << text;
+      EXPECT_FALSE(table.Contains(upper, model, range)) << model << text;
     }
   }
 }

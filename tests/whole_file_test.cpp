@@ -104,38 +104,6 @@ TEST(WholeFile, TakesLongNamesAndNamesWithoutAFolderAndCheckingLeavesNothing) {
   EXPECT_EQ(folder.FileCount(), 1U);
 }
 
-// A folder in which the first names that are tried are taken, and which cannot be pushed to the disk:
-// no reason to call a save failed.
-class CrowdedFolder final : public FileSystem {
- public:
-  int taken = 0;
-  int tries = 0;
-  std::string pushed;
-
-  std::FILE* Create(const std::string& path, std::uint32_t mode) override {
-    if (++tries > taken) return FileSystem::Create(path, mode);
-    errno = EEXIST;
-    return nullptr;
-  }
-  bool SyncFolder(const std::string& path) override {
-    pushed = path;
-    return false;
-  }
-};
-
-TEST(WholeFile, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
-  test::TempFolder folder;
-  CrowdedFolder crowded;
-  crowded.taken = 15;
-  EXPECT_FALSE(WriteFile(folder / "radio.Q40", "new", crowded));
-  EXPECT_EQ(crowded.pushed, folder.path());
-  crowded.taken = 1000;
-  EXPECT_EQ(WriteFile(folder / "radio.Q40", "newer", crowded).value().what,
-            "cannot create a file in its folder: File exists");
-  EXPECT_EQ(crowded.tries, 32);
-  EXPECT_EQ(test::Content(folder / "radio.Q40"), "new");
-}
-
 // On this disk the old file is of owner 1 and group 5, a new one of 2 and 6 and 0644. What it allows,
 // or what it answers, is the test's.
 class SharedDisk final : public FileSystem {
@@ -147,6 +115,20 @@ class SharedDisk final : public FileSystem {
   FileRights old{1, 5, 0, {}};
   FileRights fresh{2, 6, 0644, {}};
   FileRights at_writing;  // what the new file had when its content came
+  int taken = 0;          // of the first names that are tried
+  int tries = 0;
+  std::string pushed;  // the folder
+
+  std::FILE* Create(const std::string& path, std::uint32_t file_mode) override {
+    if (++tries > taken) return FileSystem::Create(path, file_mode);
+    errno = EEXIST;
+    return nullptr;
+  }
+  // That cannot be pushed to the disk: no reason to call a save failed.
+  bool SyncFolder(const std::string& path) override {
+    pushed = path;
+    return false;
+  }
 
   bool Rights(const std::string& path, FileRights& rights) override {
     rights = path.ends_with(".tmp") ? fresh : old;
@@ -224,6 +206,19 @@ TEST(WholeFile, KeepsTheRightsThatItMayAndElseLetsNobodyIn) {
     EXPECT_EQ(std::tie(now.owner, now.group, now.mode), std::tie(c.owner, c.group, c.mode));
     EXPECT_EQ(now.access_list, c.new_list);
   }
+}
+
+TEST(WholeFile, TriesOtherNamesForTheTemporaryFileAndGivesUpInTheEnd) {
+  test::TempFolder folder;
+  SharedDisk crowded;
+  crowded.taken = 15;
+  EXPECT_FALSE(WriteFile(folder / "radio.Q40", "new", crowded));
+  EXPECT_EQ(crowded.pushed, folder.path());
+  crowded.taken = 1000;
+  EXPECT_EQ(WriteFile(folder / "radio.Q40", "newer", crowded).value().what,
+            "cannot create a file in its folder: File exists");
+  EXPECT_EQ(crowded.tries, 32);
+  EXPECT_EQ(test::Content(folder / "radio.Q40"), "new");
 }
 
 TEST(FileSystem, KeepsTheReasonOfAFailureAndReplacesNothingByItself) {

@@ -17,21 +17,18 @@ using test::SimulatorProcess;
 class Xvfb : public testing::Test {
  protected:
   void SetUp() override {
-    for (int number = 90; number < 120; ++number) {
-      const std::string display = ":" + std::to_string(number);
-      display_ = std::make_unique<Background>(std::vector<std::string>{
-          "/usr/bin/Xvfb", display, "-noreset", "-screen", "0", "1000x700x24", "-nolisten", "tcp"});
-      usleep(500'000);
-      if (!display_->IsRunning()) continue;  // the number is taken
-      environment_ = {{"DISPLAY", display},
-                      {"QT_QPA_PLATFORM", "xcb"},
-                      {"HOME", folder_.path()},
-                      {"XDG_CONFIG_HOME", folder_ / "config"},
-                      {"XDG_RUNTIME_DIR", folder_.path()},
-                      {"RXQ40_COM1", folder_ / "radio"}};
-      return;
-    }
-    FAIL() << "no display";
+    std::string number;  // of a display that nobody has
+    display_ = std::make_unique<Background>(
+        std::vector<std::string>{"/usr/bin/Xvfb", "-displayfd", "1", "-noreset", "-screen", "0",
+                                 "1000x700x24", "-nolisten", "tcp"},
+        std::map<std::string, std::string>(), &number);
+    ASSERT_NE(number, "");
+    environment_ = {{"DISPLAY", ":" + number},
+                    {"QT_QPA_PLATFORM", "xcb"},
+                    {"HOME", folder_.path()},
+                    {"XDG_CONFIG_HOME", folder_ / "config"},
+                    {"XDG_RUNTIME_DIR", folder_.path()},
+                    {"RXQ40_COM1", folder_ / "radio"}};
   }
 
   test::ProcessResult Ctl(std::vector<std::string> words) {
@@ -109,11 +106,7 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
 
 // Neither does a program without a display end otherwise.
 TEST(WrongUsage, IsSaidInOneLineByEveryProgram) {
-  const struct {
-    std::vector<std::string> words;
-    int code;
-    const char* line;
-  } cases[] = {
+  const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
       {{"rxq40", "--nope"}, 1, "rxq40: there is no option \"--nope\". See rxq40 --help.\n"},
       {{"rxq40", "-style", "-x", "--title=a", "--simualte"},
        1,

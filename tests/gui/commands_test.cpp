@@ -64,31 +64,31 @@ class Commands : public testing::Test {
 
 TEST_F(Commands, AFailedOrCancelledSaveCountsAsCancel) {
   Start();
-  document().SettingsChanged = true;
+  document().ChangeLooseSetting();
   files_->NewCommand();  // the save dialog is cancelled
   EXPECT_EQ(prompts_.TakeLog(), "save? path1? ");
   prompts_.path = folder_ / "nowhere/a.Q40";
   EXPECT_FALSE(files_->SelectModel(2));
   EXPECT_EQ(prompts_.TakeLog(), "save? path1? error: Data Error ");
-  EXPECT_EQ(document().model, 0);
-  EXPECT_TRUE(document().SettingsChanged);
+  EXPECT_EQ(document().model(), 0);
+  EXPECT_TRUE(document().SettingsChanged());
   // Yes saves the old model's data under the old model's header.
   prompts_.path = folder_ / "old.Q40";
   EXPECT_TRUE(files_->SelectModel(2));
   EXPECT_TRUE(Content(folder_ / "old.Q40").starts_with("Korvex RX-Q40T Clone 0 FileStart"));
   EXPECT_EQ(prompts_.note,
             "Started anew with the defaults of the RX-Q40T1. Before, old.Q40 was open.");
-  EXPECT_EQ(document().model, 2);
+  EXPECT_EQ(document().model(), 2);
   EXPECT_EQ(session_->path(), "");
 }
 
 TEST_F(Commands, AFileThatIsRefusedLeavesEverything) {
   Start();
-  CloneDocument demo = DemoDocument();
+  const CloneData demo = DemoDocument();
   ASSERT_FALSE(SaveCloneFile(folder_ / "demo.Q40", demo, demo.model));
   files_->OpenCloneFile(folder_ / "demo.Q40");
-  document().MemoryChanged = true;
-  const CloneImage before = document().image;
+  document().KeepMemoryChanges();
+  const CloneImage before = document().image();
   std::string text = Content(folder_ / "demo.Q40");
   const QSignalSpy replaced(session_.get(), &Session::replaced);
   prompts_.answer = Prompts::Answer::kNo;
@@ -101,8 +101,8 @@ TEST_F(Commands, AFileThatIsRefusedLeavesEverything) {
   EXPECT_EQ(prompts_.TakeLog(), "save? path0? error: Data Error ");
   EXPECT_TRUE(prompts_.note.starts_with("! ") && prompts_.note.find("line 1") != std::string::npos)
       << prompts_.note;
-  EXPECT_TRUE(document().image == before);
-  EXPECT_TRUE(document().MemoryChanged);  // still there, still unsaved
+  EXPECT_TRUE(document().image() == before);
+  EXPECT_TRUE(document().MemoryChanged());  // still there, still unsaved
   EXPECT_EQ(session_->path(), folder_ / "demo.Q40");
   EXPECT_EQ(replaced.count(), 0);
   // A bad end line leaves the model of the header behind: intended.
@@ -110,8 +110,8 @@ TEST_F(Commands, AFileThatIsRefusedLeavesEverything) {
   text.replace(455 * 34, 1, "k");
   Store(prompts_.path, text);
   files_->Open();
-  EXPECT_EQ(document().model, 0);
-  EXPECT_FALSE(document().image.ChannelInUse[0]);
+  EXPECT_EQ(document().model(), 0);
+  EXPECT_FALSE(document().image().ChannelInUse[0]);
   EXPECT_EQ(session_->path(), "");
   EXPECT_EQ(replaced.count(), 1);
 }

@@ -19,12 +19,8 @@ class Ctl : public testing::Test {
   Ctl() { Radio({}); }
 
   void Radio(const std::vector<std::string>& faults, int model = 0) {
-    SimulatedRadio::Options options;
+    SimulatedRadio::Options options = WithFaults(faults);
     options.model = model;
-    for (const std::string& text : faults) {
-      std::string why;
-      options.faults.push_back(ParseFault(text, why).value());
-    }
     radio_.emplace(std::move(options));
     CloneData document = RandomDocument(21);
     StoreDocument(document, radio_->memory());

@@ -127,9 +127,8 @@ class ScriptedPort final : public Port {
     if (static_cast<int>(sent.size()) == dies_at_write) return open_ = false;
     sent.push_back({std::string(text), clock_.Ms()});
     if (!reply) return true;
-    for (const Piece& piece : reply(sent.back().bytes)) {
+    for (const Piece& piece : reply(sent.back().bytes))
       arrivals_.Add(piece.bytes, piece.after, clock_.now);
-    }
     return true;
   }
   std::optional<std::string> ReadAvailable() override {

@@ -18,7 +18,6 @@ using Clock = std::chrono::steady_clock;
   if (options.ignore_hangup) std::signal(SIGHUP, SIG_IGN);
   constexpr uid_t kNobody = 65534;
   if (options.as_nobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);
-  for (const int handle : options.closed) close(handle);
   std::vector<char*> argv;
   for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);
@@ -96,20 +95,31 @@ ProcessResult Run(const std::vector<std::string>& command, const ProcessOptions&
 }
 
 Background::Background(const std::vector<std::string>& command,
-                       const std::map<std::string, std::string>& environment) {
+                       const std::map<std::string, std::string>& environment,
+                       std::string* first_line) {
+  Pipe out;
   pid_ = fork();
-  if (pid_ != 0) return;
-  const int nothing = open("/dev/null", O_RDWR);
-  for (const int handle : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, handle);
-  ProcessOptions options;
-  options.environment = environment;
-  Exec(command, options);
+  if (pid_ == 0) {
+    const int nothing = open("/dev/null", O_RDWR);
+    for (const int handle : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, handle);
+    if (first_line != nullptr) dup2(out.write_end, STDOUT_FILENO);
+    ProcessOptions options;
+    options.environment = environment;
+    Exec(command, options);
+  }
+  close(out.write_end);
+  char c = 0;
+  while (first_line != nullptr && read(out.read_end, &c, 1) == 1 && c != '\n') *first_line += c;
+  close(out.read_end);
 }
 
-Background::~Background() {
-  if (!IsRunning()) return;
+int Background::Stop() {
+  if (!IsRunning()) return code_;
   kill(pid_, SIGTERM);
-  waitpid(pid_, nullptr, 0);
+  int status = 0;
+  waitpid(pid_, &status, 0);
+  pid_ = -1;
+  return code_ = CodeOf(status);
 }
 
 bool Background::IsRunning() {
@@ -128,29 +138,6 @@ int Background::Wait(std::chrono::milliseconds limit) {
     usleep(10'000);
   }
   return code_;
-}
-
-SimulatorProcess::SimulatorProcess(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), Program("rxq40sim"));
-  Pipe out;
-  pid_ = fork();
-  if (pid_ == 0) {
-    dup2(out.write_end, STDOUT_FILENO);
-    Exec(arguments, {});
-  }
-  close(out.write_end);
-  char c = 0;
-  while (read(out.read_end, &c, 1) == 1 && c != '\n') device_ += c;
-  close(out.read_end);
-}
-
-int SimulatorProcess::Stop() {
-  if (pid_ < 0) return -1;
-  kill(pid_, SIGTERM);
-  int status = 0;
-  waitpid(pid_, &status, 0);
-  pid_ = -1;
-  return CodeOf(status);
 }
 
 }  // namespace q40::test

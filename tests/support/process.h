@@ -22,7 +22,6 @@ struct ProcessOptions {
   std::map<std::string, std::string> environment{};
   bool as_nobody = false;      // drops the rights of root
   bool ignore_hangup = false;  // as nohup does
-  std::vector<int> closed{};   // standard streams that the program starts without
   int signal = 0;              // sent after `signal_after`
   std::chrono::milliseconds signal_after{0};
   std::chrono::milliseconds limit{20000};  // killed after this
@@ -36,15 +35,19 @@ ProcessResult Run(const std::vector<std::string>& command, const ProcessOptions&
 // A program in the background, ended with SIGTERM at the latest by the destructor.
 class Background {
  public:
+  // Waits for the first line that it prints when somebody wants it.
   explicit Background(const std::vector<std::string>& command,
-                      const std::map<std::string, std::string>& environment = {});
-  ~Background();
+                      const std::map<std::string, std::string>& environment = {},
+                      std::string* first_line = nullptr);
+  ~Background() { Stop(); }
   Background(const Background&) = delete;
   Background& operator=(const Background&) = delete;
 
   bool IsRunning();
   // Its exit code, -1 when it is still running after `limit`.
   int Wait(std::chrono::milliseconds limit);
+  // Ends it with SIGTERM; its exit code.
+  int Stop();
 
  private:
   pid_t pid_ = -1;
@@ -54,19 +57,16 @@ class Background {
 // rxq40sim, from construction to destruction.
 class SimulatorProcess {
  public:
-  explicit SimulatorProcess(std::vector<std::string> arguments);
-  ~SimulatorProcess() { Stop(); }
-  SimulatorProcess(const SimulatorProcess&) = delete;
-  SimulatorProcess& operator=(const SimulatorProcess&) = delete;
-
+  explicit SimulatorProcess(std::vector<std::string> arguments)
+      : process_((arguments.insert(arguments.begin(), Program("rxq40sim")), arguments), {},
+                 &device_) {}
   // Empty when it did not start.
   [[nodiscard]] const std::string& device() const { return device_; }
-  // Ends it with SIGTERM; its exit code.
-  int Stop();
+  int Stop() { return process_.Stop(); }
 
  private:
-  pid_t pid_ = -1;
   std::string device_;
+  Background process_;
 };
 
 }  // namespace q40::test

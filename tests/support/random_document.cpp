@@ -1,5 +1,7 @@
 #include "support/random_document.h"
 
+#include <random>
+
 #include "base/hex.h"
 #include "document/defaults.h"
 #include "radio/channel_codec.h"
@@ -12,8 +14,7 @@ int Below(std::mt19937& random, int top) {
   return std::uniform_int_distribution<int>(0, top - 1)(random);
 }
 
-}  // namespace
-
+// 64 digits of a channel record that the radio could hold: every index inside its list.
 std::string RandomRecord(std::mt19937& random, bool in_use) {
   const auto byte = [&](int top) { return HexByteText(Below(random, top)); };
   const auto bcd = [&](int mhz) {
@@ -30,6 +31,8 @@ std::string RandomRecord(std::mt19937& random, bool in_use) {
       byte(2) + "00" + byte(3) + byte(3) + byte(2) + "00" + byte(2) + byte(3) + byte(2) + byte(11);
   return hex;
 }
+
+}  // namespace
 
 CloneData RandomDocument(unsigned seed) {
   std::mt19937 random(seed);
@@ -57,9 +60,8 @@ CloneData RandomDocument(unsigned seed) {
     dial.clear();
     for (int i = Below(random, 17); i > 0; --i) dial += "0123456789ABCD*#"[Below(random, 16)];
   }
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
+  for (int n = 0; n < kMemoryChannelCount; ++n)
     EXPECT_FALSE(DecodeMemoryChannel(RandomRecord(random, Below(random, 3) != 0), n, image));
-  }
   return document;
 }
 

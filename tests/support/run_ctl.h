@@ -1,29 +1,19 @@
 // Runs the commands of rxq40ctl in this process, on a simulated radio without time.
 #pragma once
 
-#include <utility>
-
 #include "programs/ctl/commands.h"
-#include "sim/simulated_port.h"
-#include "support/fake_link.h"
+#include "support/simulated_bench.h"
 
 namespace q40::test {
 
 struct SimulatedLine final : RadioLine {
-  SimulatedLine(SimulatedRadio& radio, FakeTime& time)
-      : time_(time),
-        port_(
-            radio, [&time] { return time.clock.now; },
-            [this](TimePoint at) { wake_ = std::min(wake_.value_or(at), at); }) {
-    time.pump.next_arrival = [this] { return std::exchange(wake_, std::nullopt); };
-  }
-  Port& port() override { return port_; }
+  SimulatedLine(SimulatedRadio& radio, FakeTime& time) : time_(time), cable_(radio, time) {}
+  Port& port() override { return cable_.port; }
   LinkTimers timers() override { return time_.Timers(); }
   EventPump& pump() override { return time_.pump; }
 
   FakeTime& time_;
-  std::optional<TimePoint> wake_;
-  SimulatedPort port_;
+  SimulatedCable cable_;
 };
 
 struct CtlResult {

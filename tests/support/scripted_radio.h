@@ -36,9 +36,8 @@ class Radio : public ScriptedLink {
   // Pauses between an answer and the next command.
   std::vector<long> Pauses() const {
     std::vector<long> pauses;
-    for (std::size_t i = 1; i < port.sent.size(); ++i) {
+    for (std::size_t i = 1; i < port.sent.size(); ++i)
       pauses.push_back(port.sent[i].at_ms - port.sent[i - 1].at_ms - 3);
-    }
     return pauses;
   }
 
