@@ -30,7 +30,8 @@ make_packages() {
   ls -l "$debs"
 }
 
-# The same tree gives the same packages: in another folder, later, in another place of the world.
+# The same tree gives the same packages: in another folder, later, in another place of the world, for
+# a user who shares nothing.
 check_same_again() {
   say "The same packages once more, from a copy of the tree"
   local copy=$work/copy/of/the/tree package
