@@ -42,7 +42,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
        "new: --model: RX-1 not in {RX-Q40T,RX-Q40E,RX-Q40T1,RX-Q20A}. See rxq40ctl new --help."},
       {{"show", "a", "b"}, "show: \"b\" is one argument too many. See rxq40ctl show --help."},
       {{"dump", "-p", "1", "--count", "0"},
-       "dump: --count: Value 0 not in range 1 to 512. See rxq40ctl dump --help."},
+       "dump: --count is a number from 1 to 512. See rxq40ctl dump --help."},
       {{"dump", "-p", "1", "--first", "1FE", "--count", "3"},
        "dump: the memory ends with block 1FF. Use --count 2 at most."}};
   for (const auto& [line, message] : lines) {
