@@ -44,8 +44,12 @@ void ListCommands::Export() {
   document.ForgetChanges();
   // Intended: the next Save writes a clone file under this bare name.
   session_.SetPath(FileName(path));
-  prompts_.Note(tr("Exported. The next Save writes a clone file named %1 into the working folder.")
-                    .arg(Shown(session_.path())));
+  // Which may be the list itself.
+  const QString next =
+      IsGone(session_.path())
+          ? tr("The next Save writes a clone file named %1 into the working folder.")
+          : tr("The next Save replaces %1 in the working folder by a clone file.");
+  prompts_.Note(tr("Exported. ") + next.arg(Shown(session_.path())));
 }
 
 void ListCommands::Import() {
