@@ -282,6 +282,7 @@ TEST_F(Ctl, NewShowCheckDiff) {
   EXPECT_EQ(Run({"new", "--model", "RX-Q40T", path}).code, kExitUsage);
   EXPECT_EQ(test::Content(path).substr(0, 32), "Korvex RX-Q40E Clone A FileStart");
   EXPECT_EQ(Run({"check", path}).out, path + ": ok\n");
+  EXPECT_NE(Run({"show", path}).out.find("\n  PH    -\n  PL    -\n"), std::string::npos);
 
   const auto json = nlohmann::json::parse(Run({"show", "--json", path}).out);
   EXPECT_EQ(json["model"], "RX-Q40E");
