@@ -90,7 +90,8 @@ TEST_F(Ctl, FaultTable) {
       {"hang-up", dump, 3, 5},
       {"stray", dump, 0, 100},
       {"late=300", dump, 0, 400},
-      {"late=600", dump, 4, 502}};
+      {"late=600", dump, 4, 502},
+      {"non-hex", dump, 4, 502}};
   for (const auto& [fault, words, code, ms] : cases) {
     Radio({fault});
     const std::string memory(radio_->memory().raw());
@@ -227,6 +228,7 @@ TEST_F(Ctl, LintReadsWhatTheFileStores) {
   const std::tuple<std::size_t, const char*, const char*> cases[] = {
       {kLine + 2 * 11, "04",
        "Tone Burst (Hz): The file stores \"1450\", but it is opened as \"1750"},
+      {2 * kLine + 2 * 9, "03", "Standby: The file stores 0x03, but it is opened as \"Off\""},
       {kLine + 2 * 5, "1F", "Volume: The file stores \"31\", but it is opened as \"0\""},
       {kChannel + 2 * 1, "03", "Shift: The file stores \"Split\", but it is opened as \"None\""},
       {kChannel + 2 * 4, "1145",
@@ -266,9 +268,9 @@ TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", "", path}).code, kExitCannotWrite);
   EXPECT_EQ(radio_->memory().raw(), memory);
   Radio({"ng@#234"});
-  EXPECT_NE(Run({"write", "-p", "1", "--backup=-x.Q40", path}).err.find("-p 1 ./-x.Q40"),
+  EXPECT_NE(Run({"write", "-p", "1", "--backup=-'.Q40", path}).err.find("-p 1 './-'\\''.Q40'"),
             std::string::npos);
-  std::filesystem::remove("-x.Q40");
+  std::filesystem::remove("-'.Q40");
   Radio({}, 2);
   const Result other = Run({"write", "-p", "1", "--backup", folder_ / "b.Q40", path});
   EXPECT_EQ(other.code, kExitWrongModel) << other.err;

@@ -71,6 +71,7 @@ TEST_F(Modify, EveryControlReachesTheMemoryChannel) {
   Start();
   Edit(kMemoryGrid, 8, [&] {
     EXPECT_EQ(Text("lblMode") + Text("lblCH"), "MemoryCH7");
+    EXPECT_EQ(Text("optBw_0") + Text("chkSkip"), " NarrowSkip");
     EXPECT_EQ(Mhz(), "145.0000");  // the template's
     Type("txtFreq", "146");
     Type("txtFreq1", "1125");
@@ -188,8 +189,9 @@ TEST_F(Modify, TabReachesOnlyTheChosenOption) {
     }
     QApplication::activeWindow()->move(5, 70);
   });
-  // And the dialog comes back where it was left.
-  Look(kMemoryGrid, 1, [&] { EXPECT_EQ(QApplication::activeWindow()->pos(), QPoint(5, 70)); });
+  // And the dialog comes back where it was left, beside the window.
+  window_->move(window_->pos() + QPoint(10, 0));
+  Look(kMemoryGrid, 1, [&] { EXPECT_EQ(QApplication::activeWindow()->pos(), QPoint(15, 70)); });
 }
 
 TEST_F(Modify, OkByEnterRunsTheCheckThatIsStillToCome) {
