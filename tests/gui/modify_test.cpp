@@ -182,11 +182,14 @@ TEST_F(Modify, TabReachesOnlyTheChosenOption) {
   Start();
   Look(kSpecialGrid, 3, [&] { Tick("optTone_2"); });
   Look(kMemoryGrid, 1, [&] {
+    int options = 0;
     for (int i = 0; i < 30; ++i) {
       Press(QApplication::focusWidget()->objectName(), Qt::Key_Tab);
       const auto* option = qobject_cast<QRadioButton*>(QApplication::focusWidget());
       EXPECT_TRUE(option == nullptr || option->isChecked()) << option->objectName().toStdString();
+      options += option != nullptr ? 1 : 0;
     }
+    EXPECT_GE(options, 7);  // each group
     QApplication::activeWindow()->move(5, 70);
   });
   // And the dialog comes back where it was left, beside the window.
