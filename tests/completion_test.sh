@@ -56,6 +56,7 @@ rxq40sim --load m;mine.Q40
 rxq40sim --version ;0|A
 rxq40sim --fault n;ng|no-echo|non-hex|not-stored
 rxq40sim --save-memory n;notes.txt
+rxq40sim --save-memory d;deep
 CASES
 
 # zsh completes the line itself, in a terminal of its own. That terminal shows what is typed until the
