@@ -173,7 +173,7 @@ TEST(CheckUp, WhatIsNoFinding) {
       [](S& s) { s.Special(Band::kVhf, kRptRow, kFrequency, 0); },
       [](S& s) { s.Limits(4'340'000, 4'330'000); }, [](S& s) { s.Name(3, "*#+_/("); },
       // Bytes that no control owns are carried.
-      [](S& s) { s.Byte(0, 3, "77").Byte(1, 8, "F3").Byte(2, 8, "5c"); },
+      [](S& s) { s.Byte(0, 3, "77").Byte(1, 8, "F3").Byte(2, 8, "5c").Byte(2, 0, "aa"); },
       [](S& s) {  // the model that has no ranges
         s.document.model = 3;
         s.Code(3, kShift, 2);

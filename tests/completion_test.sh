@@ -20,7 +20,7 @@ done
 # offered LINE: what bash offers behind it, sorted, with "|" between. "=" is a word of its own there.
 offered() {
   read -r -a COMP_WORDS <<<"${1//=/ = }"
-  [[ $1 == *[\ =] ]] && COMP_WORDS+=("")
+  [[ $1 == *' ' ]] && COMP_WORDS+=("")
   COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
   COMPREPLY=()
   "_${COMP_WORDS[0]}" || true
@@ -41,6 +41,7 @@ rxq40ctl --v;--version
 rxq40ctl --quiet wr;write
 rxq40ctl read --;--force|--help|--only|--port|--quiet
 rxq40ctl read --only ;memory|settings
+rxq40ctl read --only=;memory|settings
 rxq40ctl read --only=m;memory
 rxq40ctl read -p 1;1|10|11|12|13|14
 rxq40ctl read -p 3 ;CLONES
@@ -55,6 +56,7 @@ rxq40sim --load m;mine.Q40
 rxq40sim --version ;0|A
 rxq40sim --fault n;ng|no-echo|non-hex|not-stored
 rxq40sim --save-memory n;notes.txt
+rxq40sim --save-memory d;deep
 CASES
 
 # zsh completes the line itself, in a terminal of its own. That terminal shows what is typed until the

@@ -98,7 +98,8 @@ TEST_F(Ctl, FaultTable) {
       {"hang-up", dump, 3, 5},
       {"stray", dump, 0, 100},
       {"late=300", dump, 0, 400},
-      {"late=600", dump, 4, 502}};
+      {"late=600", dump, 4, 502},
+      {"non-hex", dump, 4, 502}};
   for (const auto& [fault, words, code, ms, says] : cases) {
     Radio({fault});
     const std::string memory(radio_->memory().raw());
@@ -199,6 +200,7 @@ TEST_F(Ctl, LintReadsWhatTheFileStores) {
   const std::tuple<std::size_t, const char*, const char*> cases[] = {
       {kLine + 2 * 11, "04",
        "Tone Burst (Hz): The file stores \"1450\", but it is opened as \"1750"},
+      {2 * kLine + 2 * 9, "03", "Standby: The file stores 0x03, but it is opened as \"Off\""},
       {kLine + 2 * 5, "1F", "Volume: The file stores \"31\", but it is opened as \"0\""},
       {kChannel + 2 * 1, "03", "Shift: The file stores \"Split\", but it is opened as \"None\""},
       {kChannel + 2 * 4, "1145",
@@ -235,9 +237,9 @@ TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", "", path}).code, kExitCannotWrite);
   EXPECT_EQ(radio_->memory().raw(), memory);
   Radio({"ng@#234"});
-  EXPECT_NE(Run({"write", "-p", "1", "--backup=-x.Q40", path}).err.find("-p 1 ./-x.Q40"),
+  EXPECT_NE(Run({"write", "-p", "1", "--backup=-'.Q40", path}).err.find("-p 1 './-'\\''.Q40'"),
             std::string::npos);
-  std::filesystem::remove("-x.Q40");
+  std::filesystem::remove("-'.Q40");
   Radio({}, 2);
   const Result other = Run({"write", "-p", "1", "--backup", folder_ / "b.Q40", path});
   EXPECT_EQ(other.code, kExitWrongModel);
@@ -267,6 +269,7 @@ TEST_F(Ctl, NewShowCheckDiff) {
   std::string text = test::Content(path);
   text.replace(34 + 10, 2, "14");        // volume 20
   text.replace(34 * 35, 8, "88000002");  // channel 0 in use and skipped
+  text.replace(34 * 11 + 8, 8, 8, '0');  // VHF PH absent
   test::Store(folder_ / "f.Q40", text);
   const Result diff = Run({"diff", path, folder_ / "f.Q40"});
   EXPECT_EQ(diff.code, kExitDifferent);
@@ -274,6 +277,7 @@ TEST_F(Ctl, NewShowCheckDiff) {
   EXPECT_NE(diff.out.find("Memory 0: In use: \"no\" -> \"yes\"\n"
                           "Memory 0: Frequency: \"\" -> \"*000.0000\"\n"),
             std::string::npos);
+  EXPECT_NE(Run({"show", folder_ / "f.Q40"}).out.find("\n  PH    -\n"), std::string::npos);
   EXPECT_EQ(nlohmann::json::parse(Run({"diff", "--json", path, folder_ / "f.Q40"}).out)[0]["b"],
             "20");
 

@@ -124,6 +124,12 @@ TEST(Documents, ExampleFilesAreTheSimulatedRadio) {
   EXPECT_EQ(ExportChannels(Example().image), test::Content(kExamples + "channels.csv"));
 }
 
+// The whole of what "show" prints, every column and blank.
+TEST(Documents, ShowPrintsTheWholeFile) {
+  const auto shown = test::Run({test::Program("rxq40ctl"), "show", kExamples + "radio.Q40"});
+  EXPECT_EQ(shown.out, test::Content(kFolder + "tests/show-radio.txt"));
+}
+
 // "  3  0123..." lines: number and content of a clone-file line.
 TEST(Documents, CloneFileLines) {
   CloneData t = FreshData();

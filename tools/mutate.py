@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Do the tests of the core notice a fault? Makes one after the other, and runs the tests on each.
+"""Do the tests notice a fault? Makes one after the other, and runs the tests on each.
 
-    tools/mutate.py [--jobs N] [--only TEXT]
+    tools/mutate.py [--jobs N] [--only TEXT]... [--check]
 
 The faults stand in tools/mutations.txt. Each is built and run in a copy of the tree under
 build/mutate; the tree itself is never touched. A fault is caught when a test fails, crashes or
-hangs. A fault that does not compile does not count. Fails when a fault survives that the table does
-not explain, and when a fault has no place in the code any more.
+hangs. Fails when a fault survives that the table does not explain, when one does not compile, and,
+before anything is built, when one has no place in the code any more, or more than one. With --check
+that is all that is looked at.
 """
 import argparse
 import collections
@@ -24,8 +25,11 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 TABLE = os.path.join(ROOT, "tools", "mutations.txt")
 SCRATCH = os.path.join(ROOT, "build", "mutate")
 TEST_SECONDS = 180  # the slowest test takes a minute
-LAST = "faults_test"  # that one: for what no other test has seen
-# The tests that know a folder best come first, so that most faults cost one program.
+LAST = "faults_test"  # that one: for what no other test of the core has seen
+GUI = "gui_test --gtest_filter="
+PROGRAMS = "programs_test --gtest_filter=Programs."
+# Programs with their arguments. Those that know a folder best come first, so that most faults cost
+# one, and seconds.
 FIRST = {
     "base/": ["channel_codec_test"],
     "radio/models": ["tables_test"],
@@ -49,6 +53,41 @@ FIRST = {
     "link/write_plan": ["sequences_test", "safe_write_test"],
     "link/": ["link_test", "sequences_test"],
     "sim/": ["sim_test"],
+    "checkup/": ["checkup_test", "ctl_test"],
+    "programs/ctl/document_text": ["documents_test --gtest_filter=Documents.Show*"],
+    "programs/ctl/": ["ctl_test"],
+    "programs/sim/": [PROGRAMS + "ReadEditWrite*:*PulledOut"],
+    "programs/startup": ["tables_test"],
+    "programs/": ["ctl_test"],
+    "serial/lock_file": [PROGRAMS + "AnotherUsers*"],
+    "serial/device_guard": [PROGRAMS + "PortsThat*:*.AnotherUsers*:*PulledOut*"],
+    "serial/": [PROGRAMS + "PortsThat*:*PulledOut*:*Interrupt*:*Signals*"],
+    "widgets/filtered_edit": [GUI + "PagesTest.Dial*:Modify.Fields*:Modify.AWhole*"],
+    "widgets/held_keys": [GUI + "PagesTest.AHeld*"],
+    "widgets/option_group": [GUI + "Modify.Each*:Modify.Tab*:PagesTest.TheKeyboard*"],
+    "widgets/message_box": [GUI + "FileCommands.WhatCannot*"],
+    "widgets/": [GUI + "RadioCommands.TheFocus*:*.TheWindow*:*.OneBusy*"],
+    "pages/settings": [GUI + "PagesTest.Every*:*.Dial*:Wiring.EachClick*", GUI + "Wiring.Every*"],
+    "pages/service": [GUI + "RadioCommands.Service*"],
+    "pages/special": [GUI + "Wiring.The*:Wiring.EachClick*"],
+    "pages/": [GUI + "Wiring.EachChange*:PagesTest.A*:PagesTest.Whatever*", GUI + "Wiring.*"],
+    "dialogs/dlg_modify": [GUI + "Modify.*"],
+    "dialogs/dlg_com": [GUI + "RadioCommands.ThePort*"],
+    "dialogs/help": [GUI + "Help.*"],
+    "dialogs/report": [GUI + "Net.*"],
+    "dialogs/": [GUI + "CheckUpTest.*"],
+    "app/": [GUI + "Wiring.Every*"],
+}
+# All that can see a fault of a room which the tests of the core do not know.
+ROOMS = {
+    "programs/completion/": ["completion_test"],
+    "programs/sim/": ["programs_test", "documents_test"],
+    "programs/ctl/": ["ctl_test", "programs_test", "documents_test"],
+    "serial/": ["programs_test"],
+    "widgets/": ["gui_test"],
+    "pages/": ["gui_test"],
+    "dialogs/": ["gui_test"],
+    "app/": ["gui_test"],
 }
 
 Mutation = collections.namedtuple("Mutation", "number file reason old new nth explained")
@@ -71,6 +110,11 @@ def read_table(path):
     return mutations
 
 
+def of_file(table, file, default=None):
+    """The row of a table of folders that a file lies in; the first that fits."""
+    return next((row for start, row in table.items() if file.startswith(start)), default)
+
+
 def mutated(mutation, text):
     """The text with the fault. None when the fault has no place, or more than one."""
     count = text.count(mutation.old)
@@ -82,24 +126,44 @@ def mutated(mutation, text):
     return text[:at] + mutation.new + text[at + len(mutation.old):]
 
 
+def misplaced(mutation):
+    """Why a fault cannot be made. Empty when it can."""
+    path = os.path.join(ROOT, "src", mutation.file)
+    if not os.path.exists(path):
+        return "no such file"
+    with open(path, encoding="utf-8") as file:
+        text = file.read()
+    changed = mutated(mutation, text)
+    if changed is None:
+        places = text.count(mutation.old) if mutation.old else 0
+        return f"{places} places"
+    return "changes nothing" if changed == text else ""
+
+
 class Worker:
     """A copy of the tree with a build of its own."""
 
     def __init__(self, number):
         self.tree = os.path.join(SCRATCH, f"tree{number}")
         self.build = os.path.join(SCRATCH, f"build{number}")
-        self.tests = []
+        self.core = []
 
-    def prepare(self):
+    def prepare(self, mutations):
+        """Builds what the faults need. Without any fault everything must pass."""
         self.copy_tree()
         # No -g: nobody looks into these programs, and they link faster.
         subprocess.run(["cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja",
                         "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0",
                         "-DWARNINGS_AS_ERRORS=OFF"], check=True, stdout=subprocess.DEVNULL)
-        if not self.make("core_tests") or not self.make(LAST):
-            sys.exit("the core does not build")
         with open(os.path.join(self.build, "tests", "core_tests.txt"), encoding="utf-8") as file:
-            self.tests = file.read().split() + [LAST]
+            self.core = file.read().split()
+        needed = {test for mutation in mutations for test in self.order(mutation.file)}
+        for test in sorted(needed):
+            if error := self.make(test):
+                raise RuntimeError(f"{test} does not build without any fault: {error}")
+        broken = [test for test in sorted(needed) if not self.passes(test) or self.is_empty(test)]
+        if broken:
+            raise RuntimeError("fails without any fault, or has no tests: " + ", ".join(broken))
 
     def copy_tree(self):
         """Writes only what differs, with today's time: an old time would hide a change from the
@@ -119,38 +183,57 @@ class Worker:
                 if os.path.join(folder, name) not in mine:
                     os.remove(os.path.join(folder, name))
 
-    def make(self, target):
-        command = ["ninja", "-C", self.build, "-j", "1", target]
-        return subprocess.run(command, stdout=subprocess.DEVNULL, check=False).returncode == 0
+    def make(self, test):
+        """The first complaint of the build; empty when all is well."""
+        target = "completions" if test == "completion_test" else test.split()[0]
+        ninja = subprocess.run(["ninja", "-C", self.build, "-j", "1", target], text=True,
+                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+        if ninja.returncode == 0:
+            return ""
+        lines = ninja.stdout.splitlines()
+        return next((line for line in lines if "error" in line), lines[-1] if lines else "?")
+
+    def command(self, test):
+        if test == "completion_test":
+            folders = [os.path.join(self.build, "completions", shell) for shell in ("bash", "zsh")]
+            return ["bash", os.path.join(self.tree, "tests", "completion_test.sh"), *folders]
+        program, *arguments = test.split()
+        return [os.path.join(self.build, "tests", program), "--gtest_fail_fast", *arguments]
 
     def passes(self, test):
-        with subprocess.Popen([os.path.join(self.build, "tests", test)], cwd=self.build,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                              start_new_session=True) as process:
+        with subprocess.Popen(self.command(test), cwd=self.build, start_new_session=True,
+                              env={**os.environ, "QT_QPA_PLATFORM": "offscreen"},
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
             try:
                 return process.wait(TEST_SECONDS) == 0
             except subprocess.TimeoutExpired:
                 os.killpg(process.pid, signal.SIGKILL)
                 return False
 
+    def is_empty(self, test):
+        """Whether a filter lets nothing through, which passes too."""
+        if "--gtest_filter" not in test:
+            return False
+        listed = subprocess.run([*self.command(test), "--gtest_list_tests"], text=True, check=False,
+                                env={**os.environ, "QT_QPA_PLATFORM": "offscreen"},
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        return not any(line.startswith("  ") for line in listed.stdout.splitlines())
+
     def order(self, file):
-        first = next((tests for start, tests in FIRST.items() if file.startswith(start)), [])
-        return first + [test for test in self.tests if test not in first]
+        first = of_file(FIRST, file, [])
+        return first + [t for t in of_file(ROOMS, file, self.core + [LAST]) if t not in first]
 
     def run(self, mutation):
-        """ "caught" and by which test, "survived", "no place" or "does not compile"."""
+        """ "caught" and by which test, "survived", or "does not compile" and why."""
         path = os.path.join(self.tree, "src", mutation.file)
         with open(path, encoding="utf-8") as file:
             original = file.read()
-        text = mutated(mutation, original)
-        if text is None:
-            return "no place", ""
         try:
             with open(path, "w", encoding="utf-8") as file:
-                file.write(text)
+                file.write(mutated(mutation, original))
             for test in self.order(mutation.file):
-                if not self.make(test):
-                    return "does not compile", ""
+                if error := self.make(test):
+                    return "does not compile", error
                 if not self.passes(test):
                     return "caught", test
             return "survived", ""
@@ -173,10 +256,7 @@ def run_all(mutations, jobs):
     def work(number):
         try:
             worker = Worker(number)
-            worker.prepare()
-            broken = [test for test in worker.tests if not worker.passes(test)]
-            if broken:
-                raise RuntimeError("fails without any fault: " + ", ".join(broken))
+            worker.prepare(mutations)
             while not failures:
                 for mutation in waiting.get_nowait():
                     results[mutation.number] = worker.run(mutation)
@@ -197,29 +277,40 @@ def run_all(mutations, jobs):
 
 
 def show(mutation, result):
-    status, test = result
-    by = f" by {test}" if test else ""
+    status, what = result
+    by = f" by {what.split()[0]}" if status == "caught" else ""
     why = ""
     if mutation.explained:
         why = f" ({mutation.explained})" if status == "survived" else " (explained, though)"
+    if status == "does not compile":
+        why = f" ({what})"
     print(f"{mutation.number:4} {status}{by}: {mutation.file}: {mutation.reason}{why}", flush=True)
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n", maxsplit=1)[0])
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--only", default="", help="faults whose file or reason contains this")
+    parser.add_argument("--only", metavar="TEXT", action="append",
+                        help="faults whose file or reason contains this, or another --only")
+    parser.add_argument("--check", action="store_true", help="only whether each has its place")
     options = parser.parse_args()
     start = time.monotonic()
-    mutations = [m for m in read_table(TABLE) if options.only in f"{m.file}: {m.reason}"]
+    mutations = read_table(TABLE)
+    lost = [(mutation, why) for mutation in mutations if (why := misplaced(mutation))]
+    for mutation, why in lost:
+        print(f"{mutation.number:4} {why}: {mutation.file}: {mutation.reason}")
+    if lost or options.check:
+        print(f"{len(mutations)} faults, {len(lost)} without their place")
+        return 1 if lost else 0
+    mutations = [m for m in mutations
+                 if any(text in f"{m.file}: {m.reason}" for text in options.only or [""])]
     results = run_all(mutations, max(options.jobs, 1))
     count = collections.Counter(status for status, _ in results.values())
     explained = sum(1 for m in mutations if m.explained and results[m.number][0] == "survived")
-    print(f"{len(results) - count['does not compile'] - count['no place']} faults: "
-          f"{count['caught']} caught, {count['survived']} survived ({explained} explained); "
-          f"{count['does not compile']} did not compile, {count['no place']} had no place; "
-          f"{time.monotonic() - start:.0f} s")
-    return 0 if count["survived"] == explained and not count["no place"] else 1
+    print(f"{len(results) - count['does not compile']} faults: {count['caught']} caught, "
+          f"{count['survived']} survived ({explained} explained); "
+          f"{count['does not compile']} did not compile; {time.monotonic() - start:.0f} s")
+    return 0 if count["survived"] == explained and not count["does not compile"] else 1
 
 
 if __name__ == "__main__":

@@ -161,6 +161,7 @@ TEST_F(FileCommands, ExportTakesThePathOverAndImportForgetsIt) {
   Trigger("mnuImport");
   EXPECT_EQ(Cell(kMemoryGrid, 4, 1), "*145.7375");
   EXPECT_EQ(RowTitle(kMemoryGrid, 3) + RowTitle(kMemoryGrid, 4), "2*3");
+  EXPECT_TRUE(mirrors_[0]->Stale().isEmpty());  // the star too
   EXPECT_EQ(Title(), kPlainTitle);
   EXPECT_EQ(Flags(), "--");
   EXPECT_FALSE(Find<QAction>("mnuImportNotes").isEnabled());

@@ -127,6 +127,11 @@ TEST_F(Help, CanBeSearched) {
     EXPECT_EQ(found(), c.found);
     EXPECT_EQ(Find<QLabel>("lblFound").text(), c.outcome);
   }
+  const int first = browser_->textCursor().position();
+  QTest::keyClick(&box, Qt::Key_F3);
+  EXPECT_NE(browser_->textCursor().position(), first);
+  QTest::keyClick(&box, Qt::Key_F3, Qt::ShiftModifier);
+  EXPECT_EQ(browser_->textCursor().position(), first);
 }
 
 }  // namespace

@@ -71,6 +71,7 @@ TEST_F(Modify, EveryControlReachesTheMemoryChannel) {
   Start();
   Edit(kMemoryGrid, 8, [&] {
     EXPECT_EQ(Text("lblMode") + Text("lblCH"), "MemoryCH7");
+    EXPECT_EQ(Text("optBw_0") + Text("chkSkip"), " NarrowSkip");
     EXPECT_EQ(Mhz(), "145.0000");  // the template's
     Type("txtFreq", "146");
     Type("txtFreq1", "1125");
@@ -181,15 +182,19 @@ TEST_F(Modify, TabReachesOnlyTheChosenOption) {
   Start();
   Look(kSpecialGrid, 3, [&] { Tick("optTone_2"); });
   Look(kMemoryGrid, 1, [&] {
+    int options = 0;
     for (int i = 0; i < 30; ++i) {
       Press(QApplication::focusWidget()->objectName(), Qt::Key_Tab);
       const auto* option = qobject_cast<QRadioButton*>(QApplication::focusWidget());
       EXPECT_TRUE(option == nullptr || option->isChecked()) << option->objectName().toStdString();
+      options += option != nullptr ? 1 : 0;
     }
+    EXPECT_GE(options, 7);  // each group
     QApplication::activeWindow()->move(5, 70);
   });
-  // And the dialog comes back where it was left.
-  Look(kMemoryGrid, 1, [&] { EXPECT_EQ(QApplication::activeWindow()->pos(), QPoint(5, 70)); });
+  // And the dialog comes back where it was left, beside the window.
+  window_->move(window_->pos() + QPoint(10, 0));
+  Look(kMemoryGrid, 1, [&] { EXPECT_EQ(QApplication::activeWindow()->pos(), QPoint(15, 70)); });
 }
 
 TEST_F(Modify, OkByEnterRunsTheCheckThatIsStillToCome) {

@@ -94,6 +94,10 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     EXPECT_EQ(
         Find<QPlainTextEdit>("txtReport").toPlainText().startsWith("Memory 0: In use: \"no\""),
         c.box == nullptr);
+    EXPECT_EQ(Find("txtReport").isVisible(), c.box == nullptr);
+    Click("cmdCopyReport");
+    EXPECT_TRUE(QApplication::clipboard()->text().endsWith(
+        '\n' + Find<QPlainTextEdit>("txtReport").toPlainText()));
   }
 }
 

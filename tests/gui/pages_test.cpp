@@ -229,6 +229,12 @@ TEST_F(PagesTest, DialBoxes) {
   box(1).paste();
   EXPECT_EQ(box(1).text(), "123456789#012345");
   EXPECT_EQ(document().dial[1], "123456789#012345");
+  QTest::keyClicks(&box(2), "12");
+  box(2).setCursorPosition(1);
+  QApplication::clipboard()->setText("x7y");
+  box(2).paste();
+  EXPECT_EQ(box(2).text(), "172");
+  EXPECT_EQ(box(2).cursorPosition(), 2);
 
   // The menu is no other control; what follows it may be one, and a save counts as one.
   for (const bool save : {false, true}) {
@@ -244,14 +250,14 @@ TEST_F(PagesTest, DialBoxes) {
 
 TEST_F(PagesTest, DialTextsOfAFileStayAsTheyAreWhenABoxIsLeft) {
   CloneData odd = FreshData();
-  odd.dial[4] = "HELLO";
+  odd.dial[4] = "HELLO1";
   odd.dial[9] = "XY";
   ASSERT_FALSE(SaveCloneFile(folder_ / "odd.Q40", odd, 0));
   Start({}, folder_ / "odd.Q40");
   ShowTab(2);
   Find("txtDial_4").setFocus();
   Find("txtDial_5").setFocus();
-  EXPECT_EQ(Find<QLineEdit>("txtDial_4").text(), "HELLO");
+  EXPECT_EQ(Find<QLineEdit>("txtDial_4").text(), "HELLO1");
   EXPECT_EQ(document().dial[9], "XY");
   EXPECT_EQ(Flags(), "--");
 }

@@ -77,8 +77,9 @@ TEST_F(RadioCommands, OneBusyGuard) {
     EXPECT_TRUE(window_->IsBusy());
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     EXPECT_TRUE(Find("ProgressBar1").isVisible());
-    for (const char* name : {"cmbRxData1", "cmbTxData1", "cmbRxData2", "cmbTxData2", "cmbRxData",
-                             "cmbTxData", "cmdAuto"}) {
+    for (const char* name :
+         {"cmbRxData1", "cmbTxData1", "cmbRxData2", "cmbTxData2", "cmbRxData", "cmbTxData",
+          "cmdAuto", "cmbInsert", "cmbDelete", "cmbClear", "cmbClAll", "cmdClear"}) {
       EXPECT_TRUE(Find(name).testAttribute(Qt::WA_ForceDisabled)) << name;
     }
     const CloneImage before = document().image;
@@ -88,6 +89,8 @@ TEST_F(RadioCommands, OneBusyGuard) {
       Trigger(name);
     }
     Press(kMemoryGrid, Qt::Key_Return);
+    Press(kMemoryGrid, Qt::Key_Down);  // looking is allowed
+    EXPECT_EQ(CurrentRow(kMemoryGrid), looked + 1);
     ShowTab(1);
     EXPECT_EQ(Tab(), 1);
     Click("opbModel_0");
