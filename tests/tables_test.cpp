@@ -1,4 +1,5 @@
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -28,7 +29,7 @@ TEST(Models, AreFoundByTheirWholeNameInAnyLetterCase) {
 }
 
 TEST(Models, LimitsOfEveryModelAndVersion) {
-  const std::tuple<Band, std::initializer_list<int>, int, int, int, const char*> rows[] = {
+  const std::tuple<Band, std::vector<int>, int, int, int, const char*> rows[] = {
       {Band::kVhf, {0, 2}, 0, 136, 174, "(136.000-173.995MHz)"},
       {Band::kVhf, {1}, 0, 144, 146, "(144.000-145.995MHz)"},
       {Band::kVhf, {0, 1, 2}, 1, 0, 174, "(136.000-173.995MHz)"},
