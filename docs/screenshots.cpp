@@ -201,9 +201,7 @@ class Session {
 
   // Forgets the changes, so that closing asks nothing.
   void Stop() {
-    auto& document = const_cast<CloneData&>(window_->document().data());
-    document.SettingsChanged = false;
-    document.MemoryChanged = false;
+    const_cast<CloneDocument&>(window_->document()).ForgetChanges();
     window_->close();
     window_.reset();
   }

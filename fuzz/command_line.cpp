@@ -66,7 +66,7 @@ bool MayRun(const std::vector<std::string>& words) {
 }
 
 bool IsDocumented(int code) {
-  return (code >= kExitDone && code <= kExitNotKept) || code == kExitInterrupted;
+  return (code >= kExitDone && code <= kExitImportedInPart) || code == kExitInterrupted;
 }
 
 SimulatedRadio RadioWith(std::string_view fault_text) {
