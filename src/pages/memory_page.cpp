@@ -81,11 +81,6 @@ QPushButton* MemoryPage::AddButton(QBoxLayout& row, const char* name, const char
   return button;
 }
 
-void MemoryPage::RedrawAll() { grid_->cells().Redraw(0, kMemoryChannelCount - 1); }
-void MemoryPage::ShowReadChannel(int n) {
-  grid_->cells().Redraw(n, n, ChannelGridModel::Order::kByHeading);
-}
-
 void MemoryPage::SetLocked(bool locked) {
   locked_ = locked;
   for (QPushButton* button : edit_buttons_) button->setEnabled(!locked);

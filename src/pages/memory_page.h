@@ -21,10 +21,6 @@ class MemoryPage : public QWidget {
   [[nodiscard]] ChannelGrid& grid() { return *grid_; }
   [[nodiscard]] QProgressBar& progress() { return *progress_; }
 
-  void RedrawAll();
-  // Draws the row of channel n as a read from the radio does.
-  void ShowReadChannel(int n);
-
   // While locked, the page wants nothing changed.
   void SetLocked(bool locked);
   void SetCloneButtonsEnabled(bool enabled);
