@@ -157,9 +157,7 @@ QIcon ProgramIcon() {
 
 int main(int argc, char** argv) {
   q40::OpenStandardStreams();
-#ifdef SIGXFSZ
   std::signal(SIGXFSZ, SIG_IGN);  // a full quota is an error of a write, not the end of the program
-#endif
   QCoreApplication::setApplicationName(QStringLiteral("rxq40"));
   QCoreApplication::setApplicationVersion(QLatin1String(q40::kVersion));
   if (WantsNoWindow(argc, argv)) return AnswerWithoutWindow(argc, argv);

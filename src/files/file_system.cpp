@@ -1,24 +1,17 @@
-// The one file of the core that calls the operating system beyond the C++ library: only it can push
-// a file to the disk.
+// For Linux: only the system itself can push a file to the disk, keep its rights, and rename it only
+// where nothing is.
 #include "files/file_system.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <iterator>
-#include <system_error>
-
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
-#endif
-#ifdef __linux__
 #include <sys/xattr.h>
-#endif
+#include <system_error>
+#include <unistd.h>
 
 namespace q40 {
 namespace fs = std::filesystem;
@@ -29,17 +22,13 @@ bool StoreReason(const std::error_code& error) {
   return !error;
 }
 
-#ifdef __linux__
 constexpr const char* kAccessList = "system.posix_acl_access";
-#endif
 
 class NewFiles final : public FileSystem {
  public:
   bool Rename(const std::string& from, const std::string& to) override {
-#ifdef RENAME_NOREPLACE
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
     if (!IsUnsupported(errno)) return false;
-#endif
     return RenameWhereNothingIs(from, to);
   }
 };
@@ -56,13 +45,9 @@ bool FileSystem::MayWrite(const std::string& path) {
   return file != nullptr && std::fclose(file) == 0;
 }
 
-std::FILE* FileSystem::Create(const std::string& path, [[maybe_unused]] std::uint32_t mode) {
-#ifdef _WIN32
-  std::FILE* file = std::fopen(path.c_str(), "wbx");
-#else
+std::FILE* FileSystem::Create(const std::string& path, std::uint32_t mode) {
   const int handle = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
   std::FILE* file = handle < 0 ? nullptr : fdopen(handle, "wb");
-#endif
   if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
   return file;
 }
@@ -73,11 +58,7 @@ std::size_t FileSystem::Write(std::FILE* file, std::string_view data) {
 
 bool FileSystem::Sync(std::FILE* file) {
   if (std::fflush(file) != 0) return false;
-#ifdef _WIN32
-  return _commit(_fileno(file)) == 0;
-#else
   return fsync(fileno(file)) == 0;
-#endif
 }
 
 bool FileSystem::Close(std::FILE* file) { return std::fclose(file) == 0; }
@@ -88,49 +69,31 @@ std::int64_t FileSystem::Size(const std::string& path) {
   return StoreReason(error) ? static_cast<std::int64_t>(size) : -1;
 }
 
-bool FileSystem::Rights([[maybe_unused]] const std::string& path, FileRights& rights) {
+bool FileSystem::Rights(const std::string& path, FileRights& rights) {
   rights = {};
-#ifndef _WIN32
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) return false;
   rights = {status.st_uid, status.st_gid, status.st_mode & 07777U, {}};
-#endif
-#ifdef __linux__
   const ssize_t size = getxattr(path.c_str(), kAccessList, nullptr, 0);
   rights.access_list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
   if (size > 0 && getxattr(path.c_str(), kAccessList, rights.access_list.data(),
                            rights.access_list.size()) != size) {
     return false;
   }
-#endif
   return true;
 }
 
-bool FileSystem::SetOwner([[maybe_unused]] std::FILE* file, [[maybe_unused]] std::uint32_t owner,
-                          [[maybe_unused]] std::uint32_t group) {
-#ifndef _WIN32
+bool FileSystem::SetOwner(std::FILE* file, std::uint32_t owner, std::uint32_t group) {
   return fchown(fileno(file), owner, group) == 0;
-#else
-  return true;
-#endif
 }
 
-bool FileSystem::SetAccessList([[maybe_unused]] std::FILE* file,
-                               [[maybe_unused]] const std::string& list) {
-#ifdef __linux__
+bool FileSystem::SetAccessList(std::FILE* file, const std::string& list) {
   if (list.empty()) return fremovexattr(fileno(file), kAccessList) == 0;
   return fsetxattr(fileno(file), kAccessList, list.data(), list.size(), 0) == 0;
-#else
-  return true;
-#endif
 }
 
-bool FileSystem::SetMode([[maybe_unused]] std::FILE* file, [[maybe_unused]] std::uint32_t mode) {
-#ifndef _WIN32
+bool FileSystem::SetMode(std::FILE* file, std::uint32_t mode) {
   return fchmod(fileno(file), mode) == 0;
-#else
-  return true;
-#endif
 }
 
 bool FileSystem::Rename(const std::string& from, const std::string& to) {
@@ -140,15 +103,11 @@ bool FileSystem::Rename(const std::string& from, const std::string& to) {
 }
 
 bool FileSystem::SyncFolder(const std::string& folder) {
-#ifndef _WIN32
   const int handle = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (handle < 0) return false;
   const bool done = fsync(handle) == 0;
   close(handle);
   return done;
-#else
-  return !folder.empty();
-#endif
 }
 
 bool FileSystem::Remove(const std::string& path) {

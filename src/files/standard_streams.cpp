@@ -1,14 +1,12 @@
+// For Linux: the numbers of open files, and their names below /proc.
 #include "files/standard_streams.h"
 
 #include <cerrno>
 #include <charconv>
+#include <fcntl.h>
 #include <filesystem>
 #include <system_error>
-
-#ifndef _WIN32
-#include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace q40 {
 namespace fs = std::filesystem;
@@ -22,14 +20,12 @@ std::string RealFolderOf(const fs::path& path) {
 }  // namespace
 
 void OpenStandardStreams() {
-#ifndef _WIN32
   constexpr int kHandles[] = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
   for (const int handle : kHandles) {
     // open() takes the lowest free number, and every lower one is open already.
     const int wrong_way = handle == STDIN_FILENO ? O_WRONLY : O_RDONLY;
     if (fcntl(handle, F_GETFD) < 0) open("/dev/null", wrong_way);
   }
-#endif
 }
 
 std::string Resolved(const std::string& path) {
@@ -69,7 +65,6 @@ bool IsPipe(const std::string& path) {
 }
 
 std::FILE* OpenStream(int number, StreamUse use) {
-#ifndef _WIN32
   const int flags = fcntl(number, F_GETFL);
   const int wrong_way = use == StreamUse::kRead ? O_WRONLY : O_RDONLY;
   if (flags >= 0 && (flags & O_ACCMODE) != wrong_way) {
@@ -77,7 +72,6 @@ std::FILE* OpenStream(int number, StreamUse use) {
     if (own >= 0) return fdopen(own, use == StreamUse::kRead ? "rb" : "wb");
     return nullptr;
   }
-#endif
   errno = EBADF;
   return nullptr;
 }

@@ -17,22 +17,12 @@ struct DeviceRow {
   int first_suffix;
 };
 
-#if defined(_WIN32)
-constexpr DeviceRow kDevices[] = {{1, "COM", 1}};
-#elif defined(__APPLE__)
-constexpr DeviceRow kDevices[] = {
-    {11, "/dev/cu.serial", 0}, {9, "/dev/cu.usbmodem", 0}, {1, "/dev/cu.usbserial", 0}};
-#else
 constexpr DeviceRow kDevices[] = {
     {11, "/dev/ttyS", 0}, {9, "/dev/ttyACM", 0}, {1, "/dev/ttyUSB", 0}};
-#endif
 
 // What is meant by a name under which there is no file: "1" for "com1", "/dev/ttyUSB0" for "ttyUSB0".
 // Empty for a text that resembles no port.
 std::string Meant(std::string_view port) {
-#if defined(_WIN32)
-  return {};  // there the names are devices
-#else
   constexpr std::string_view kCom = "COM";
   constexpr std::string_view kFolder = "/dev/";
   std::error_code error;
@@ -50,7 +40,6 @@ std::string Meant(std::string_view port) {
   const bool named = std::any_of(std::begin(kDevices), std::end(kDevices),
                                  [&](auto& row) { return device.starts_with(row.prefix); });
   return named || std::filesystem::is_character_file(device, error) ? device : std::string();
-#endif
 }
 
 }  // namespace

@@ -1,10 +1,9 @@
 // Port numbers 1 to 14 and the devices behind them. The table is fixed: a number never moves
 // because another cable was plugged in.
 //
-//              Linux              macOS                   Windows
-//   1 .. 8     /dev/ttyUSB0 .. 7  /dev/cu.usbserial0 ..   COM1 .. COM14
-//   9 .. 10    /dev/ttyACM0 .. 1  /dev/cu.usbmodem0 ..
-//   11 .. 14   /dev/ttyS0 .. 3    /dev/cu.serial0 ..
+//   1 .. 8     /dev/ttyUSB0 .. 7
+//   9 .. 10    /dev/ttyACM0 .. 1
+//   11 .. 14   /dev/ttyS0 .. 3
 //
 // The environment variable RXQ40_COM<n> names another device for number n.
 #pragma once

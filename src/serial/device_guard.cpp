@@ -85,12 +85,8 @@ std::optional<PortProblem> CheckKind(const std::string& device) {
 }
 
 bool IsExclusive(int handle) {
-#ifdef TIOCGEXCL
   int exclusive = 0;
   return ioctl(handle, TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
-#else
-  return handle < 0;
-#endif
 }
 
 }  // namespace

@@ -33,9 +33,7 @@ int main(int argc, char** argv) {
   q40::OpenStandardStreams();
   // A full disk and a closed pipe are errors of a call here, not the end of the program.
   std::signal(SIGPIPE, SIG_IGN);
-#ifdef SIGXFSZ
   std::signal(SIGXFSZ, SIG_IGN);
-#endif
   try {
     q40::CommandContext context{
         .console = q40::Console(stdout, stderr),
