@@ -184,8 +184,10 @@ TEST(Documents, SettingsTable) {
   for (const Lines& row : TableRows(6)) {
     if (Unquoted(row[2]).empty()) continue;
     ++found;
-    const Setting* const known = FindSetting(Unquoted(row[2]));
-    ASSERT_NE(known, nullptr) << row[2];
+    const auto known =
+        std::find_if(Settings().begin(), Settings().end(),
+                     [&](const Setting& setting) { return setting.control == Unquoted(row[2]); });
+    ASSERT_NE(known, Settings().end()) << row[2];
     const Setting& field = *known;
     EXPECT_EQ(row[0], std::to_string(field.line) + '.' + std::to_string(field.byte));
     EXPECT_EQ(row[1], "00" + HexByteText(0x20 + 16 * field.line + field.byte)) << row[0];

@@ -85,11 +85,10 @@ TEST(Settings, EveryItemOfThePagesHasAByteThatCanHoldIt) {
 
 TEST(Settings, WordsForValues) {
   const V values = {.Slider1 = 30, .cmbTB = 4, .cmbTOT = 1, .chkBeep = 1, .cmbStb = 2};
-  const std::pair<const char*, const char*> words[] = {{"Slider1", "30"},  {"cmbTB", "1450"},
-                                                       {"cmbTOT", "30"},   {"chkBeep", "on"},
-                                                       {"cmbStb", "DTMF"}, {"chkLock", "off"}};
-  for (const auto& [control, text] : words)
-    EXPECT_EQ(SettingText(values, *FindSetting(control)), text);
+  const std::pair<int V::*, const char*> words[] = {{&V::Slider1, "30"},  {&V::cmbTB, "1450"},
+                                                    {&V::cmbTOT, "30"},   {&V::chkBeep, "on"},
+                                                    {&V::cmbStb, "DTMF"}, {&V::chkLock, "off"}};
+  for (const auto& [value, text] : words) EXPECT_EQ(SettingText(values, SettingOf(value)), text);
   EXPECT_EQ(SettingText({.cmbTB = 5}, SettingOf(&SettingsValues::cmbTB)), "");
   EXPECT_EQ(CaptionOf(SettingOf(&SettingsValues::cmbDFirst)), "First Burst (msec)");
 }

@@ -85,10 +85,4 @@ const Setting& SettingOf(int SettingsValues::*value) {
   return *row;
 }
 
-const Setting* FindSetting(string_view control) {
-  const auto* const row = std::find_if(std::begin(kSettings), std::end(kSettings),
-                                       [&](const Setting& s) { return s.control == control; });
-  return row == std::end(kSettings) ? nullptr : row;
-}
-
 }  // namespace q40

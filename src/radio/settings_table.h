@@ -82,7 +82,4 @@ std::span<const Setting> Settings();
 // The row of a member. Every member has exactly one; the compiler holds the table to that.
 const Setting& SettingOf(int SettingsValues::*value);
 
-// The row of a control; null when no row has that name.
-const Setting* FindSetting(std::string_view control);
-
 }  // namespace q40
