@@ -32,14 +32,18 @@ TEST(Programs, ReadEditWriteReadThroughALink) {
   test::TempFolder folder;
   const std::string link = folder / "radio";
   ASSERT_EQ(Ctl({"new", "--model", "RX-Q40E", folder / "a.Q40"}).code, 0);
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q20A", folder / "q20.Q40"}).code, 0);
   test::Store(folder / "one.csv",
               "RX-Q40,MEMORY,D9,433.5,12.5KHz,Tone,88.5,88.5,023,023,-Shift,1.6,Off,Hi,"
               "5,Off,Off,Off,Off,Normal,HOME,On\r\n");
   {
     SimulatorProcess radio({"--load", folder / "a.Q40", "--version", "A", "--link", link, "--save",
                             folder / "after.Q40", "--save-memory", folder / "after.bin"});
-    EXPECT_EQ(SimulatorProcess({"--link", link}).device(), "");  // it is taken
-    EXPECT_EQ(SimulatorProcess({"--save", folder / "nowhere/a.Q40"}).device(), "");
+    const std::vector<std::string> refused[] = {{"--link", link},  // it is taken
+                                                {"--save", folder / "nowhere/a.Q40"},
+                                                {"--load", folder / "q20.Q40"},
+                                                {"--fault", "nothing"}};
+    for (const auto& words : refused) EXPECT_EQ(SimulatorProcess(words).device(), "") << words[1];
     EXPECT_EQ(Ctl({"identify", "-p", "7"}, {.environment = {{"RXQ40_COM7", link}}}).out,
               "RX-Q40E version A\n");
     EXPECT_EQ(Ctl({"read", "-p", link, folder / "b.Q40"}).code, 0);

@@ -28,8 +28,8 @@ void CheckUpCommand::CheckAgain() {
   checkup_->ShowFindings(CheckUp(session_.document().data()));
 }
 
-// Other data is shown: a list of what was wrong with the last would mislead. While a sequence runs
-// the list waits for its end.
+// Other data is shown, and a list of what was wrong with the old data would mislead. While a
+// sequence runs, the list waits for its end.
 void CheckUpCommand::CheckNewData() {
   if (checkup_ != nullptr && checkup_->isVisible() && !session_.IsBusy()) CheckAgain();
 }

@@ -11,7 +11,7 @@
 namespace q40 {
 
 // The simulated radio with a timer that wakes the event loop when bytes have arrived. It keeps its
-// memory for the run.
+// memory until the program ends.
 class ComPort::SimulatedRadioLine {
  public:
   explicit SimulatedRadioLine(const Simulation& simulation)

@@ -12,7 +12,7 @@
 namespace q40 {
 namespace {
 
-// A question is no time to wait.
+// The hourglass would be wrong over a question.
 class ArrowCursor {
  public:
   ArrowCursor() {
@@ -47,8 +47,8 @@ bool FileCommands::MayLetGo() { return !session_.document().HasChanges() || AskT
 
 // ---- New, and another model
 
-// The document has the defaults of its model. While a radio is talked to this is part of what is told
-// at the end.
+// The document has got the defaults of its model. While a radio is being read, this is reported at
+// the end, together with the rest.
 void FileCommands::StartAnew() {
   let_go_.clear();
   if (!session_.path().empty()) {
@@ -114,8 +114,8 @@ void FileCommands::OpenRecentFile(const std::string& path) {
 
 // ---- Save
 
-// Takes the model that the document has: in the question of a model change the option already shows
-// the next one.
+// Takes the document's own model: while the user is asked about a change of the model, the option
+// already shows the next one.
 bool FileCommands::Save() {
   const int model = session_.document().model();
   return session_.path().empty() ? SaveAs(model) : SaveTo(session_.path(), model);

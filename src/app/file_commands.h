@@ -38,7 +38,7 @@ class FileCommands final : public QObject {
   // user cancelled.
   bool SelectModel(int model);
 
-  // Which file's data a command has let go, as a sentence with a blank before it; or empty.
+  // Which file's data a command has given up, as a sentence with a leading blank; or empty.
   [[nodiscard]] const QString& let_go() const { return let_go_; }
   void ForgetLetGo() { let_go_.clear(); }
 

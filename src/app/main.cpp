@@ -74,7 +74,7 @@ std::string Folder(QStandardPaths::StandardLocation location, const char* variab
   return folder.toStdString();
 }
 
-// The command line without the options that the toolkit takes for itself, with one hyphen or two.
+// The command line without the toolkit's own options, which begin with one hyphen or two.
 QStringList OwnWords(int argc, char** argv) {
   constexpr std::string_view kFlags[] = {"reverse", "testability", "widgetcount", "nograb",
                                          "dograb",  "qdevel",      "qdebug"};
@@ -113,8 +113,8 @@ QStringList OwnWords(int argc, char** argv) {
   return words;
 }
 
-// Whether the command line can be understood; otherwise it has been said why. The toolkit ends a
-// program that has no display before it looks at the program's own options.
+// Whether the command line can be understood; if not, the reason has been printed. Without a
+// display the toolkit ends a program before it looks at the program's own options.
 bool ParseOrComplain(int argc, char** argv) {
   QCommandLineParser& parser = Parser();
   if (parser.parse(OwnWords(argc, argv))) return true;

@@ -27,7 +27,7 @@ class MainPages {
 
   // What has changed.
   void Show(const DocumentChange& change);
-  // Rows that are skipped and come from the list have a star in their titles.
+  // Puts a star in the title of each row that came from the list and is skipped by the scan.
   void ShowImported(const ImportReport& report);
   void ChangeFont();
 

@@ -36,7 +36,7 @@ void RadioDisplay::Follow(RadioCommands& radio) {
   connect(&radio, &R::over, this, &RadioDisplay::Over);
   connect(&radio, &R::writeTold, this, &RadioDisplay::ShowReport);
   connect(&radio, &R::writeStarting, this, [this] {
-    if (report_ != nullptr) report_->hide();  // it tells of another write
+    if (report_ != nullptr) report_->hide();  // it is about another write
   });
 }
 

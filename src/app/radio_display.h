@@ -1,4 +1,5 @@
-// What the window shows while a radio is talked to: the data as it arrives, how far it is, and hands off.
+// What the window shows while it talks to a radio: the data as it arrives and the progress. The
+// controls are locked meanwhile.
 #pragma once
 
 #include <QObject>

@@ -56,7 +56,7 @@ QString BadText(const WriteResult& result, Half half, const Backup& backup) {
   return ReasonText(result.last) + QLatin1Char(' ') + aftermath;
 }
 
-// What is worth telling although it ended well, a sentence more.
+// What is worth telling although it ended well: one more sentence.
 QString NoteText(const SequenceReport& report) {
   return QLatin1Char(' ') + QString::fromStdString(report.note) + QLatin1Char('.');
 }

@@ -25,8 +25,8 @@ QString WrongModelText(const SequenceReport& report, const QString& aftermath);
 // What a read or an identification did that ended well, in sentences.
 QString ReadText(Sequence sequence, const SequenceReport& report);
 
-// What of the radio is in the document when a read has broken off. Each half for itself: a broken read
-// of the memory stays one when the settings are read.
+// How much of the radio is in the document after a read has broken off. Each half counts by itself:
+// a broken read of the memory stays broken when the settings are read.
 class PartialRead {
  public:
   void Begin(Sequence sequence);
@@ -60,7 +60,7 @@ struct WriteAccount {
   bool good = false;
   QString text;
   QStringList differences;  // between what was written and what the radio holds, one each
-  bool at_length = false;   // deserves a window of its own
+  bool at_length = false;   // needs a window of its own
 };
 WriteAccount AccountOf(const WriteResult& result, Half half, const Backup& backup);
 

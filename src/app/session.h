@@ -44,7 +44,8 @@ class Session final : public QObject, private DocumentListener {
   // How much of the document a read that broke off has brought.
   [[nodiscard]] PartialRead& part() { return part_; }
 
-  // Asks whoever holds back an edit to hand it over. Before the document is saved, sent or checked.
+  // Asks whoever holds back an edit to hand it over; called before the document is saved, sent or
+  // checked.
   void Settle() { emit settling(); }
   // Commands tell what they have done to the document.
   void TellReplaced();  // all of the document is another one
@@ -57,7 +58,7 @@ class Session final : public QObject, private DocumentListener {
   void busyChanged();
   void settling();
   void replaced();
-  void newData();       // what was found out about the data before no longer holds
+  void newData();       // what was found out about the previous data no longer holds
   void factsChanged();  // what the status bar tells of document and port
 
  private:

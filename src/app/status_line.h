@@ -1,7 +1,7 @@
 // The status bar: what is going on, what came of it, and the standing facts at its right end.
 //
 // A text stays for as long as it is news:
-//   Doing    while it is done; then the account that stood there comes back
+//   Doing    while something is being done; then the previous account comes back
 //   Hint     for a moment, over what is being done
 //   Result   until the next action
 //   Failure  until a command succeeds

@@ -88,7 +88,7 @@ std::string WindowPrompts::AskPath(FileDialog kind, const std::string& path, int
 }
 
 // A dialog asks before it lets an existing file be replaced, but some ask about the name as it was
-// typed. So the suffix is ours to add, and a name that has got it ours to ask about.
+// typed. So we add the suffix ourselves, and ask ourselves about a name that has got one.
 bool WindowPrompts::MayReplace(const std::string& path) {
   const QString text = tr("%1 exists.\nDo you want to replace it?").arg(Shown(path));
   return IsGone(path) || Confirmed(&window_, "REPLACE OK", text.toUtf8().constData());

@@ -40,7 +40,7 @@ Character FirstCharacter(std::string_view text) {
   return {};
 }
 
-// What a terminal obeys instead of showing it: the control characters, and the marks that begin a line
+// What a terminal obeys instead of showing: the control characters, and the marks that begin a line
 // or turn its direction.
 bool IsControl(char32_t code) {
   constexpr std::pair<char32_t, char32_t> kRanges[] = {{0x00, 0x1F},     {0x7F, 0x9F},

@@ -116,7 +116,7 @@ class CheckUpRun {
     }
   }
 
-  // A control that nobody moved, and a byte that changes nevertheless: it held a value that the
+  // A control that nobody moved, and whose byte changes nevertheless: it held a value that the
   // control does not know.
   void SettingByte(const Place& place, const Setting& field, const std::string& caption) {
     const std::string before = ByteOf(image_, field.line, field.byte);
@@ -171,7 +171,7 @@ class CheckUpRun {
     return EffectivelyPresent(SpecialStore(image, band), StoredPresent(image, band), k);
   }
 
-  // Whether PH or PL is there for the radio. Says so when it will not stay as it is marked.
+  // Whether PH or PL exists for the radio. Adds a finding when its mark will not survive.
   bool Limit(const Place& place) {
     const auto flag = static_cast<std::size_t>(place.index - kPhRow);
     const bool marked = StoredPresent(image_, place.band)[flag];
@@ -187,8 +187,8 @@ class CheckUpRun {
     return Present(image_, place.band, place.index);
   }
 
-  // A special channel of a new document, which nobody has chosen: so are PH and PL, absent and with a
-  // frequency.
+  // A special channel as a new document has it, which nobody has chosen. Its PH and PL are absent
+  // and have a frequency all the same.
   [[nodiscard]] bool IsDefault(const Place& place) const {
     CloneImage fresh;
     LoadSpecialDefaults(fresh, document_.model);
@@ -216,7 +216,7 @@ class CheckUpRun {
     Duplicate(names_, kept, place, FindingKind::kDuplicateName, Field::kName, kept);
   }
 
-  // Said at every channel but the first with that value, which is named.
+  // Reported at every channel with that value except the first, which is named.
   template <class Value>
   void Duplicate(std::map<Value, int>& seen, const Value& value, const Place& place,
                  FindingKind kind, Field field, const std::string& text) {
@@ -226,7 +226,7 @@ class CheckUpRun {
         {text, PlaceText({Where::kMemory, Band::kVhf, first->second})});
   }
 
-  // What a channel of the RPT row holds for the fields that it does not carry, nobody has chosen.
+  // Nobody has chosen what an RPT row holds in the fields that it does not carry.
   void Losses(const Place& place, ChannelKind kind, const ChannelRecord& before,
               const ChannelRecord& after) {
     const bool repeater = place.where == Where::kSpecial && place.index == kRptRow;
@@ -277,7 +277,7 @@ class CheckUpRun {
          ranges});
   }
 
-  // For a frequency that is in its band. What an offset means with "Split", the radio alone knows.
+  // For a frequency that is in its band. Only the radio knows what an offset means with "Split".
   void ShiftLeavesBand(const Place& place, ChannelKind kind, const ChannelRecord& record,
                        std::optional<Band> band) {
     constexpr int kMinus = 1;

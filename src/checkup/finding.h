@@ -35,9 +35,9 @@ enum class FindingKind : unsigned char {
 };
 
 enum class Severity : unsigned char {
-  kLoss,     // a value will not be what it is now
-  kWarning,  // the radio is told something that it hardly can do
-  kHint,     // maybe a slip, maybe meant so
+  kLoss,     // a value will change
+  kWarning,  // the radio is told to do something that it hardly can
+  kHint,     // perhaps a slip, perhaps intended
 };
 
 // Opening a file, or reading a radio, already drops what does not survive. So a document that comes

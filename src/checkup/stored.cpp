@@ -95,7 +95,7 @@ void CompareChannel(const UnitData& unit, const Opened& channel, Findings& findi
     const std::string stored = bytes(unit.digits);
     const std::string opened = bytes(channel.digits);
     if (field == Field::kName) {
-      // What the document's own name loses, CheckUp says.
+      // CheckUp reports what the document's own name loses.
       if (!HasStrangeCharacter(stored)) continue;
       Add(channel.place, FieldName(field), "0x" + stored,
           '"' + channel.record.Text(channel.kind, field) + '"', findings);

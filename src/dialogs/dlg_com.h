@@ -17,7 +17,7 @@ class dlgCOM final : public QDialog {  // NOLINT: the dialog's given name
   Q_OBJECT
 
  public:
-  // Tells what is behind the 14 numbers; asked again and again while the dialog is open.
+  // Tells what is behind the 14 numbers; called again and again while the dialog is open.
   using States = std::function<std::vector<ComPortState>()>;
 
   // `number`: the port that is set, 1..14.

@@ -171,7 +171,8 @@ void dlgModify::showEvent(QShowEvent* event) {
   }
 }
 
-// To where the user has left it, beside the window that may have been moved, but never out of sight.
+// To where the user left it, relative to the window, which may have been moved; but never out of
+// sight.
 void dlgModify::ComeBack() {
   const QRect room = screen()->availableVirtualGeometry();
   const QPoint place = parentWidget()->window()->pos() + *offset_;
@@ -199,7 +200,7 @@ void dlgModify::JumpTo(FilteredEdit& edit) {
   edit.selectAll();
 }
 
-// The counter belongs to both MHz fields, as the cursor's jump does.
+// Both MHz fields share the counter and the cursor's jump.
 void dlgModify::ConnectFields() {
   ConnectPair(*txtFreq_, *txtFreq1_);
   ConnectPair(*txtShift_, *txtShift1_);

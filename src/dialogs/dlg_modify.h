@@ -33,8 +33,8 @@ struct ModifyTarget {
   ChannelRecord fresh;
 };
 
-// One object serves all edits of a run: the box "Hold" and the values it holds live on between
-// them.
+// One object serves all edits until the program ends, so that the box "Hold" and the values it
+// holds survive from one to the next.
 class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
   Q_OBJECT
 
@@ -98,7 +98,7 @@ class dlgModify final : public QDialog {  // NOLINT: the dialog's given name
 
   ModifyTarget target_;
   std::optional<DialogValues> held_;  // the controls of the last memory edit
-  std::optional<QPoint> offset_;      // from the window, where the user has left the dialog
+  std::optional<QPoint> offset_;      // from the window to where the user has left the dialog
   KeyCounter keys_;
 
   std::vector<Group> groups_;

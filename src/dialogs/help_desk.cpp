@@ -66,8 +66,8 @@ void HelpDesk::Explain(const QWidget* place) {
   window_->ShowSection(QLatin1String(section));
 }
 
-// A dialog that keeps the user from all other windows leaves those that belong to it. The help
-// belongs to whichever is open, and to the main window again when it is closed.
+// A modal dialog blocks all windows but its own. So the help belongs to the dialog that is open,
+// and to the main window again when that is closed.
 void HelpDesk::KeepUsable() {
   QWidget* modal = QApplication::activeModalWidget();
   QWidget& above = modal != nullptr ? *modal : owner_;

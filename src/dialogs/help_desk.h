@@ -1,5 +1,4 @@
-// The help on what is in front of the user: F1 in every window, also in a dialog that keeps the user
-// from all others.
+// The help on what is in front of the user: F1 in every window, even in a modal dialog.
 #pragma once
 
 #include <functional>
@@ -20,8 +19,8 @@ class HelpDesk final : public QObject {
   // question.
   HelpDesk(QWidget& owner, std::function<const QWidget*()> page);
 
-  // Opens the help at the section about `place`, or about what it lies in. A place that nothing is
-  // written about, or none at all, leads to the page in front.
+  // Opens the help at the section about `place`, or about what it lies in. A place about which
+  // nothing is written, or none at all, leads to the page in front.
   void Explain(const QWidget* place);
 
  signals:

@@ -22,7 +22,7 @@ int NumberOf(const QUrl& shown) {
   return 0;
 }
 
-// Loading one takes long enough not to do it for nothing.
+// Loading one takes too long to do it for nothing.
 bool MayContain(const QString& document, const QString& text) {
   QFile file(QStringLiteral(":/docs/") + document);
   return file.open(QIODevice::ReadOnly) &&

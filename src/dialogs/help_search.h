@@ -11,7 +11,7 @@ namespace q40 {
 
 class GuideBrowser;
 
-// Finds a text in the document that is shown and, when it is not there any more, in the others, round
+// Finds a text in the document that is shown and, after its last place there, in the others, round
 // and round. Ctrl+F goes to the box, F3 and Shift+F3 to the next and the previous place.
 class HelpSearch final : public QWidget {
   Q_OBJECT

@@ -95,7 +95,7 @@ QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
   const double margins = 4 * document()->documentMargin();
   const double widest = width() - verticalScrollBar()->sizeHint().width() - margins;
   if (image.isNull() || image.width() <= widest) return image;
-  // On a fine screen the picture keeps its pixels.
+  // On a high-resolution screen the picture keeps its pixels.
   const double scale = std::min(devicePixelRatioF(), image.width() / widest);
   image = image.scaledToWidth(static_cast<int>(widest * scale), Qt::SmoothTransformation);
   image.setDevicePixelRatio(scale);

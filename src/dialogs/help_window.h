@@ -49,7 +49,7 @@ class HelpWindow : public QWidget {
  public:
   explicit HelpWindow(QWidget* owner);
 
-  // Shows a section of the guide by the anchor of its heading. Of an empty one the start.
+  // Shows a section of the guide by the anchor of its heading. An empty anchor means the start.
   void ShowSection(const QString& anchor);
 
  private:

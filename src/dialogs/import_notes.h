@@ -1,4 +1,4 @@
-// What an import took from a list otherwise than it was written.
+// What an import took from a list in another form than it was written.
 #pragma once
 
 #include "dialogs/place_list.h"

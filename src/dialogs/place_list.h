@@ -25,7 +25,7 @@ class PlaceList : public QWidget {
     std::optional<Place> place;  // where the row leads to
   };
 
-  // Shows rows in place of those before. The row that was current stays it, as far as there is one.
+  // Shows rows in place of the previous ones. The current row stays current if it still exists.
   void ShowRows(const QString& summary, const std::vector<Row>& rows);
 
  signals:
@@ -33,7 +33,7 @@ class PlaceList : public QWidget {
   void placeChosen(const q40::Place& place);
 
  protected:
-  // Names of the objects, for the style and for those who look for them.
+  // Names of the objects, for the style and for tests.
   struct Names {
     const char* window;
     const char* summary;
@@ -43,7 +43,7 @@ class PlaceList : public QWidget {
   // The last column takes the room that the others leave.
   PlaceList(const Names& names, const QString& title, const QStringList& headings, QWidget* owner);
 
-  // A button before those that are there.
+  // Adds a button before the existing ones.
   QPushButton* AddButton(const char* name, const QString& caption);
   // "Channel 3": with a capital, as a place stands at the start of a line here.
   static QString PlaceTitle(const Place& place);

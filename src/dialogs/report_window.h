@@ -1,4 +1,4 @@
-// Tells at length what a write did to the radio. Stays open beside the main window.
+// Reports at length what a write did to the radio. Stays open beside the main window.
 #pragma once
 
 #include <QDialog>

@@ -23,11 +23,11 @@ struct DocumentChange {
   // They came from the radio: the grid places their texts by its headings, and not in stored order.
   bool as_read = false;
   bool special_channels = false;  // of the shown band, with the choice of the band
-  bool settings = false;          // by the program; what a control itself has set is there already
+  bool settings = false;          // by the program; a control already shows what it has set itself
   bool dial = false;              // the same
   bool model = false;             // or version
-  bool anew = false;              // New, or another model: the data came from no file
-  bool edit = false;              // by the user, and one that counts
+  bool anew = false;              // New, or another model: the data does not come from a file
+  bool edit = false;              // by the user, and counts as a change
 };
 inline constexpr DocumentChange kEverything = {
     .last_channel = kMemoryChannelCount - 1,
@@ -72,7 +72,7 @@ class CloneDocument {
 
   // Both flags. The last channel, D9, is dropped.
   void InsertChannel(int n);
-  // Both flags. The channels behind move up; D9 keeps stale fields, out of use (intended).
+  // Both flags. The channels after it move up; D9 keeps stale fields, out of use (intended).
   void DeleteChannel(int n);
   // Both flags.
   void ClearChannel(int n);

@@ -10,7 +10,8 @@
 namespace q40 {
 namespace {
 
-// Of the fields that the repeater-access row does not carry, the option groups: no option is set.
+// The option groups among the fields that the repeater-access row does not carry: none of their
+// options is set.
 constexpr Field kUnsetInRepeaterRow[] = {Field::kStep, Field::kPower,       Field::kMid,
                                          Field::kAtt,  Field::kBatterySave, Field::kBandwidth};
 // Check boxes that are unticked in it on opening.

@@ -16,7 +16,7 @@ struct DialogValues {
   // By field: the option of a group, the item of a list, or 0 / 1 for a check box.
   std::array<int, kFieldCount> choice{};
   std::string mhz;       // frequency before the point
-  std::string fraction;  // and behind it
+  std::string fraction;  // and after it
   std::string offset_mhz;
   std::string offset_fraction;
   std::string name;

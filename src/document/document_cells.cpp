@@ -112,7 +112,7 @@ class CellList {
     cells_.push_back({std::move(place), std::move(name), std::move(value)});
   }
 
-  // What is left of a byte beside its control. The start channel follows from other cells.
+  // What a byte holds beyond its control. The start channel follows from other cells.
   void AddCarriedByte(SettingsByte byte, const SettingsLines& lines) {
     const bool shared = byte.field != nullptr && byte.field->rule == SettingRule::kBit6;
     if (byte.IsStartChannel() || (byte.field != nullptr && !shared)) return;

@@ -19,8 +19,8 @@ struct CellDifference {
 };
 
 // The cells whose values differ, in the order of the document. Channels that are not in use have empty
-// cells, as in the grids; what they still hold is one cell more, and between a channel in use and one
-// that is not it is no difference of its own. What only follows from other cells is no cell.
+// cells, as in the grids. What they still hold is one more cell, which is not compared between a
+// channel in use and one that is not. What only follows from other cells is not a cell.
 std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b);
 // Those that lie in one unit.
 std::vector<CellDifference> DifferencesAt(Unit unit, const CloneData& a, const CloneData& b);

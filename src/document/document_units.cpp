@@ -40,7 +40,7 @@ std::string Joined(const std::optional<ChannelLines>& lines) {
   return lines ? std::string(lines->Joined()) : std::string();
 }
 
-// Whether `a` with some bytes of `b` is another document, or none that can be read.
+// Whether `a` with some bytes of `b` gives another document, or one that cannot be read.
 bool Shows(const UnitData& a, const UnitData& b, const CloneData& document_a, std::size_t first,
            std::size_t count) {
   UnitData mixed = a;

@@ -15,7 +15,7 @@ constexpr std::size_t kMhzDigits = 3;
 bool IsIn(char c, std::string_view list) { return list.find(c) != std::string_view::npos; }
 bool IsPoint(char c) { return IsIn(c, ".,"); }
 
-// Digits behind the point in units of 100 Hz, 0..9999.
+// Digits after the point in units of 100 Hz, 0..9999.
 int FractionUnits(std::string_view text) {
   int units = 0;
   int digits = 0;

@@ -36,7 +36,7 @@ struct PastedFrequency {
 };
 std::optional<PastedFrequency> WholeFrequency(std::string_view text);
 
-// What is typed or pasted behind the point, without the point that somebody may put first.
+// What is typed or pasted after the point, without the point that somebody may put first.
 std::string_view WithoutPoint(std::string_view text);
 
 // Counts the keys typed into an MHz field and says when the cursor should jump to the fraction:
@@ -63,8 +63,8 @@ struct TunedFraction {
   std::string digits;  // four digits
   int step;            // index of the step that goes with it: 0 (5 kHz) or 2 (12.5 kHz)
 };
-// The nearest lower multiple of 5 kHz or 12.5 kHz; 5 kHz wins where both fit. `text` is what stands
-// behind the point: "5" is 0.5000 MHz, further digits than four are cut off.
+// The nearest lower multiple of 5 kHz or 12.5 kHz; 5 kHz wins where both fit. `text` is what
+// follows the point: "5" is 0.5000 MHz, digits after the fourth are cut off.
 TunedFraction TuneFraction(std::string_view text);
 
 // The same for a whole frequency: the integer part stays.
@@ -74,7 +74,7 @@ struct TunedFrequency {
 };
 TunedFrequency TuneFrequency(std::string_view text);
 
-// What stands before and behind the point of a frequency text, without the star of a skipped
+// What stands before and after the point of a frequency text, without the star of a skipped
 // channel.
 std::string WholeMhz(std::string_view frequency_text);
 std::string FractionDigits(std::string_view frequency_text);

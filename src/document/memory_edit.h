@@ -7,10 +7,10 @@
 
 namespace q40 {
 
-// Makes room at n: n and everything behind it moves one place back. What was in D9 is dropped.
+// Makes room at n: n and everything after it moves one place back. What was in D9 is dropped.
 void InsertMemoryChannel(CloneImage& image, int n);
 
-// Closes the gap at n: everything behind it moves one place forward. D9 becomes unused, but keeps
+// Closes the gap at n: everything after it moves one place forward. D9 becomes unused, but keeps
 // its cells from MID on (intended): nothing shows them, they are carried along.
 void DeleteMemoryChannel(CloneImage& image, int n);
 

@@ -27,7 +27,7 @@ struct ListedChannel {
   bool operator==(const ListedChannel&) const = default;
 };
 
-// Something in a list that is not stored as it is written, or not stored at all.
+// Something in a list that is not stored as written, or not stored at all.
 struct ImportNote {
   int line = 0;      // on which the record begins, counted from 1
   std::string item;  // heading of its column, "FREQUENCY"; empty: the record as a whole
@@ -39,7 +39,7 @@ struct ImportNote {
 };
 inline constexpr std::size_t kNotesListed = 1000;
 
-// What became of a list. The image is as prescribed whatever the notes say; they only tell.
+// What became of a list. The notes only inform; the image does not depend on them.
 struct ImportReport {
   // Line of the record that set a channel, 0 when none did; of two records the later one.
   std::array<int, kMemoryChannelCount> imported{};

@@ -15,10 +15,10 @@ inline constexpr std::string_view kNoName = "No";  // of a special channel
 
 constexpr std::string_view BankOf(Band band) { return band == Band::kVhf ? "VFO VHF" : "VFO UHF"; }
 
-// Headings of the three items in front.
+// Headings of the first three items.
 inline constexpr std::array<std::string_view, 3> kFirstHeadings = {"MODEL", "BANK", "CHANNEL"};
 
-// Behind them the fields of a channel, in the order of kCsvOrder.
+// After them, the fields of a channel in the order of kCsvOrder.
 inline constexpr std::size_t kRecordItems = kFirstHeadings.size() + kCsvOrder.size();
 
 }  // namespace q40

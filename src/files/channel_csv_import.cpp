@@ -12,7 +12,7 @@
 namespace q40 {
 namespace {
 
-// What stands behind the channel, with the lines.
+// The items after the channel, with their lines.
 struct Items {
   std::array<std::string, kCsvOrder.size()> text;
   std::array<int, kCsvOrder.size()> line{};
@@ -45,8 +45,8 @@ std::string DoubtText(Field field, std::string_view item, ChannelKind kind,
   return StoredAs(field == Field::kName ? Quoted(text) : text, item);
 }
 
-// The number of a memory channel, 0..209. "D7" is 207: only the last character counts. The star of
-// a skipped channel and a fraction of zeros may stand around a number, nothing else.
+// The number of a memory channel, 0..209. "D7" is 207: only the last character counts. A number may
+// have the star of a skipped channel before it and a fraction of zeros after it, nothing else.
 std::optional<int> MemoryChannelOf(std::string_view item) {
   item = Trimmed(WithoutStar(Trimmed(item)));
   if (item.starts_with('D')) {
@@ -101,7 +101,7 @@ class Importer {
     return std::move(image_);
   }
   ImportReport Report() {
-    if (items_.UnclosedLine() != 0) {  // nothing was stored, so that the notes would not be true
+    if (items_.UnclosedLine() != 0) {  // nothing was stored, so the notes would not be true
       report_ = {};
       report_.unclosed_quote_line = items_.UnclosedLine();
     } else if (report_.memory_records + report_.special_records == 0) {
@@ -139,7 +139,7 @@ class Importer {
 
   // ---- what belongs to no record
 
-  // Lines of other things are told of together.
+  // Lines that belong to no record share one note.
   void Foreign(std::string_view item) {
     const int line = items_.Line();
     if (item == kFirstHeadings.front()) settled_line_ = line;  // the header
@@ -172,8 +172,8 @@ class Importer {
     settled_line_ = items_.Line();
   }
 
-  // One record behind its MODEL item. Every return leaves the reader where the next MODEL item may
-  // follow.
+  // The rest of a record after its MODEL item. Every return leaves the reader where the next MODEL
+  // item may follow.
   void Record() {
     line_ = items_.Line();
     channel_.reset();
@@ -274,7 +274,7 @@ class Importer {
         EffectivelyPresent(set, present, k) ? set[static_cast<std::size_t>(k)] : ChannelRecord();
     Columns doubtful = TakeItems(items, ChannelKind::kSpecial, k == kRptRow, record);
     const bool in_use = k < kPhRow || record.Frequency() != 0;
-    // Of a PH or PL without a frequency nothing is stored, and no frequency means just that.
+    // Nothing of a PH or PL without a frequency is stored, and an empty frequency means just that.
     if (!in_use) doubtful &= Columns(Trimmed(items.text.front()).empty() ? 0U : 1U);
     TellDoubts(doubtful, items, record);
     if (!in_use) record = {};  // as clearing PH or PL leaves it

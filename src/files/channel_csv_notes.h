@@ -23,8 +23,8 @@ std::string StoredAs(std::string_view stored, std::string_view written);
 // Lines in the middle of an item that begin as records do: its quote was closed too late.
 int RecordsInside(std::string_view item);
 
-// Why a text in which no channel was found is none of a channel list. `told` whether that explains
-// all else that there is to say about it.
+// Why a text in which no channel was found is not a channel list. `told`: whether that explains
+// everything else that there is to say about it.
 struct NoList {
   std::string why;
   bool told = false;

@@ -69,7 +69,7 @@ bool SameWord(std::string_view a, std::string_view b) {
                     [](char x, char y) { return LowerCase(x) == LowerCase(y); });
 }
 
-// The unit that may stand behind a number; no value for columns of words alone.
+// The unit that may follow a number; no value for columns of words alone.
 std::optional<std::string_view> UnitOf(Field field) {
   switch (field) {
     case Field::kFrequency:
@@ -86,7 +86,7 @@ std::optional<std::string_view> UnitOf(Field field) {
 }
 
 // Whether a text is this number and nothing else, apart from a unit. Here a comma is as good as a
-// point: 145,5000 was read as 145 and is no mistake if that says the same.
+// point: 145,5000 was read as 145, which is no mistake if it means the same.
 bool IsNumber(std::string_view text, std::int64_t number, std::string_view unit) {
   constexpr std::size_t kDecimals = 4;
   const std::size_t end = std::min(text.find_first_not_of("+-.,0123456789"), text.size());

@@ -28,10 +28,10 @@ namespace q40 {
 
 inline constexpr std::size_t kCloneLineCount = 456;
 inline constexpr std::size_t kCloneLineLength = 32;
-// 456 proper lines never take more, so whatever lies behind need not be read.
+// 456 proper lines never take more, so whatever follows need not be read.
 inline constexpr std::size_t kLongestCloneFile = kCloneLineCount * (kCloneLineLength + 2);
 
-// The lines of a file that has as many and as long ones as it must. Indexed from 0.
+// The lines of a file, whose number and lengths are right. Indexed from 0.
 struct CloneLines {
   std::array<char, kCloneLineCount * kCloneLineLength> text{};
   [[nodiscard]] std::string_view Line(std::size_t index) const {
@@ -57,16 +57,16 @@ std::vector<UnitData> StoredUnits(const CloneLines& lines);
 struct OpenResult {
   std::optional<FileProblem> problem;
   // The file is of another model, so the document was reset to that model's defaults. May be true
-  // beside a problem: the end line is checked only after the model was selected (intended).
+  // together with a problem: the end line is checked only after the model was selected (intended).
   bool model_changed = false;
   // Of a file that was opened: the first character of a hexadecimal line that is no digit, if there
-  // is one. Worth knowing, no reason to refuse the file.
+  // is one. Worth knowing, but no reason to refuse the file.
   std::optional<FileProblem> odd_digit;
 };
 
-// Opens a clone file. A file that is refused for its
-// lines or its header leaves the data untouched; one with a bad end line or with a channel that
-// cannot be decoded leaves the model and VersionA of its header behind, and nothing else.
+// Opens a clone file. A file that is refused for its lines or its header leaves the data untouched;
+// one with a bad end line or with a channel that cannot be decoded leaves the model and VersionA of
+// its header behind, and nothing else.
 OpenResult OpenCloneFile(const std::string& path, CloneData& document);
 // The same from a text. `path` only names the file in the problem.
 OpenResult OpenCloneText(std::string_view text, const std::string& path, CloneData& document);

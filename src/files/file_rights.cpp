@@ -29,7 +29,7 @@ bool KeepAccessList(FileSystem& system, const FileRights& old, std::FILE* file,
 }
 
 // In another group the old members are others, and others become members: both get what both had.
-// With a list, what others had says nothing of those whom it names.
+// With an access list, what others had says nothing about those whom the list names.
 std::uint32_t ModeFor(const FileRights& fresh, const FileRights& old) {
   std::uint32_t mode = old.mode;
   if (fresh.owner != old.owner) mode &= ~kSetUser;

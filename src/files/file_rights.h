@@ -9,9 +9,9 @@
 namespace q40 {
 
 // Gives the open file `path` owner, group and permissions of an old one, as far as the program may:
-// root keeps the owner, a member keeps the group. What it may not keep is no failure, but then nobody
-// gets in who could not before. False, with the reason in errno, when the rights cannot be kept
-// although the file system knows them.
+// root keeps the owner, a member keeps the group. Rights that it may not keep are no failure, but
+// nobody gets in who could not before. False, with the reason in errno, when the rights cannot be
+// kept although the file system knows them.
 bool KeepRights(FileSystem& system, const FileRights& old, std::FILE* file,
                 const std::string& path);
 

@@ -9,7 +9,7 @@
 
 namespace q40 {
 
-// Whose a file is, and who may do what with it, as the system counts them.
+// Who owns a file, and who may do what with it, as the system counts it.
 struct FileRights {
   std::uint32_t owner = 0;
   std::uint32_t group = 0;
@@ -39,7 +39,7 @@ class FileSystem {
   virtual bool Close(std::FILE* file);
   // Size in bytes, -1 on failure.
   virtual std::int64_t Size(const std::string& path);
-  // Rights, and changing them while the file is open. On a system without them nothing is done.
+  // Rights, and changing them while the file is open.
   virtual bool Rights(const std::string& path, FileRights& rights);
   virtual bool SetOwner(std::FILE* file, std::uint32_t owner, std::uint32_t group);
   virtual bool SetAccessList(std::FILE* file, const std::string& list);
@@ -55,7 +55,7 @@ class FileSystem {
 FileSystem& SystemFiles();
 // The same, but its Rename replaces nothing (EEXIST), not even a file that has just appeared.
 FileSystem& NewFilesOnly();
-// That Rename on a file system that cannot do it in one step: looks first, then renames.
+// That Rename for a file system that cannot do it in one step: looks first, then renames.
 bool RenameWhereNothingIs(const std::string& from, const std::string& to);
 
 }  // namespace q40

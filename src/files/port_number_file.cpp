@@ -49,7 +49,7 @@ void PortNumberFile::Write(int number) const {
   std::error_code error;
   if (!IsInstalled(program_folder_) &&
       !WriteFile(PathIn(program_folder_), PortNumberText(number))) {
-    fs::remove(PathIn(user_folder_), error);  // it would count, and grow old
+    fs::remove(PathIn(user_folder_), error);  // it would win, and go out of date
     return;
   }
   fs::create_directories(user_folder_, error);

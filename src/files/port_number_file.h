@@ -21,7 +21,7 @@ int PortNumberIn(std::string_view text);
 std::string PortNumberText(int number);
 
 // Where the number is kept: in the program's folder, or, when that cannot be written or the program
-// is an installed one, in a folder of the user's. The user's file counts when there is one.
+// is an installed one, in a folder of the user's. The user's file wins when there is one.
 class PortNumberFile {
  public:
   PortNumberFile(std::string program_folder, std::string user_folder)

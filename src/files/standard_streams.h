@@ -1,5 +1,5 @@
-// Standard input, output and error of a program, and the paths that name streams which are open
-// already.
+// Standard input, output and error of a program, and the paths that name streams which are already
+// open.
 #pragma once
 
 #include <cstdio>
@@ -10,7 +10,7 @@ namespace q40 {
 
 // A program may be started with some of them closed. The next file it opens would then get their
 // number, and messages would be written into it. Opens those that are closed on the null device,
-// the wrong way round: to use one is an error, as it would be of a closed one. First thing in main.
+// the wrong way round: using one is an error, as with a closed one. Call it first in main.
 void OpenStandardStreams();
 
 // The file that a path stands for when it is a symbolic link, also one whose target does not exist

@@ -159,7 +159,7 @@ std::optional<FileProblem> FileReplacement::Store(std::string_view content) {
 }
 
 std::optional<FileProblem> FileReplacement::Commit(std::string_view content) {
-  // First, so that nobody reads the content who may not.
+  // First, so that nobody can read the content who must not.
   if (old_ && !KeepRights(system_, *old_, file_, temporary_)) {
     return Failed("keep its access rights");
   }

@@ -15,8 +15,8 @@ namespace q40 {
 [[nodiscard]] std::optional<FileProblem> ReadFile(const std::string& path, std::size_t limit,
                                                   std::string& content);
 
-// The same for a program that its user lets wait. The path may also be a pipe, name a stream that is
-// open already, or be "-" for standard input.
+// The same for a program that may wait for its input. The path may also be a pipe, name a stream
+// that is open already, or be "-" for standard input.
 [[nodiscard]] std::optional<FileProblem> ReadInput(const std::string& path, std::size_t limit,
                                                    std::string& content);
 // What messages call such a path.

@@ -10,8 +10,8 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlockAcknowledged = "\r\nOK\r\n";
 
-// No reply is longer than 79 characters. A device that keeps talking is not listened to beyond this:
-// what it says can never become a reply, and reading it would only keep the processor busy.
+// No reply is longer than 79 characters. After this many a device that keeps talking is ignored: what
+// it says can never become a reply, and reading it would only keep the processor busy.
 constexpr std::size_t kLongestReply = 4096;
 
 constexpr std::size_t kShortestAnswer = 5;   // of a command with LF, beyond the command itself
@@ -94,7 +94,8 @@ std::string Link::Exchange(std::string_view command) {
   return reply_.size() < kLongestReply && complete(reply_) ? reply_ : std::string(kNoReply);
 }
 
-// Everything has been moved: also somebody who wants to stop wants the radio to leave its clone mode.
+// Everything has been moved: even somebody who wants to stop wants the radio to leave its clone
+// mode.
 void Link::TxEnd() {
   Exchange(kEndCommand);
   Wait(kPauseMs);

@@ -1,6 +1,6 @@
-// What comes back from the radio: the form that each reply must have, and what to say of one that
-// has another. A reply counts by its length, and an acknowledgement by its end; everything else about
-// it is only worth telling.
+// What comes back from the radio: the form that each reply must have, and what to say about one
+// that has another form. A reply counts by its length, and an acknowledgement by its end;
+// everything else about it is only worth reporting.
 #pragma once
 
 #include <span>
@@ -14,7 +14,7 @@ struct ReplyForm {
   std::size_t length;
   // What is said of a reply without the OK at its end; empty where none is needed.
   std::string_view refusal;
-  bool has_data = false;  // 64 digits behind the echo
+  bool has_data = false;  // 64 digits after the echo
 
   [[nodiscard]] bool Fits(std::string_view reply) const;
 };

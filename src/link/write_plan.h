@@ -1,5 +1,5 @@
-// What a write sends. It is made, and looked through, before the first byte goes out: data that is
-// none is refused while the radio is still as it was.
+// What a write sends. It is made and checked before the first byte goes out, so that bad data is
+// refused while the radio is still unchanged.
 #pragma once
 
 #include <optional>
@@ -23,7 +23,7 @@ struct BadUnit {
   std::string where;  // "settings area 1"
   std::string why;
 };
-// The first one whose digits are no 64 hexadecimal digits.
+// The first one whose digits are not 64 hexadecimal digits.
 std::optional<BadUnit> FirstBadUnit(const WritePlan& plan);
 
 }  // namespace q40

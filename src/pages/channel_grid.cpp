@@ -113,7 +113,7 @@ void ChannelGrid::SelectRow(int row) {
   scrollTo(index, EnsureVisible);
 }
 
-// What the dialog edits is what the next command is for.
+// The next command is for the row that the dialog edits.
 void ChannelGrid::Open(int index) {
   SelectRow(index + 1);
   emit openRequested(CurrentRow());
@@ -148,7 +148,7 @@ void ChannelGrid::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (!hasFocus()) return;
   constexpr int kWidth = 2;
-  constexpr int kLeftWidth = 1;  // the texts of the first column begin right behind it
+  constexpr int kLeftWidth = 1;  // the texts of the first column begin right after it
   const QRect all = viewport()->rect();
   const QRegion inside = all.adjusted(kLeftWidth, kWidth, -kWidth, -kWidth);
   QPainter painter(viewport());
@@ -162,7 +162,7 @@ void ChannelGrid::scrollContentsBy(int dx, int dy) {
   if (hasFocus()) viewport()->update();
 }
 
-// Beside the cells too: it opens the current row.
+// Even beside the cells: it opens the current row.
 void ChannelGrid::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   if (indexAt(event->position().toPoint()).isValid()) {
@@ -171,7 +171,7 @@ void ChannelGrid::mouseDoubleClickEvent(QMouseEvent* event) {
   emit openRequested(CurrentRow());
 }
 
-// A text that its column cuts off can be read in a tool tip, behind what the cell may have to say
+// A text that its column cuts off can be read in a tool tip, after whatever the cell has to say
 // about its heading.
 bool ChannelGrid::viewportEvent(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);

@@ -15,7 +15,7 @@ class ChannelGrid final : public QTableView {
 
   [[nodiscard]] ChannelGridModel& cells() { return *model_; }
 
-  // The current row from 1 on, as the row titles count. There always is one.
+  // The current row, counted from 1. There always is one.
   [[nodiscard]] int CurrentRow() const { return currentIndex().row() + 1; }
   // Makes a row current, selects it and scrolls until it is visible.
   void SelectRow(int row);

@@ -53,7 +53,7 @@ SettingsPage1::SettingsPage1(QWidget* special_channels, QWidget* parent) : Setti
   layout->addWidget(special_channels);
   layout->addLayout(buttons);
   layout->addStretch();
-  // As the eye goes: the grid with its button stands above the clone buttons.
+  // In reading order: the grid with its button stands above the clone buttons.
   QWidget* last = optBand_->button(1);
   for (const char* name : {"MSFlexGrid2", "cmdClear", "cmbRxData1"}) {
     auto* next = findChild<QWidget*>(QLatin1String(name));

@@ -45,7 +45,7 @@ SpecialChannels::SpecialChannels(const CloneImage& image, QWidget* parent)
   layout->addLayout(buttons);
 }
 
-// Five rows are five rows: what the heading and, where the columns are wider than the window, a
+// Exactly five rows high, plus what the heading and, where the columns are wider than the window, a
 // scroll bar leave for them.
 void SpecialChannels::FitHeight() {
   const QScrollBar& bar = *grid_->horizontalScrollBar();

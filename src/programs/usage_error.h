@@ -1,5 +1,5 @@
-// What is wrong with a command line, in one line for people: the parser's own words do not name the
-// command, nor what to do next.
+// What is wrong with a command line, in one line for people: the parser's own words name neither
+// the command nor what to do next.
 #pragma once
 
 #include <string>

@@ -103,7 +103,7 @@ std::optional<PortProblem> DeviceGuard::Take(const std::string& device) {
   } else if (flock(handle_, LOCK_EX | LOCK_NB) != 0) {
     problem = OpenProblem(device, errno);
   } else if (IsExclusive(handle_) || held) {
-    problem = Busy(device, lock);  // the system lets the administrator open it all the same
+    problem = Busy(device, lock);  // the system lets the administrator open it nevertheless
   }
   if (problem) Release();
   return problem;

@@ -23,7 +23,7 @@ constexpr seconds kTimeToWrite{30};
 // The clocks of files and processes need not agree to the second.
 constexpr seconds kClockMargin{2};
 
-// As much as is worth knowing: anybody may have put anything there.
+// As much as is worth reading: anybody may have put anything there.
 std::string Text(const fs::path& path) {
   constexpr std::size_t kEnough = 4096;
   std::string text(kEnough, '\0');
@@ -33,13 +33,13 @@ std::string Text(const fs::path& path) {
   return text;
 }
 
-// How long ago a file was written; not at all when it is gone.
+// How long ago a file was written; no value when it is gone.
 seconds AgeOf(const std::string& path) {
   struct stat status {};
   return seconds(stat(path.c_str(), &status) == 0 ? std::time(nullptr) - status.st_mtime : 0);
 }
 
-// What the system tells of a process. Nothing of it need be known.
+// What the system tells about a process. Any of it may be unknown.
 class Process {
  public:
   explicit Process(pid_t pid) : pid_(pid), folder_(fs::path("/proc") / std::to_string(pid)) {}

@@ -131,7 +131,7 @@ class SerialPort::Device {
     return false;
   }
 
-  // The guard could open it, so it is there, permitted and free: what is left is the lock file.
+  // The guard could open it, so it exists, is permitted and free: only the lock file is left.
   bool FailOpen() {
     const std::string reason = serial_.errorString().toStdString();
     return Fail(serial_.error() == QSerialPort::PermissionError ? LockProblem(name_, reason)

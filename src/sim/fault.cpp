@@ -43,7 +43,7 @@ bool ParseNumber(std::string_view text, int& number) {
          number <= kLargestNumber;
 }
 
-// The part of `text` behind `separator`, which is cut off with it.
+// The part of `text` after `separator`; both are cut off.
 std::optional<std::string_view> CutBehind(std::string_view& text, char separator) {
   const auto at = text.find(separator);
   if (at == std::string_view::npos) return std::nullopt;

@@ -22,7 +22,7 @@ enum class FaultKind : unsigned char {
   kEchoOnly,       // echo-only: the echo comes, the answer does not
   kNoEcho,         // no-echo: the answer comes, the echo does not
   kBadEcho,        // bad-echo: one character of the echo is another
-  kShort,          // short: an answer of one character too few
+  kShort,          // short: an answer with one character too few
   kLong,           // long: one too many
   kNonHex,         // non-hex=N: "ZZ" in byte N of the data (0)
   kNotGood,        // ng: "NG" instead of "OK"

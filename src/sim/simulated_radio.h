@@ -3,7 +3,7 @@
 //
 // Every byte comes back as an echo, then the answer follows. A line that ends with CR LF is a
 // 32-byte command, one that ends with CR alone a 16-byte command; since both may read alike, the
-// radio decides by whether an LF follows its CR within the time that a character takes on the wire.
+// radio decides by whether an LF follows the CR within the time that a character takes on the wire.
 // Further LFs are echoed and ignored.
 #pragma once
 

@@ -28,7 +28,7 @@ bool InsideTheWindow(const QFocusEvent& event) {
 
 }  // namespace
 
-// Where every change passes, however it came, before it is seen.
+// Every change passes here, wherever it comes from, before it is seen.
 class FilteredEdit::Gate final : public QValidator {
  public:
   explicit Gate(FilteredEdit& edit) : QValidator(&edit), edit_(edit) {}

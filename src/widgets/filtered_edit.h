@@ -33,10 +33,10 @@ class FilteredEdit : public QLineEdit {
   void SetRepair(Repair repair) { repair_ = std::move(repair); }
   void SetLongest(int longest) { longest_ = longest; }
   [[nodiscard]] int longest() const { return longest_; }
-  // Shows a text of the program's, cut to the longest, but neither filtered nor repaired.
+  // Shows a text that the program sets: cut to the longest, but neither filtered nor repaired.
   void ShowText(const QString& text);
-  // The user has come here and has not gone on to another control, although the keyboard may be with
-  // the menu or another window.
+  // The user has come here and has not gone on to another control, even if the keyboard is with the
+  // menu or another window meanwhile.
   [[nodiscard]] bool IsEntered() const { return hasFocus() || away_; }
 
  signals:

@@ -21,7 +21,7 @@ bool Presses(int key) {
 }  // namespace
 
 // X11 repeats a key by releasing and pressing it in the same moment; the toolkit marks that as a
-// repetition only if both events have arrived when it looks. Nobody is as quick with a finger.
+// repetition only if both events have arrived when it looks. No finger is that quick.
 bool HeldKeys::Repeats(const QKeyEvent& press) const {
   constexpr quint64 kSameMomentMs = 2;
   if (press.isAutoRepeat()) return true;

@@ -9,7 +9,7 @@ namespace q40 {
 
 // A held key runs a command once. While it repeats, no shortcut fires, and neither Enter nor the
 // space bar presses anything: the key that has opened a dialog or a question does not answer it.
-// Moving, typing and erasing repeat as ever. For all windows of the program, as long as the object
+// Moving, typing and erasing repeat as usual. For all windows of the program, as long as the object
 // lives.
 class HeldKeys final : public QObject {
  public:

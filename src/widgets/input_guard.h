@@ -1,4 +1,4 @@
-// Keeps the user's hands off the controls of some pages for a while, without greying them.
+// Locks the controls of some pages for a while without greying them.
 // Scrolling, selecting rows and switching tabs stay possible.
 #pragma once
 

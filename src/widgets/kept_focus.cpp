@@ -20,7 +20,7 @@ void KeptFocus::Keep() {
 
 void KeptFocus::Park() {
   if (parked_ || !kept_ || kept_->isEnabled()) return;
-  window_.setFocus();  // and not nowhere: a window that becomes active again would choose a control
+  window_.setFocus();  // not nowhere: a window that becomes active again would choose a control
   parked_ = true;
 }
 

@@ -15,8 +15,8 @@ class OptionGroup final : public QButtonGroup {
 
   // `index` is what checkedId() then gives.
   void Add(QAbstractButton& option, int index);
-  // Chooses without a report; an index that the group does not have leaves no option chosen. A
-  // keyboard focus within the group goes along.
+  // Chooses without the signal of a click; an index that the group does not have leaves no option
+  // chosen. A keyboard focus within the group goes along.
   void Choose(int index);
   // Puts the keyboard focus on the option that Tab reaches, if the group can be used at all.
   void Focus(Qt::FocusReason reason);

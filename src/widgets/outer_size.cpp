@@ -15,14 +15,14 @@ constexpr int kTwips[] = {12370, 8305};
 constexpr int Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
 constexpr QSize kPixels(Pixels(kTwips[0]), Pixels(kTwips[1]));
 
-// The first size is not a whole number of pixels, and is told as it is meant.
+// The first size is not a whole number of pixels; it is stored as it was meant.
 constexpr int Twips(int pixels, int first_twips) {
   return pixels == Pixels(first_twips) ? first_twips : pixels * kTwipsPerPixel;
 }
 
 // With its frame.
 QSize LargestSize(const QWidget& window) {
-  // Offscreen nothing is seen, and so nothing can be outside.
+  // Offscreen nothing is seen, so nothing can be outside.
   if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
     return {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
   }

@@ -19,7 +19,7 @@ class OuterSize final : public QObject {
  public:
   explicit OuterSize(QWidget& window);
 
-  // Sees whether the frame is another one. Comes by itself with the events of the window; not all
+  // Looks whether the frame has changed. Runs by itself on the events of the window, but not all
   // window managers send one.
   void Fit();
   // Where the window is, with its frame, in twips.

@@ -1,6 +1,7 @@
 // Paths between the system, for which they are bytes, and the toolkit, for which they are text.
 //
-// The program keeps paths as the bytes that the system has; a text cannot hold those that are no UTF-8.
+// The program keeps paths as the bytes that the system has; a text cannot hold those that are not
+// UTF-8.
 #pragma once
 
 #include <string>
@@ -19,7 +20,7 @@ namespace q40 {
 [[nodiscard]] QString PlainToolTip(const QString& text);
 
 // The file that the toolkit, or a user of its dialogs, means by a text. In a text each byte that is
-// no UTF-8 has become a replacement character; such a name is looked for in its folder.
+// not UTF-8 has become a replacement character; such a name is looked for in its folder.
 [[nodiscard]] std::string PathBytes(const QString& path);
 [[nodiscard]] std::string PathBytes(const QUrl& local_file);
 

@@ -49,7 +49,7 @@ struct ToolWords {
       commands;  // with the options of `top` that they let through; may be empty
 };
 
-// Throws std::runtime_error when a value has a name of which it is not known what it stands for.
+// Throws std::runtime_error when the name of a value is not known here.
 ToolWords WordsOf(const CLI::App& app);
 
 // The scripts, and a list for checks: "COMMAND OPTION" on a line each.

@@ -33,8 +33,8 @@ void TellNotes(Console& console, const ImportReport& report) {
   if (more > 0) console.Note("and " + std::to_string(more) + " more");
 }
 
-// The last words of an import that was saved. Those that not everything is as written are said in any
-// case.
+// The last words of an import that was saved. That not everything is as written is said even with
+// --quiet.
 int TellResult(Console& console, const ImportReport& report, const std::string& csv,
                const std::string& target) {
   console.Note(std::to_string(report.memory_records) + " memory and " +

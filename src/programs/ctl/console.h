@@ -16,17 +16,17 @@ class Console {
   // terminal, colour only unless NO_COLOR is set.
   Console(std::FILE* out, std::FILE* err);
 
-  // Only errors are said.
+  // Only errors are printed.
   void SetQuiet(bool quiet) { quiet_ = quiet; }
 
   // A result, pushed out at once. False when its stream takes no more.
   bool Result(std::string_view text);
-  // Why: its reader has gone, as `head` does, and has what it wanted; or this.
+  // Why: its reader has gone, as `head` does, having what it wanted; or for this reason.
   [[nodiscard]] bool ReaderIsGone() const { return output_error_ == EPIPE; }
   [[nodiscard]] std::string OutputProblem() const;
   // Whether results can be printed at all; a full disk shows later.
   bool TakesResults();
-  // Messages are of one line; what a terminal would obey is escaped, as in file names.
+  // Messages take one line; what a terminal would obey, as in file names, is escaped.
   // What happens, and what is worth knowing.
   void Note(std::string_view text);
   // What went wrong, and what to try next. Returns `code`, so that a command can end with it.

@@ -66,7 +66,7 @@ Product::~Product() {
 
 std::string Product::Name() const { return path_ == kStandardStream ? "standard output" : path_; }
 
-// Also a broken link is somebody's.
+// Even a broken link belongs to somebody.
 bool Product::Exists() const {
   std::error_code error;
   return !IsStream() && std::filesystem::exists(std::filesystem::symlink_status(path_, error));
