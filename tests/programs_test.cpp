@@ -133,6 +133,10 @@ TEST(Programs, AnotherUsersPortsAndLocks) {
     EXPECT_TRUE(Says(result, words)) << words << '\n' << result.err;
     std::filesystem::remove(name);
   }
+  const std::string elsewhere = "/tmp" + name.substr(name.rfind('/'));  // as older programs do
+  test::Store(elsewhere, me);
+  EXPECT_TRUE(Says(Ctl({"identify", "-p", device}, nobody), "(programs_test, process " + me));
+  std::filesystem::remove(elsewhere);
   EXPECT_EQ(Ctl({"identify", "-p", device}, nobody).code, 0);
 }
 

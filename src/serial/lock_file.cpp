@@ -33,7 +33,7 @@ std::string Text(const fs::path& path) {
   return text;
 }
 
-// How long ago a file was written; no value when it is gone.
+// How long ago a file was written; 0 when it is gone.
 seconds AgeOf(const std::string& path) {
   struct stat status {};
   return seconds(stat(path.c_str(), &status) == 0 ? std::time(nullptr) - status.st_mtime : 0);
