@@ -76,7 +76,10 @@ FIRST = {
     "dialogs/help": [GUI + "Help.*"],
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
-    "app/": [GUI + "Wiring.Every*"],
+    "app/routing": [GUI + "Wiring.Every*"],
+    "app/frm_main": [GUI + "Wiring.*:RadioCommands.*Busy*:*.AnotherModel*:*.NothingRuns*:*.ExitAsks*"],
+    "app/radio_": [GUI + "Commands.*:RadioCommands.Errors*:*.Damaged*:Net.A*:CheckUpTest.*"],
+    "app/": [GUI + "FileCommands.*:Commands.*:CheckUpTest.*:PagesTest.A*:*.StartUp*:*.ThePort*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.
 ROOMS = {
