@@ -208,12 +208,14 @@ TEST_F(Ctl, LintReadsWhatTheFileStores) {
       {kChannel + 2 * 8, "0012", "Shift frequency: The file stores 12.6000 MHz"},
       {kChannel + kLine + 2 * 9, "07", "Power: The file stores 0x07, but it is opened as \"Lo\""},
       {kChannel + kLine + 2, "80", "Name: The file stores 0x0080"},
-      {kRpt + 2 * 8, "0012", "VHF RPT, Shift frequency: The file stores 12.6000 MHz"}};
+      {kRpt + 2 * 8, "0012", "VHF RPT, Shift frequency: The file stores 12.6000 MHz"},
+      {kChannel + 2 * kLine + 2 * 8, "0012", ""}};  // of a channel that is not in use
   for (const auto& [at, digits, words] : cases) {
     std::string changed = text;
     test::Store(path, changed.replace(at, std::strlen(digits), digits));
     const Result lint = Run({"lint", path});
     EXPECT_EQ(lint.code, 1);
+    EXPECT_EQ(lint.out.find("The file stores") == std::string::npos, *words == 0) << lint.out;
     EXPECT_NE(lint.out.find(words), std::string::npos) << words << lint.out;
   }
 }
@@ -234,6 +236,7 @@ TEST_F(Ctl, AFileThatAppearsMeanwhileIsNotReplaced) {
 TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
   const std::string path = Save("a.Q40", FreshData());
   const std::string memory(radio_->memory().raw());
+  EXPECT_EQ(Run({"write", "-p", "1", "--backup", path, path}).code, kExitUsage);
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", "", path}).code, kExitCannotWrite);
   EXPECT_EQ(radio_->memory().raw(), memory);
   Radio({"ng@#234"});

@@ -76,11 +76,8 @@ bool FileSystem::Rights(const std::string& path, FileRights& rights) {
   rights = {status.st_uid, status.st_gid, status.st_mode & 07777U, {}};
   const ssize_t size = getxattr(path.c_str(), kAccessList, nullptr, 0);
   rights.access_list.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-  if (size > 0 && getxattr(path.c_str(), kAccessList, rights.access_list.data(),
-                           rights.access_list.size()) != size) {
-    return false;
-  }
-  return true;
+  return size <= 0 || getxattr(path.c_str(), kAccessList, rights.access_list.data(),
+                               rights.access_list.size()) == size;
 }
 
 bool FileSystem::SetOwner(std::FILE* file, std::uint32_t owner, std::uint32_t group) {

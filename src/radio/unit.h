@@ -79,7 +79,7 @@ class Unit {
     return band == Band::kVhf ? kFirstSpecial : kFirstSpecial + kSpecialChannelCount;
   }
   // VFO, CALL, RPT, PH, PL of VHF, then of UHF: not in the order of the addresses.
-  static constexpr std::array<Address, 2 * kSpecialChannelCount> kSpecialAddress = {
+  static constexpr std::array<Address, kSpecialChannelCount * kBands.size()> kSpecialAddress = {
       0x00C0, 0x0180, 0x01A0, 0x0120, 0x0100, 0x00E0, 0x01C0, 0x01E0, 0x0160, 0x0140};
   explicit constexpr Unit(int place) : place_(place) {}
 
