@@ -40,7 +40,7 @@ void RadioDisplay::Follow(RadioCommands& radio) {
   });
 }
 
-void RadioDisplay::Follow(ServiceCommands& service) {
+void RadioDisplay::Follow(ServiceCommands& service) const {
   using S = ServiceCommands;
   ServicePage& page = at_.pages.service();
   connect(&service, &S::readingChanged, &page, &ServicePage::SetReading);

@@ -32,7 +32,7 @@ class RadioDisplay final : public QObject {
   RadioDisplay(const Parts& parts, QWidget& window);
 
   void Follow(RadioCommands& radio);
-  void Follow(ServiceCommands& service);
+  void Follow(ServiceCommands& service) const;
 
  signals:
   void opened(QWidget& window);  // to be shown
