@@ -27,6 +27,7 @@ TEST_F(Ctl, IdentifyReadDiffWrite) {
 
   const std::string other = Save("other.Q40", FreshData());
   EXPECT_EQ(Run({"write", "-p", "1", other}).code, 0);
+  EXPECT_EQ(Run({"read", "-p", "1", folder_ / "b.Q40"}).code, kExitUsage);
   EXPECT_EQ(Run({"read", "-p", "1", "--force", folder_ / "b.Q40"}).code, 0);
   EXPECT_EQ(Run({"diff", other, folder_ / "b.Q40"}).code, 0);
   EXPECT_EQ(Run({"read", "-p", "1", "--only", "memory", other}).code, 0);

@@ -24,6 +24,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
   const std::pair<std::vector<std::string>, const char*> lines[] = {
       {{}, "a command is missing. See rxq40ctl --help."},
       {{"raed", "-p", "1", "x.Q40"}, "there is no command \"raed\". Did you mean read?"},
+      {{"ixport"}, "there is no command \"ixport\". Did you mean export?"},  // or import
       {{"\x1B[31m\n"}, "there is no command \"\\x1B[31m\\x0A\". See rxq40ctl --help."},
       {{"read", "x.Q40"}, "read: --port is required. See rxq40ctl read --help."},
       {{"read", "--FRCE=1", "x"}, "read: there is no option \"--FRCE\". Did you mean --force?"},

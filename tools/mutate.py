@@ -67,6 +67,7 @@ FIRST = {
     "widgets/option_group": [GUI + "Modify.Each*:Modify.Tab*:PagesTest.TheKeyboard*"],
     "widgets/message_box": [GUI + "FileCommands.WhatCannot*"],
     "widgets/": [GUI + "RadioCommands.TheFocus*:*.TheWindow*:*.OneBusy*"],
+    "pages/grid_columns": ["tables_test"],
     "pages/settings": [GUI + "PagesTest.Every*:*.Dial*:Wiring.EachClick*", GUI + "Wiring.Every*"],
     "pages/service": [GUI + "RadioCommands.Service*"],
     "pages/special": [GUI + "Wiring.The*:Wiring.EachClick*"],
