@@ -14,8 +14,9 @@ TEST_F(Ctl, Dump) {
   radio_->memory().Write(0x0200, "00112233445566778899AABBCCDDEEFF");
   EXPECT_EQ(Run({"dump", "-p", "1", "--first", "20", "--count", "1"}).out,
             "20\t00112233445566778899AABBCCDDEEFF\n");
-  EXPECT_EQ(Run({"dump", "-p", "1", "--first", "0x1fE"}).out,
-            "1FE\t" + std::string(32, 'F') + "\n1FF\t" + std::string(32, 'F') + "\n");
+  const Result end = Run({"dump", "-p", "1", "--first", "0x1fE"});
+  EXPECT_EQ(end.out, "1FE\t" + std::string(32, 'F') + "\n1FF\t" + std::string(32, 'F') + "\n");
+  EXPECT_EQ(end.code, 0);
   EXPECT_EQ(Run({"dump", "-p", "1"}).out.size(), 256U * 36);
 }
 
