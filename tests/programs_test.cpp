@@ -42,7 +42,8 @@ TEST(Programs, ReadEditWriteReadThroughALink) {
     const std::vector<std::string> refused[] = {{"--link", link},  // it is taken
                                                 {"--save", folder / "nowhere/a.Q40"},
                                                 {"--load", folder / "q20.Q40"},
-                                                {"--fault", "nothing"}};
+                                                {"--fault", "nothing"},
+                                                {"--fault", "ng", "ng"}};
     for (const auto& words : refused) EXPECT_EQ(SimulatorProcess(words).device(), "") << words[1];
     EXPECT_EQ(Ctl({"identify", "-p", "7"}, {.environment = {{"RXQ40_COM7", link}}}).out,
               "RX-Q40E version A\n");
