@@ -78,7 +78,7 @@ Navigation::Navigation(const MainPages& pages, QWidget& window)
 }
 
 std::vector<QWidget*> Navigation::Frames() const {
-  return std::vector<QWidget*>(frames_.begin(), frames_.end());
+  return {frames_.begin(), frames_.end()};
 }
 
 QWidget* Navigation::Front() const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstddef>
 #include <span>
 
 #include "base/hex.h"
@@ -116,7 +117,7 @@ bool InsideItsList(Field field, int number) {
 }
 
 template <std::size_t Size>
-void Put(ChannelLines& lines, int byte, const std::array<char, Size>& digits) {
+void Put(ChannelLines& lines, std::ptrdiff_t byte, const std::array<char, Size>& digits) {
   std::copy(digits.begin(), digits.end(), lines.digits.begin() + 2 * byte);
 }
 
