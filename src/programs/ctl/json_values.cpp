@@ -122,22 +122,25 @@ std::string Choices::TypeText() const {
   return text;
 }
 
-std::string Choices::WhyNot(const Json& value) const {
+std::string Choices::ValuesText() const {
   constexpr std::size_t kMostNamed = 16;
-  std::string text = "is none of ";
   if (choices_.size() > kMostNamed) {
-    text += choices_.front().value.dump() + " to " + choices_.back().value.dump();
+    return choices_.front().value.dump() + " to " + choices_.back().value.dump();
   }
+  std::string text;
+  for (const Choice& choice : choices_) text += (text.empty() ? "" : ", ") + choice.value.dump();
+  return text;
+}
+
+std::string Choices::WhyNot(const Json& value) const {
+  std::string text = "is none of " + ValuesText();
+  if (!value.is_string()) return text;
   std::vector<std::string> words;
   for (const Choice& choice : choices_) {
-    if (choices_.size() <= kMostNamed) text += (words.empty() ? "" : ", ") + choice.value.dump();
-    words.push_back(choice.value.is_string() ? choice.value.get<std::string>() : "");
+    if (choice.value.is_string()) words.push_back(choice.value.get<std::string>());
   }
-  if (value.is_string()) {
-    const auto meant = Nearest(value.get<std::string>(), words);
-    if (meant && !meant->empty()) text += "; did you mean " + Quoted(*meant) + "?";
-  }
-  return text;
+  const auto meant = Nearest(value.get<std::string>(), words);
+  return meant ? text + "; did you mean " + Quoted(*meant) + "?" : text;
 }
 
 Json MhzJson(Units100Hz frequency) { return NumberJson(frequency); }

@@ -30,7 +30,9 @@ class Choices {
   [[nodiscard]] bool HasTypeOf(const Json& value) const;
   // "a number", "true or false", "a number or a text"
   [[nodiscard]] std::string TypeText() const;
-  // "is none of "Lo", "Mid", "Hi""
+  // ""Lo", "Mid", "Hi"", or the first and the last of many: "67 to 250.3"
+  [[nodiscard]] std::string ValuesText() const;
+  // "is none of "Lo", "Mid", "Hi"; did you mean "Hi"?"
   [[nodiscard]] std::string WhyNot(const Json& value) const;
 
  private:
