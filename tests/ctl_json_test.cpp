@@ -111,6 +111,14 @@ TEST_F(CtlJson, NothingElseChanges) {
     }
   }
   EXPECT_GT(changed_files, 25);
+  // What does not fit leaves the odd bytes around it alone.
+  EXPECT_EQ(Apply(path, R"j({"Settings": {"Volume": 99, "TOT (sec)": 1}, "UHF CALL": {"MID": 11},
+                            "VHF PL": {"Frequency": 9999}})j")
+                .code,
+            kExitImportedInPart);
+  EXPECT_EQ(made_, before);
+  EXPECT_EQ(Apply(path, "{}").code, 0);
+  EXPECT_EQ(made_, before);
 }
 
 // A text, the exit code, words of a message, and a pointer with its value afterwards.

@@ -186,4 +186,8 @@ std::optional<std::string> BytesOf(const Json& text) {
   return bytes;
 }
 
+std::string ValueText(const Json& value) {
+  return value.is_string() ? Quoted(value.get<std::string>()) : value.dump();
+}
+
 }  // namespace q40

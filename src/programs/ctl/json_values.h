@@ -54,4 +54,7 @@ Json BytesJson(std::string_view bytes);
 // No value for a text with other characters.
 std::optional<std::string> BytesOf(const Json& text);
 
+// For messages: a text in quotes and cut, anything else as it is written.
+std::string ValueText(const Json& value);
+
 }  // namespace q40
