@@ -101,7 +101,7 @@ if(BUILD_WINDOW)
 endif()
 
 # What both packages have. A package alone must do, so the documents and the rule of the cables are in both.
-set(documents docs/clone-file.md docs/csv.md docs/faults.md docs/protocol.md)
+set(documents docs/clone-file.md docs/csv.md docs/faults.md docs/json.md docs/protocol.md)
 foreach(package IN LISTS packages)
   set(doc ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   write_debian_changelog(${package} ${package_files}/${package}.changelog)
@@ -194,7 +194,8 @@ set(CPACK_DEBIAN_RXQ40CTL_PACKAGE_NAME rxq40ctl)
 set(CPACK_DEBIAN_RXQ40CTL_PACKAGE_SUGGESTS rxq40)
 set(CPACK_DEBIAN_RXQ40CTL_DESCRIPTION "clone RX-Q40 handheld radios from the command line
 Reads a Korvex RX-Q40 radio into a clone file and writes it back; shows,
-checks and compares clone files; exports and imports the channel list as CSV.
+checks and compares clone files; exports and imports the channel list as CSV
+and the whole clone as JSON.
 .
 Contains rxq40sim too, a simulated radio behind a pseudo-terminal.")
 include(CPack)

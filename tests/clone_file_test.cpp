@@ -111,11 +111,11 @@ TEST(CloneFile, RefusesWhatIsNotACloneFile) {
       {with(0, "korvex RX-Q40T Clone 0 FileStart"), 1, "not the header of a clone file"},
       {with(0, std::string("Korvex RX-Q40T Clone\0 0 FileStart", 32)), 1, "not the header"},
       {with(455, "Korvex RX-Q40   Clone  File  End"), 456, "not the end line of a clone file"},
-      {with(7, "80000000014500000000600027080000"), 8, "VHF special channel CALL: byte 12"},
+      {with(7, "80000000014500000000600027080000"), 8, "VHF CALL: byte 12"},
       {with(41, "80000000014500000000600008080000").replace(42 * 34 + 30, 2, "0B"), 43,
-       "memory channel 3: byte 31"},
+       "Memory 3: byte 31"},
       {with(453, "80000000014500000000600008080068"), 454,
-       "memory channel D9: byte 15 (RxDCS) holds 0x68"}};
+       "Memory D9: byte 15 (RxDCS) holds 0x68"}};
   for (const auto& [text, line, what] : cases) {
     CloneData document = test::RandomDocument(3);
     document.model = 0;

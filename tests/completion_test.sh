@@ -8,7 +8,7 @@ failed=0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"
-touch mine.Q40 "two words.q40" list.csv notes.txt
+touch mine.Q40 "two words.q40" list.csv notes.txt text.json
 mkdir deep
 
 for program in rxq40ctl rxq40sim; do
@@ -36,7 +36,7 @@ while IFS=';' read -r line expected; do
   failed=1
 done <<'CASES'
 rxq40ctl re;read
-rxq40ctl ;check|diff|dump|export|identify|import|lint|new|ports|read|show|write
+rxq40ctl ;apply|check|diff|dump|export|identify|import|lint|new|ports|read|show|write
 rxq40ctl --v;--version
 rxq40ctl --quiet wr;write
 rxq40ctl read --;--force|--help|--only|--port|--quiet
@@ -51,6 +51,7 @@ rxq40ctl new --model RX-Q40T;RX-Q40T|RX-Q40T1
 rxq40ctl check mine.Q40 mine.Q40 ;CLONES
 rxq40ctl export mine.Q40 ;deep|list.csv
 rxq40ctl import mine.Q40 list.csv -o m;mine.Q40
+rxq40ctl apply mine.Q40 te;text.json
 rxq40ctl dump --first ;
 rxq40sim --load m;mine.Q40
 rxq40sim --version ;0|A

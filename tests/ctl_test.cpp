@@ -262,13 +262,13 @@ TEST_F(Ctl, NewShowCheckDiff) {
   EXPECT_EQ(Run({"check", path}).out, path + ": ok\n");
 
   const auto json = nlohmann::json::parse(Run({"show", "--json", path}).out);
-  EXPECT_EQ(json["model"], "RX-Q40E");
-  EXPECT_EQ(json["versionA"], true);
-  EXPECT_EQ(json["settings"]["Volume"], 15);
-  EXPECT_EQ(json["settings"]["Battery Type"], "Li");
-  EXPECT_EQ(json["access"]["Channel Mode"], false);
-  EXPECT_EQ(json["special"]["UHF"]["VFO"]["Frequency"], "435.0000");
-  EXPECT_TRUE(json["memory"].empty());
+  EXPECT_EQ(json["Radio"], nlohmann::json({{"Model", "RX-Q40E"}, {"Version", "A"}}));
+  EXPECT_EQ(json["Settings"]["Volume"], 15);
+  EXPECT_EQ(json["Settings"]["Battery Type"], "Li");
+  EXPECT_EQ(json["Settings"]["TOT (sec)"], "OFF");
+  EXPECT_EQ(json["Access"]["Channel Mode"], false);
+  EXPECT_EQ(json["UHF VFO"]["Frequency"], 435);
+  EXPECT_EQ(json["Memory D9"], nlohmann::json({{"In use", false}}));
 
   std::string text = test::Content(path);
   text.replace(34 + 10, 2, "14");        // volume 20
@@ -331,14 +331,14 @@ TEST_F(Ctl, Lint) {
   const Result lint = Run({"lint", fresh});
   EXPECT_EQ(lint.code, kExitFindings);
   EXPECT_EQ(lint.out,
-            "channel D1, Frequency: 145.0000 MHz is also the frequency of channel 7; the radio "
+            "Memory D1, Frequency: 145.0000 MHz is also the frequency of channel 7; the radio "
             "keeps both.\n"
-            "channel D1, Name: \"A)\" is read back as \"A(\": \")\" becomes \"(\".\n");
+            "Memory D1, Name: \"A)\" is read back as \"A(\": \")\" becomes \"(\".\n");
   EXPECT_EQ(lint.err, "");
   const auto json = nlohmann::json::parse(Run({"lint", "--json", fresh}).out);
   ASSERT_EQ(json.size(), 2U);
-  EXPECT_EQ(json[1]["place"], "channel D1");
-  EXPECT_EQ(json[1]["field"], "Name");
+  EXPECT_EQ(json[1]["place"], "Memory D1");
+  EXPECT_EQ(json[1]["name"], "Name");
   EXPECT_EQ(json[1]["kind"], "name-lost");
   EXPECT_EQ(json[1]["severity"], "loss");
   EXPECT_EQ(test::Content(fresh), text);

@@ -2,6 +2,7 @@
 //
 // A fence in a document says what it is: "```text clone-lines" and so on, one check a kind below.
 #include <algorithm>
+#include <set>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -10,6 +11,8 @@
 #include "document/defaults.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
+#include "programs/ctl/clone_names.h"
+#include "programs/ctl/json_values.h"
 #include "radio/channel_codec.h"
 #include "radio/name_codes.h"
 #include "radio/settings_codec.h"
@@ -213,6 +216,57 @@ TEST(Documents, NameCodes) {
   EXPECT_EQ(found, 22);
 }
 
+// The row of docs/json.md that describes an item: its section, its name, and where the code has a list of
+// them its type and values. "byte 0x0025 (Volume)" is one of the bytes "byte ADDRESS (NAME)".
+Lines JsonRow(const CloneItem& item) {
+  const auto row = [&](const std::string& name, const Choices* choices = nullptr) {
+    const bool channel = item.kind >= ItemKind::kInUse;
+    return Lines{channel ? "Channels" : item.place, name, choices ? choices->TypeText() : "",
+                 choices ? choices->ValuesText() : ""};
+  };
+  switch (item.kind) {
+    case ItemKind::kCarriedByte: return row("byte ADDRESS");
+    case ItemKind::kOddByte: return row("byte ADDRESS (NAME)");
+    case ItemKind::kDialText: return row("M1 to M9, St");
+    case ItemKind::kOddDialText: return row("NAME stored data");
+    case ItemKind::kSetting: {
+      const Choices choices = Choices::Of(Settings()[item.index]);
+      return row(item.name, &choices);
+    }
+    case ItemKind::kField:
+      if (WordsOf(item.field).empty() && IndexListOf(item.field).empty()) return row(item.name);
+      return row(item.name, &Choices::Of(item.field));
+    default: return row(item.name);
+  }
+}
+
+// The document of the JSON names everything that can be printed, as it is printed, and nothing else.
+TEST(Documents, EveryNameOfTheJson) {
+  std::set<Lines> expected;
+  Lines addresses;
+  for (const CloneItem& item : CloneItems()) {
+    expected.insert(JsonRow(item));
+    if (item.kind == ItemKind::kCarriedByte) addresses.push_back(item.name.substr(5));
+  }
+  std::set<Lines> described;
+  std::string section;
+  for (const std::string& line : LinesOf(test::Content(kFolder + "docs/json.md"))) {
+    if (line.starts_with("### ")) section = line.substr(4);
+    if (!line.starts_with("| `")) continue;
+    const Lines cells = Words(line, '|');
+    ASSERT_EQ(cells.size(), 4U) << line;
+    Lines row = {section, Unquoted(cells[0]), cells[1], cells[2]};
+    if (!expected.contains(row)) row[2] = row[3] = "";  // no list of the code's
+    EXPECT_TRUE(described.insert(row).second) << line;
+  }
+  EXPECT_EQ(described, expected);
+  Lines shown;
+  for (const std::string& line : FenceLines("docs/json.md", "text addresses")) {
+    for (const std::string& word : Words(line, ' ')) shown.push_back(word);
+  }
+  EXPECT_EQ(shown, addresses);
+}
+
 // Digits as they are read and written again, as a frequency and as an offset.
 TEST(Documents, FrequencyAndOffset) {
   constexpr auto kKind = ChannelKind::kMemory;
@@ -349,7 +403,7 @@ TEST_P(Consoles, PrintWhatIsShown) {
 
 INSTANTIATE_TEST_SUITE_P(Documents, Consoles,
                          testing::Values("README.md", "docs/clone-file.md", "docs/csv.md",
-                                         "docs/protocol.md"));
+                                         "docs/json.md", "docs/protocol.md"));
 
 }  // namespace
 }  // namespace q40

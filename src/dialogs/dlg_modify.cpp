@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QShowEvent>
 
+#include "document/value_rules.h"
 #include "widgets/filtered_edit.h"
 #include "widgets/option_group.h"
 
@@ -36,11 +37,6 @@ constexpr std::array<Variant, kSpecialChannelCount> kSpecialVariants = {
      {"Modifi Repeater Access Parameters", "Repeater"},
      {"Modify PH Parameters", "PH"},
      {"Modify PL Channel Parameters", "PL"}}};
-
-// What the repeater-access row does not carry.
-constexpr Field kDisabledInRepeaterRow[] = {Field::kStep,        Field::kAtt,   Field::kRpt,
-                                            Field::kBatterySave, Field::kPower, Field::kMid,
-                                            Field::kBandwidth,   Field::kClock};
 
 // Hint "(UHF: 400.000-511.995MHz)" from the range text "(400.000-511.995MHz)".
 QString Hint(const char* band, std::string_view range) {
@@ -110,18 +106,14 @@ void dlgModify::ShowVariant() {
 
   const bool repeater = RepeaterRow();
   for (QLabel* label : frequency_labels_) label->setEnabled(!repeater);
-  const auto enabled = [&](Field field) {
-    return !repeater ||
-           std::find(std::begin(kDisabledInRepeaterRow), std::end(kDisabledInRepeaterRow), field) ==
-               std::end(kDisabledInRepeaterRow);
-  };
+  const auto enabled = [&](Field field) { return !repeater || ChangesInRepeaterRow(field); };
   for (const Group& group : groups_) {
     group.frame->setEnabled(enabled(group.field));
     for (QAbstractButton* button : group.buttons->buttons()) {
       button->setEnabled(enabled(group.field));
     }
   }
-  Options(Field::kShift).button(kSplitOption)->setEnabled(memory || target_.index < kRptRow);
+  Options(Field::kShift).button(kSplitOption)->setEnabled(OffersSplit(target_.kind, target_.index));
   for (const List& list : lists_) list.box->setEnabled(enabled(list.field));
   for (const Box& box : boxes_) box.box->setEnabled(enabled(box.field));
   for (FilteredEdit* edit : {txtFreq_, txtFreq1_}) {

@@ -4,6 +4,7 @@
 
 #include "base/hex.h"
 #include "document/defaults.h"
+#include "document/document_cells.h"
 #include "files/whole_file.h"
 #include "radio/channel_codec.h"
 #include "radio/models.h"
@@ -13,11 +14,9 @@ namespace q40 {
 namespace {
 
 // Lines counted from 0.
-constexpr std::size_t kHeaderLine = 0;
 constexpr std::size_t kSettingsStart = 1;
 constexpr std::size_t kVhfStart = 5;
 constexpr std::size_t kUhfStart = 15;
-constexpr std::size_t kDialStart = 25;
 constexpr std::size_t kMemoryStart = 35;
 constexpr std::size_t kEndLine = 455;
 
@@ -26,25 +25,15 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 constexpr std::size_t SpecialStart(Band band) { return band == Band::kVhf ? kVhfStart : kUhfStart; }
 
-// The first of the two lines of a unit. The dialer memories are texts in a file, and no digits.
-std::optional<std::size_t> FirstLineOf(Unit unit) {
-  const auto offset = 2 * static_cast<std::size_t>(unit.index());
-  switch (unit.kind()) {
-    case Unit::Kind::kSettings: return kSettingsStart + offset;
-    case Unit::Kind::kSpecial: return SpecialStart(unit.band()) + offset;
-    case Unit::Kind::kMemory: return kMemoryStart + offset;
-    default: return std::nullopt;
-  }
-}
-
 FileProblem BadData(const std::string& path, std::size_t index, std::string what) {
   return {FileProblem::Kind::kBadData, path, static_cast<int>(index) + 1, std::move(what)};
 }
 
 // The record's second line starts with byte 16.
-FileProblem BadRecord(const std::string& path, std::size_t index, const std::string& title,
+FileProblem BadRecord(const std::string& path, std::size_t index, Unit unit,
                       const CodecError& error) {
-  return BadData(path, index + (error.byte >= kBlockSize ? 1 : 0), title + ": " + error.Message());
+  return BadData(path, index + (error.byte >= kBlockSize ? 1 : 0),
+                 ByteAt(unit, 0).place + ": " + error.Message());
 }
 
 std::optional<FileProblem> DecodeSpecialLines(const CloneLines& lines, Band band,
@@ -53,7 +42,7 @@ std::optional<FileProblem> DecodeSpecialLines(const CloneLines& lines, Band band
   for (int k = 0; k < kSpecialChannelCount; ++k) {
     const std::size_t index = SpecialStart(band) + 2 * static_cast<std::size_t>(k);
     if (const auto error = DecodeSpecialChannel(lines.Pair(index), k, set)) {
-      return BadRecord(path, index, Unit::Special(band, k).Name(), *error);
+      return BadRecord(path, index, Unit::Special(band, k), *error);
     }
   }
   SetStoredPresent(image, band, PresentByFrequency(set));
@@ -72,13 +61,13 @@ std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::strin
   }
   ShowBand(image, image.ShownBand);
   for (std::size_t i = 0; i < document.dial.size(); ++i) {
-    const std::string_view padded = lines.Line(kDialStart + i);
+    const std::string_view padded = lines.Line(kFirstDialLine + i);
     document.dial[i] = padded.substr(0, padded.find_last_not_of(kDialPadding) + 1);
   }
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const std::size_t index = kMemoryStart + 2 * static_cast<std::size_t>(n);
     if (const auto error = DecodeMemoryChannel(lines.Pair(index), n, image)) {
-      return BadRecord(path, index, Unit::Memory(n).Name(), *error);
+      return BadRecord(path, index, Unit::Memory(n), *error);
     }
   }
   return std::nullopt;
@@ -86,7 +75,7 @@ std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::strin
 
 std::optional<FileProblem> FirstOddDigit(const CloneLines& lines, const std::string& path) {
   for (std::size_t index = kSettingsStart; index < kEndLine; ++index) {
-    if (index >= kDialStart && index < kMemoryStart) continue;
+    if (index >= kFirstDialLine && index < kMemoryStart) continue;
     const std::string_view line = lines.Line(index);
     const auto odd = std::find_if(line.begin(), line.end(), [](char c) { return !IsHexDigit(c); });
     if (odd == line.end()) continue;
@@ -123,10 +112,9 @@ bool AppendChannels(std::string& text, const CloneImage& image, Band band) {
 
 // A text that is longer than a line is not cut. One with a line end in it would make a file that
 // nobody can open.
-bool AppendDialText(std::string& text, std::string padded) {
-  if (padded.find_first_of(kLineEnd) != std::string::npos) return false;
-  if (padded.size() < kCloneLineLength) padded.resize(kCloneLineLength, kDialPadding);
-  AppendLine(text, padded);
+bool AppendDialText(std::string& text, const std::string& dial) {
+  if (dial.find_first_of(kLineEnd) != std::string::npos) return false;
+  AppendLine(text, DialLine(dial));
   return true;
 }
 
@@ -160,6 +148,28 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
     text.remove_prefix(text.starts_with(kLineEnd) ? 2 : std::min<std::size_t>(1, text.size()));
   }
   return std::nullopt;
+}
+
+std::optional<std::size_t> FirstLineOf(Unit unit) {
+  const auto offset = 2 * static_cast<std::size_t>(unit.index());
+  switch (unit.kind()) {
+    case Unit::Kind::kSettings: return kSettingsStart + offset;
+    case Unit::Kind::kSpecial: return SpecialStart(unit.band()) + offset;
+    case Unit::Kind::kMemory: return kMemoryStart + offset;
+    default: return std::nullopt;
+  }
+}
+
+std::string CloneTextOf(const CloneLines& lines) {
+  std::string text;
+  text.reserve(kLongestCloneFile);
+  for (std::size_t i = 0; i < kCloneLineCount; ++i) AppendLine(text, lines.Line(i));
+  return text;
+}
+
+std::string DialLine(std::string text) {
+  if (text.size() < kCloneLineLength) text.resize(kCloneLineLength, kDialPadding);
+  return text;
 }
 
 std::vector<UnitData> StoredUnits(const CloneLines& lines) {

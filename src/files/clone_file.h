@@ -50,6 +50,17 @@ struct CloneLines {
 [[nodiscard]] std::optional<FileProblem> SplitCloneText(std::string_view text,
                                                         const std::string& path, CloneLines& lines);
 
+// The line in which a unit begins; it takes this one and the next. No value for the dialer memories,
+// which are texts in a file.
+std::optional<std::size_t> FirstLineOf(Unit unit);
+inline constexpr std::size_t kHeaderLine = 0;
+inline constexpr std::size_t kFirstDialLine = 25;
+
+// The lines as a file has them.
+std::string CloneTextOf(const CloneLines& lines);
+// Dialer text in a line of its own, when it is not longer than one.
+std::string DialLine(std::string text);
+
 // The settings and channels of a file as the radio's units, in the order of the wire. The dialer
 // memories, texts in a file, are none of them.
 std::vector<UnitData> StoredUnits(const CloneLines& lines);

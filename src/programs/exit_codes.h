@@ -14,7 +14,7 @@ enum ExitCode : int {
   kExitDataError = 6,           // "Data Error": a file is not what it must be, or cannot be read
   kExitCannotWrite = 7,         // a file, or standard output, could not be written
   kExitNotKept = 8,             // the radio did not keep what was written
-  kExitImportedInPart = 9,      // imported, but not all of the list was understood, or is kept
+  kExitImportedInPart = 9,      // imported or applied, but not all was understood, or is kept
   kExitInternal = 70,           // the program failed: out of memory
   kExitInterrupted = 130,       // by a signal
 };
@@ -25,7 +25,7 @@ inline constexpr const char* kExitCodeHelp =
     "  1  diff or lint found something    6    Data Error: a file is wrong or unreadable\n"
     "  2  wrong usage                     7    a file or standard output takes no more\n"
     "  3  COM Port Error                  8    the radio did not keep what was written\n"
-    "  4  Communication Error             9    imported, but not all of it was understood\n"
+    "  4  Communication Error             9    imported or applied, but not all of it\n"
     "  70 internal error                  130  interrupted\n";
 
 }  // namespace q40

@@ -22,6 +22,7 @@ constexpr NameRow kNames[] = {
     {"B", ValueKind::kCloneFile},
     {"OUT", ValueKind::kCloneFile},
     {"CSV", ValueKind::kCsvFile},
+    {"JSON", ValueKind::kFile},
     {"FILE.Q40", ValueKind::kCloneFile},
     {"FILE.bin", ValueKind::kFile},
     {"PATH", ValueKind::kFile},

@@ -3,6 +3,7 @@
 
 #include "checkup/checkup.h"
 #include "document/defaults.h"
+#include "document/document_cells.h"
 #include "programs/ctl/document_text.h"
 #include "programs/ctl/user_files.h"
 
@@ -14,12 +15,23 @@ struct Arguments {
   bool json = false;
 };
 
+// As diff and show --json call it.
+std::string PlaceName(const Place& place) {
+  const auto index = static_cast<std::size_t>(place.index);
+  switch (place.where) {
+    case Place::Where::kSetting: return PlaceOf(Settings()[index].group);
+    case Place::Where::kSpecial: return ByteAt(Unit::Special(place.band, place.index), 0).place;
+    case Place::Where::kDialer: return ByteAt(Unit::Dialer(place.index / 2), 0).place;
+    default: return ByteAt(Unit::Memory(place.index), 0).place;
+  }
+}
+
 std::string JsonRows(const Findings& findings) {
   auto json = nlohmann::ordered_json::array();
   for (const Finding& finding : findings) {
     const FindingKindRow& row = RowOf(finding.kind);
-    json.push_back({{"place", PlaceText(finding.place)},
-                    {"field", finding.field},
+    json.push_back({{"place", PlaceName(finding.place)},
+                    {"name", finding.field},
                     {"kind", row.code},
                     {"severity", SeverityText(row.severity)},
                     {"text", finding.text}});
@@ -48,7 +60,7 @@ int Run(CommandContext& context, const Arguments& arguments) {
     text = JsonRows(findings);
   } else {
     for (const Finding& finding : findings) {
-      text += PlaceText(finding.place) + ", " + finding.field + ": " + finding.text + '\n';
+      text += PlaceName(finding.place) + ", " + finding.field + ": " + finding.text + '\n';
     }
     if (findings.empty()) context.console.Note("no findings");
   }

@@ -1,8 +1,9 @@
 #include <memory>
 
 #include "document/defaults.h"
-#include "programs/ctl/commands.h"
+#include "programs/ctl/clone_json.h"
 #include "programs/ctl/document_text.h"
+#include "programs/ctl/user_files.h"
 
 namespace q40 {
 namespace {
@@ -14,9 +15,10 @@ struct Arguments {
 
 int Run(CommandContext& context, const Arguments& arguments) {
   CloneData document = FreshData();
-  if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
+  std::string text;
+  if (const int code = OpenOrComplain(context, arguments.file, document, text)) return code;
   if (!arguments.json) return Print(context, DocumentReport(document));
-  return Print(context, JsonText(DocumentJson(document)));
+  return Print(context, JsonText(DocumentJson(OpenedCloneOf(text, std::move(document)))));
 }
 
 }  // namespace
@@ -26,7 +28,9 @@ void AddShow(CLI::App& app, CommandContext& context) {
   auto arguments = std::make_shared<Arguments>();
   command->add_flag("--json", arguments->json, "as JSON");
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
-  command->footer("Example: rxq40ctl show --json radio.Q40");
+  command->footer(
+      "The JSON is complete; apply takes it into a clone file.\n"
+      "Example: rxq40ctl show --json radio.Q40");
   command->callback([&context, arguments] { context.exit_code = Run(context, *arguments); });
 }
 

@@ -15,7 +15,7 @@ void DefineCommandLine(CLI::App& app, CommandContext& context) {
   app.require_subcommand(1);
   app.parse_complete_callback([quiet, &context] { context.console.SetQuiet(quiet->count() > 0); });
   for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddNew, AddCheck, AddShow,
-                         AddDiff, AddLint, AddExport, AddImport, AddDump}) {
+                         AddDiff, AddLint, AddExport, AddImport, AddApply, AddDump}) {
     add(app, context);
   }
   app.footer(std::string("PORT is 1 to 14 or the path of a device; see rxq40ctl ports.\n"

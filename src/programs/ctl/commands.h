@@ -47,6 +47,7 @@ void AddDiff(CLI::App& app, CommandContext& context);
 void AddLint(CLI::App& app, CommandContext& context);
 void AddExport(CLI::App& app, CommandContext& context);
 void AddImport(CLI::App& app, CommandContext& context);
+void AddApply(CLI::App& app, CommandContext& context);
 void AddDump(CLI::App& app, CommandContext& context);
 
 // ---- What several commands share.

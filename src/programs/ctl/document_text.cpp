@@ -11,16 +11,6 @@
 namespace q40 {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string JsonKeyOf(SettingsGroup group) {
-  switch (group) {
-    case SettingsGroup::kDtmf: return "dtmf";
-    case SettingsGroup::kAccess: return "access";
-    default: return "settings";
-  }
-}
-
 // ---- the report, for people
 
 using Row = std::vector<std::string>;
@@ -97,28 +87,6 @@ void AppendMemoryChannels(std::string& text, const CloneImage& image) {
   if (rows.size() > 1) AppendTable(text, rows);
 }
 
-// ---- JSON
-
-Json SettingJson(const SettingsValues& values, const Setting& setting) {
-  if (!setting.items.empty()) return SettingText(values, setting);
-  if (setting.rule == SettingRule::kRange) return values.*setting.value;
-  return values.*setting.value != 0;
-}
-
-Json ChannelJson(ChannelKind kind, const ChannelRecord& record) {
-  Json channel = Json::object();
-  for (const Field field : kReadingOrder) {
-    if (!HasField(kind, field)) continue;
-    std::string key(FieldName(field));
-    if (field == Field::kSkip) {
-      channel[key] = record.Number(kind, field) == 1;
-    } else {
-      channel[key] = record.Text(kind, field);
-    }
-  }
-  return channel;
-}
-
 }  // namespace
 
 std::string DocumentReport(const CloneData& document) {
@@ -139,43 +107,9 @@ std::string DocumentReport(const CloneData& document) {
   return text;
 }
 
-Json DocumentJson(const CloneData& document) {
-  const CloneImage& image = document.image;
-  Json json;
-  json["model"] = ModelName(document.model);
-  json["versionA"] = image.VersionA;
-  for (const Setting& setting : Settings()) {
-    json[JsonKeyOf(setting.group)][std::string(Trimmed(setting.caption))] =
-        SettingJson(document.settings, setting);
-  }
-  for (std::size_t i = 0; i < document.dial.size(); ++i) {
-    json["dialer"][std::string(kDialTitles[i])] = document.dial[i];
-  }
-  for (const Band band : kBands) {
-    const SpecialSet& set = SpecialStore(image, band);
-    for (int k = 0; k < kSpecialChannelCount; ++k) {
-      const auto row = static_cast<std::size_t>(k);
-      Json& channel =
-          json["special"][std::string(BandName(band))][std::string(kSpecialRowTitles[row])];
-      if (EffectivelyPresent(set, StoredPresent(image, band), k)) {
-        channel = ChannelJson(ChannelKind::kSpecial, set[row]);
-      } else {
-        channel = nullptr;
-      }
-    }
-  }
-  json["memory"] = Json::object();
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const auto row = static_cast<std::size_t>(n);
-    if (!image.ChannelInUse[row]) continue;
-    json["memory"][ChannelTitle(n)] = ChannelJson(ChannelKind::kMemory, image.MemoryTable[row]);
-  }
-  return json;
-}
-
-std::string JsonText(const Json& json) {
+std::string JsonText(const nlohmann::ordered_json& json) {
   constexpr int kIndent = 2;
-  return json.dump(kIndent, ' ', true, Json::error_handler_t::replace) + '\n';
+  return json.dump(kIndent, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + '\n';
 }
 
 }  // namespace q40

@@ -12,8 +12,6 @@ namespace q40 {
 // The document for people: settings, dialer, special channels, channels in use.
 std::string DocumentReport(const CloneData& document);
 
-nlohmann::ordered_json DocumentJson(const CloneData& document);
-
 // JSON as every command prints it: ASCII only, so that no text in it steers a terminal. Bytes that are no
 // UTF-8 become U+FFFD.
 std::string JsonText(const nlohmann::ordered_json& json);
