@@ -97,10 +97,8 @@ void KnownStates::KeepRadio(const CloneData& data, Half half, const QString& how
   if (!same_radio) radio_ = State{{}, data, half};
   CopyHalf(data, half, radio_->data);
   if (radio_->half != half) radio_->half = Half::kBoth;
-  radio_->name = tr("The radio, as %1 at %2").arg(how, Now());
-  if (radio_->half == Half::kSettings) radio_->name += tr(" (settings)");
-  if (radio_->half == Half::kMemory) radio_->name += tr(" (channels)");
-  emit changed();
+  radio_how_ = tr("%1 at %2").arg(how, Now());
+  NameRadio();
 }
 
 void KnownStates::ForgetRadio(Half half) {
@@ -108,6 +106,15 @@ void KnownStates::ForgetRadio(Half half) {
     radio_.reset();
   } else {
     radio_->half = half == Half::kMemory ? Half::kSettings : Half::kMemory;
+  }
+  NameRadio();
+}
+
+void KnownStates::NameRadio() {
+  if (radio_) {
+    radio_->name = tr("The radio, as %1").arg(radio_how_);
+    if (radio_->half == Half::kSettings) radio_->name += tr(" (settings)");
+    if (radio_->half == Half::kMemory) radio_->name += tr(" (channels)");
   }
   emit changed();
 }

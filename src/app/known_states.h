@@ -50,11 +50,13 @@ class KnownStates final : public QObject {
   void KeepBeforeImport(const std::string& path);
   void NoteSequence(Sequence sequence, const SequenceReport& report);
   void ForgetRadio(Half half);
+  void NameRadio();
 
   Session& session_;
   State file_;
   bool has_file_ = false;
   std::optional<State> radio_;
+  QString radio_how_;  // "read at 14:05"
   std::optional<State> before_import_;
 };
 

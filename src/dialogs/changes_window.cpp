@@ -33,6 +33,8 @@ ChangesWindow::ChangesWindow(QWidget* owner)
     : QWidget(owner, Qt::Window),
       against_(new QComboBox(this)),
       view_(new ChangesView(this)),
+      account_(new QLabel(this)),
+      note_table_(new QTableWidget(0, 4, this)),
       notes_(MakeNotes()),
       take_back_(new QPushButton(tr("&Take Back"), this)) {
   setObjectName(QStringLiteral("ChangesWindow"));
@@ -81,11 +83,9 @@ ChangesWindow::ChangesWindow(QWidget* owner)
 
 QWidget* ChangesWindow::MakeNotes() {
   auto* notes = new QWidget(this);
-  account_ = new QLabel(notes);
   account_->setObjectName(QStringLiteral("lblLost"));
   account_->setTextFormat(Qt::PlainText);
   account_->setWordWrap(true);
-  note_table_ = new QTableWidget(0, 4, notes);
   note_table_->setObjectName(QStringLiteral("tblLost"));
   note_table_->setAccessibleName(tr("Not taken as written"));
   note_table_->setHorizontalHeaderLabels(

@@ -40,9 +40,9 @@ class ChangesWindow final : public QWidget {
 
   QComboBox* against_;
   ChangesView* view_;
-  QWidget* notes_;
-  QLabel* account_ = nullptr;
-  QTableWidget* note_table_ = nullptr;
+  QLabel* account_;
+  QTableWidget* note_table_;
+  QWidget* notes_;  // with these two
   std::vector<std::optional<Place>> note_places_;
   QPushButton* take_back_;
   bool locked_ = false;
