@@ -354,6 +354,10 @@ TEST(Document, WhatIsTakenBackIsAsBefore) {
       }
       EXPECT_LT(at, left.size()) << "after " << DifferenceText(cell);
       left = now;
+      for (const ChannelRecord& record : document.image().MemoryTable) {
+        EXPECT_EQ(record.Text(kMemory, kFrequency).starts_with('*'),
+                  record.Number(kMemory, kSkip) == 1);
+      }
     }
     std::vector<CellAddress> all;
     for (const CellDifference& cell : left) all.push_back(cell.at);
@@ -363,6 +367,8 @@ TEST(Document, WhatIsTakenBackIsAsBefore) {
     }
     EXPECT_EQ(document.image().ShownSpecialSet, document.image().UhfSpecialSet);
     EXPECT_EQ(document.image().ChannelInUse, before.image.ChannelInUse);
+    const auto& table = before.image.MemoryTable;  // its last row is the model's own
+    EXPECT_TRUE(std::equal(table.begin(), table.end() - 1, document.image().MemoryTable.begin()));
   }
 }
 

@@ -48,6 +48,7 @@ FIRST = {
     "files/clone_file": ["clone_file_test"],
     "files/": ["whole_file_test", "clone_file_test"],
     "link/safe_write": ["safe_write_test"],
+    "link/read_aside": ["safe_write_test", GUI + "Changes.*"],
     "link/sequences": ["sequences_test", "safe_write_test"],
     "link/reply": ["sequences_test"],
     "link/write_plan": ["sequences_test", "safe_write_test"],
@@ -62,6 +63,7 @@ FIRST = {
     "serial/lock_file": [PROGRAMS + "AnotherUsers*"],
     "serial/device_guard": [PROGRAMS + "PortsThat*:*.AnotherUsers*:*PulledOut*"],
     "serial/": [PROGRAMS + "PortsThat*:*PulledOut*:*Interrupt*:*Signals*"],
+    "widgets/change_mark": [GUI + "Changes.*"],
     "widgets/filtered_edit": [GUI + "PagesTest.Dial*:Modify.Fields*:Modify.AWhole*"],
     "widgets/held_keys": [GUI + "PagesTest.AHeld*"],
     "widgets/option_group": [GUI + "Modify.Each*:Modify.Tab*:PagesTest.TheKeyboard*"],
@@ -74,8 +76,12 @@ FIRST = {
     "dialogs/dlg_modify": [GUI + "Modify.*"],
     "dialogs/dlg_com": [GUI + "RadioCommands.ThePort*"],
     "dialogs/help": [GUI + "Help.*"],
+    "dialogs/change": [GUI + "Changes.*"],
+    "dialogs/write_question": [GUI + "Changes.*"],
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
+    "app/change": [GUI + "Changes.*"],
+    "app/known": [GUI + "Changes.*"],
     "app/": [GUI + "Wiring.Every*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.

@@ -106,10 +106,9 @@ void ChangeMarks::MarkControls(const std::vector<CellDifference>& differences) {
   for (const CellDifference& one : differences) {
     const bool dial = one.at.unit && one.at.unit->kind() == Unit::Kind::kDialer;
     if (one.at.setting == nullptr && !dial) continue;
-    const auto at = static_cast<std::size_t>(dial ? static_cast<std::ptrdiff_t>(Settings().size()) +
-                                                        one.at.index
-                                                  : one.at.setting - Settings().data());
-    was[at] = tr("was %1").arg(InQuotes(one.a));
+    const auto at =
+        dial ? std::ssize(Settings()) + one.at.index : one.at.setting - Settings().data();
+    was[static_cast<std::size_t>(at)] = tr("was %1").arg(InQuotes(one.a));
   }
   for (std::size_t i = 0; i < controls_.size(); ++i) ChangeMark::Show(*controls_[i], was[i]);
 }

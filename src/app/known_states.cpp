@@ -65,7 +65,7 @@ void KnownStates::KeepNew() {
 
 void KnownStates::KeepFile(bool saved) {
   const QString name = Shown(FileName(session_.path()));
-  file_ = {(saved ? tr("%1, as saved at %2") : tr("%1, as opened at %2")).arg(name, Now()),
+  file_ = {(saved ? tr("%1, as last saved") : tr("%1, as opened")).arg(name),
            session_.document().data()};
   has_file_ = true;
   if (!saved) before_import_.reset();
@@ -73,7 +73,7 @@ void KnownStates::KeepFile(bool saved) {
 }
 
 void KnownStates::KeepBeforeImport(const std::string& path) {
-  before_import_ = {tr("Before the import of %1 at %2").arg(Shown(FileName(path)), Now()),
+  before_import_ = {tr("Before the import of %1").arg(Shown(FileName(path))),
                     session_.document().data()};
   emit changed();
 }

@@ -20,7 +20,7 @@ class KnownStates final : public QObject {
 
  public:
   struct State {
-    QString name;  // "radio.Q40 as opened at 14:03"
+    QString name;  // "radio.Q40, as opened", "The radio, as read at 14:05"
     CloneData data;
     Half half = Half::kBoth;  // what of the data is known
   };
