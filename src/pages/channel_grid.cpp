@@ -72,7 +72,9 @@ class RowTitles final : public QHeaderView {
     if (event->button() == Qt::LeftButton) QHeaderView::mouseDoubleClickEvent(event);
   }
   void paintSection(QPainter* painter, const QRect& rect, int row) const override {
+    painter->save();  // the style leaves a clip behind that lets nothing through
     QHeaderView::paintSection(painter, rect, row);
+    painter->restore();
     if (!model()->headerData(row, Qt::Vertical, ChannelGridModel::kMarkRole).toBool()) return;
     ChangeMark::Paint(*painter, rect, palette(), ChangeMark::Size(fontMetrics()));
   }

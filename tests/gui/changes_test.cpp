@@ -1,6 +1,7 @@
 // The window of changes, the marks on the pages and the question before a write.
 #include <QAction>
 #include <QClipboard>
+#include <QHeaderView>
 
 #include "app/user_options.h"
 #include "document/document_cells.h"
@@ -262,12 +263,18 @@ TEST_F(Changes, AreMarkedWhereTheyStand) {
   };
   EXPECT_FALSE(marked(kMemoryGrid, 2));  // off at first
   EXPECT_EQ(Find("chkBeep").toolTip(), "");
+  const auto titles = [&] {
+    ShowTab(3);
+    return Find<QTableView>(kMemoryGrid).verticalHeader()->grab().toImage();
+  };
+  const QImage unmarked = titles();
   Trigger("mnuMarkChanges");
   document().image.VhfSpecialSet[kCallRow].Set(ChannelKind::kSpecial, Field::kPower, 1, "Mid");
   document().settings.cmbTB = 1;
   SetFlags(true, true);
   Settle();
   EXPECT_EQ(RowTitle(kMemoryGrid, 2), "1");
+  EXPECT_NE(titles(), unmarked);
   EXPECT_EQ(tip(kMemoryGrid, 2), "Name was \"HILL\"");
   EXPECT_EQ(tip(kMemoryGrid, 201), "was 145.2000 EMCOM");
   EXPECT_EQ(tip(kSpecialGrid, 2), "Power was \"Lo\"");
@@ -283,7 +290,7 @@ TEST_F(Changes, AreMarkedWhereTheyStand) {
   EXPECT_FALSE(Find("chkBeep").findChild<QWidget*>("ChangeMark")->isVisibleTo(&Find("chkBeep")));
   Trigger("mnuMarkChanges");
   Settle();
-  EXPECT_FALSE(marked(kMemoryGrid, 2));
+  EXPECT_EQ(titles(), unmarked);
   EXPECT_TRUE(Find("cmbTB").toolTip().endsWith("four bursts."));
 }
 
