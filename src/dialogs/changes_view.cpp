@@ -22,6 +22,36 @@ bool IsSameCell(const CellDifference& a, const CellDifference& b) {
   return a.at == b.at && a.name == b.name;
 }
 
+// Rows that follow each other as one range: thousands of single ones take seconds.
+class RowRanges {
+ public:
+  explicit RowRanges(const QAbstractItemModel& model) : model_(model) {}
+
+  void Add(int row) {
+    if (row != last_ + 1) Flush();
+    if (first_ < 0) first_ = row;
+    last_ = row;
+  }
+  QItemSelection Take() {
+    Flush();
+    return ranges_;
+  }
+
+ private:
+  void Flush() {
+    if (first_ >= 0) {
+      ranges_.append(QItemSelectionRange(model_.index(first_, 0),
+                                         model_.index(last_, model_.columnCount() - 1)));
+    }
+    first_ = -1;
+  }
+
+  const QAbstractItemModel& model_;
+  QItemSelection ranges_;
+  int first_ = -1;
+  int last_ = -1;
+};
+
 }  // namespace
 
 ChangesView::ChangesView(QWidget* parent)
@@ -111,26 +141,25 @@ void ChangesView::Filter(const QString& text) {
 void ChangesView::Restore(const std::vector<CellDifference>& selected,
                           const CellDifference& current) {
   table_->clearSpans();
-  QItemSelection selection;
-  QModelIndex place;
-  std::size_t next = 0;
+  RowRanges ranges(*model_);
+  int place = -1;
+  auto next = selected.begin();
   for (int row = 0; row < model_->rowCount(); ++row) {
     const CellDifference* one = model_->At(row);
     if (one == nullptr) {
       table_->setSpan(row, 0, 1, ChangesModel::kColumns);
       continue;
     }
-    const QModelIndex index = model_->index(row, 0);
-    if (!place.isValid() || IsSameCell(*one, current)) place = index;
-    const auto found = std::find_if(selected.begin() + static_cast<std::ptrdiff_t>(next),
-                                    selected.end(), [&](auto& s) { return IsSameCell(s, *one); });
+    if (place < 0 || IsSameCell(*one, current)) place = row;
+    const auto found = std::find_if(next, selected.end(),
+                                    [&](const auto& cell) { return IsSameCell(cell, *one); });
     if (found == selected.end()) continue;
-    next = static_cast<std::size_t>(found - selected.begin()) + 1;
-    selection.select(index, index);
+    next = found + 1;
+    ranges.Add(row);
   }
   QItemSelectionModel* model = table_->selectionModel();
-  model->setCurrentIndex(place, QItemSelectionModel::NoUpdate);
-  model->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  model->setCurrentIndex(model_->index(place, 0), QItemSelectionModel::NoUpdate);
+  model->select(ranges.Take(), QItemSelectionModel::ClearAndSelect);
   emit selectionChanged();  // which a reset takes away without a word
 }
 
