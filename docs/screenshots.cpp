@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -301,6 +302,37 @@ void TakeCheckUp(Session& session) {
   session.Take("check-up", &session.Find<QWidget>("frmCheckUp"));
 }
 
+// Changes of each kind: marked where they stand, and listed.
+void TakeChanges(Session& session) {
+  session.Find<QAction>("mnuMarkChanges").setChecked(true);
+  session.ShowPage(0);
+  session.Find<QAbstractButton>("chkBeep").click();
+  session.Find<QSlider>("Slider1").setValue(12);
+  session.InDialog([&] { session.SelectRow("MSFlexGrid2", 1), session.Trigger("mnuEditUndo"); },
+                   [](QWidget& dialog) {
+                     dialog.findChild<QAbstractButton*>("optPw_2")->click();
+                     dialog.findChild<QPushButton*>("OKButton")->click();
+                   });
+  EditRow(session, 1,
+          [](QWidget& dialog) { dialog.findChild<QLineEdit*>("txtName")->setText("VALLEY"); });
+  session.ShowPage(1);
+  session.Find<QLineEdit>("txtDial_2").setText("4711");
+  session.ShowPage(0);
+  session.Take("marks");
+  session.Find<QAction>("mnuMarkChanges").setChecked(false);
+  session.Trigger("mnuChanges");
+  session.Find<QTableView>("tblChanges").selectRow(1);
+  session.Take("changes", &session.Find<QWidget>("ChangesWindow"));
+  session.Find<QWidget>("ChangesWindow").close();
+}
+
+// What the same changes would do to the radio, which was read.
+void TakeWriteQuestion(Session& session) {
+  session.Find<QAction>("mnuShowChanges").setChecked(true);
+  session.TakeDialog("write-question", [&] { session.Trigger("mnuWrAll"); });
+  session.Find<QAction>("mnuShowChanges").setChecked(false);
+}
+
 // A radio that does not keep memory channel 0, the 23rd exchange of a Write All.
 void TakeWriteReport(Session& session, const std::string& file) {
   session.Start({true, 0, {"not-stored@#23"}}, file);
@@ -370,6 +402,11 @@ void TakeAll(const QString& docs, const QString& look) {
     TakeQuestions(session);
     TakeCheckUp(session);
   }
+  session.Stop();
+  session.Start(kFastRadio, examples + "/radio.Q40");
+  session.Trigger("mnuReAll");
+  TakeChanges(session);
+  if (look == "light") TakeWriteQuestion(session);
   session.Stop();
   if (look == "light") {
     TakeReading(session);

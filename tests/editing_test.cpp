@@ -281,6 +281,32 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       {"quiet setting", [](D& d) { d.ChangeSetting(SettingOf(&V::chkVoxEn), 1); }, "--", "[]"},
       {"loose setting", [](D& d) { d.ChangeLooseSetting(); }, "S-", "[]"},
       {"dialer", [](D& d) { d.ChangeDialText(9, "1"); }, "S-", "[]"},
+      {"nothing to take back", [](D& d) { d.TakeBack(FreshData(), {{}}); }, "--", ""},
+      {"take back",
+       [](D& d) {
+         d.TakeBack(FreshData(), {{.unit = Unit::Memory(7), .setting = {}, .field = {}},
+                                  {.unit = Unit::Memory(3), .setting = {}, .field = kPower}});
+       },
+       "SM", "[3-7]"},
+      {"take back a special channel",
+       [](D& d) {
+         d.TakeBack(FreshData(),
+                    {{.unit = Unit::Special(Band::kUhf, 0), .setting = {}, .field = kPower}});
+       },
+       "S-", "[ special]"},
+      {"take back a quiet setting",
+       [](D& d) {
+         d.TakeBack(
+             FreshData(),
+             {{.unit = Unit::Settings(1), .setting = &SettingOf(&V::chkVoxEn), .field = {}}});
+       },
+       "--", "[ settings]"},
+      {"take back a dialer memory",
+       [](D& d) {
+         d.TakeBack(FreshData(),
+                    {{.unit = Unit::Dialer(4), .setting = {}, .field = {}, .index = 9}});
+       },
+       "S-", "[ dial]"},
       {"the same model", [](D& d) { d.ChangeModel(0); }, "--", ""},
       {"another model", [](D& d) { d.ChangeModel(1); }, "--",
        "[0-209 special settings dial model anew]"},
@@ -307,6 +333,42 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       anew(document);
       EXPECT_FALSE(document.HasChanges()) << c.name;
     }
+  }
+}
+
+// Cell by cell, and then all that is left: each is as before, none comes up elsewhere.
+TEST(Document, WhatIsTakenBackIsAsBefore) {
+  for (const unsigned seed : {1U, 2U, 3U}) {
+    const CloneData before = test::RandomDocument(seed);
+    CloneDocument document(test::RandomDocument(seed + 100));
+    document.ChooseBand(Band::kUhf);
+    std::vector<CellDifference> left = DifferencesOf(before, document.data());
+    for (std::size_t i = 0; i < left.size(); i += 61) {
+      const CellDifference cell = left[i];
+      if (document.TakeBack(before, {cell.at}) == 0) continue;
+      const std::vector<CellDifference> now = DifferencesOf(before, document.data());
+      EXPECT_EQ(std::find(now.begin(), now.end(), cell), now.end()) << DifferenceText(cell);
+      std::size_t at = 0;
+      for (const CellDifference& one : now) {
+        while (at < left.size() && !(left[at] == one)) ++at;
+      }
+      EXPECT_LT(at, left.size()) << "after " << DifferenceText(cell);
+      left = now;
+      for (const ChannelRecord& record : document.image().MemoryTable) {
+        EXPECT_EQ(record.Text(kMemory, kFrequency).starts_with('*'),
+                  record.Number(kMemory, kSkip) == 1);
+      }
+    }
+    std::vector<CellAddress> all;
+    for (const CellDifference& cell : left) all.push_back(cell.at);
+    document.TakeBack(before, all);
+    for (const CellDifference& cell : DifferencesOf(before, document.data())) {
+      EXPECT_EQ(cell.place, "Radio") << DifferenceText(cell);
+    }
+    EXPECT_EQ(document.image().ShownSpecialSet, document.image().UhfSpecialSet);
+    EXPECT_EQ(document.image().ChannelInUse, before.image.ChannelInUse);
+    const auto& table = before.image.MemoryTable;  // its last row is the model's own
+    EXPECT_TRUE(std::equal(table.begin(), table.end() - 1, document.image().MemoryTable.begin()));
   }
 }
 

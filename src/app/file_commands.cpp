@@ -94,6 +94,7 @@ void FileCommands::OpenCloneFile(const std::string& path) {
   if (!result.problem) {
     document.Open(std::move(opened));
     session_.SetPath(path);
+    emit fileHeld(false);
     UserOptions::AddRecentFile(path);
     prompts_.Note(result.odd_digit ? Shown(result.odd_digit->Message())
                                    : tr("Opened %1.").arg(Shown(FileName(path))));
@@ -136,6 +137,7 @@ bool FileCommands::SaveTo(const std::string& path, int model) {
   }
   session_.document().ForgetChanges();
   session_.SetPath(path);
+  emit fileHeld(true);
   UserOptions::AddRecentFile(path);
   prompts_.Note(tr("Saved as %1.").arg(Shown(FileName(path))));
   return true;

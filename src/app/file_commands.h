@@ -42,6 +42,10 @@ class FileCommands final : public QObject {
   [[nodiscard]] const QString& let_go() const { return let_go_; }
   void ForgetLetGo() { let_go_.clear(); }
 
+ signals:
+  // The document is what its file holds: it was opened, or saved.
+  void fileHeld(bool saved);
+
  private:
   void StartAnew();
   bool SaveTo(const std::string& path, int model);

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include "app/changes_desk.h"
 #include "app/checkup_command.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
@@ -49,6 +50,8 @@ frmMain::frmMain(const MainOptions& options)
       checkup_(new CheckUpCommand(session_, *this)),
       help_(new HelpDesk(*this, [this] { return navigation_->Front(); })),
       menus_(new MainMenus(*this)),
+      changes_(new ChangesDesk(
+          {session_, prompts_, pages_, files_, lists_, radio_, options.backup_folder}, *this)),
       editor_(pages_, session_.document(), *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
@@ -71,10 +74,12 @@ frmMain::~frmMain() { delete takeCentralWidget(); }
 
 // The check marks, and not what is remembered of them: that may be out of reach.
 RadioCommands::Options frmMain::RadioOptions() {
-  return {options_.backup_folder, [this] {
+  return {options_.backup_folder,
+          [this] {
             return RadioCommands::NetChoice{menus_->IsChecked(kBackUpEntry),
                                             menus_->IsChecked(kVerifyEntry)};
-          }};
+          },
+          [this](Half half) { return changes_->MayWrite(half); }};
 }
 
 // ---- what is connected with what
@@ -88,6 +93,8 @@ void frmMain::ConnectSession() {
   display_->Follow(service_);
   connect(display_, &RadioDisplay::opened, this, &frmMain::ShowWindow);
   connect(checkup_, &CheckUpCommand::opened, this, &frmMain::ShowWindow);
+  connect(changes_, &ChangesDesk::opened, this, &frmMain::ShowWindow);
+  connect(changes_, &ChangesDesk::placeChosen, checkup_, &CheckUpCommand::placeChosen);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
@@ -252,6 +259,7 @@ void frmMain::Execute(Command command) {
     case Command::kCheckUp: return checkup_->Show();
     case Command::kCheckAgain: return checkup_->CheckAgain();
     case Command::kImportNotes: return checkup_->ShowNotes();
+    case Command::kChanges: return changes_->Show();
     case Command::kService: return navigation_->ShowService();
     case Command::kServiceDump: return service_.Dump();
     case Command::kHelp: return help_->Explain(focusWidget());

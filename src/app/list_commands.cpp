@@ -63,6 +63,7 @@ void ListCommands::Import() {
   CloneImage image = document.image();
   ImportReport report = ImportChannels(text, image);
   if (const auto problem = ProblemOf(report, path)) return prompts_.DataError(*problem);
+  emit importing(path);
   document.Import(std::move(image));
   emit imported(report);
   session_.SetPath({});

@@ -1,6 +1,8 @@
 // Import and export of channel lists.
 #pragma once
 
+#include <string>
+
 #include <QObject>
 
 namespace q40 {
@@ -22,6 +24,8 @@ class ListCommands final : public QObject {
   void Export();
 
  signals:
+  // The document is still what it was before the list comes.
+  void importing(const std::string& path);
   // The channels of a list are in the document.
   void imported(const q40::ImportReport& report);
   // What became of the list, in sentences, with all that was found out about it.

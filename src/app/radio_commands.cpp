@@ -10,6 +10,7 @@
 #include "app/session.h"
 #include "app/user_options.h"
 #include "files/clone_file.h"
+#include "link/read_aside.h"
 #include "widgets/paths.h"
 
 namespace q40 {
@@ -17,6 +18,10 @@ namespace {
 
 bool Reads(Sequence sequence) {
   return sequence == Sequence::kReadMemory || sequence == Sequence::kReadSettings;
+}
+
+bool Writes(Sequence sequence) {
+  return sequence == Sequence::kWriteMemory || sequence == Sequence::kWriteSettings;
 }
 
 }  // namespace
@@ -65,6 +70,7 @@ void RadioCommands::ReportRead(const SequenceReport& report) {
 void RadioCommands::Write(Half half) {
   emit writeStarting();
   session_.Settle();
+  if (!options_.may_write(half)) return prompts_.Note(tr("Nothing was written."));
   files_.ForgetLetGo();
   session_.SetBusy(Session::Busy::kTalking);
   std::string backup;
@@ -73,6 +79,13 @@ void RadioCommands::Write(Half half) {
   session_.SetBusy(Session::Busy::kNo);
   session_.TellFacts();
   ReportWrite(result, half, backup);
+}
+
+bool RadioCommands::LookUp(CloneDocument& radio, Half half) {
+  session_.SetBusy(Session::Busy::kTalking);
+  const SequenceReport report = ReadAside(session_.link(), radio, *this, half, Sequence::kLookUp);
+  session_.SetBusy(Session::Busy::kNo);
+  return report.outcome == Outcome::kDone;
 }
 
 void RadioCommands::WriteFromMenu(Half half) {
@@ -132,7 +145,7 @@ bool RadioCommands::AskToSave() { return files_.AskToSave(); }
 bool RadioCommands::SelectModel(int model) { return files_.SelectModel(model); }
 
 void RadioCommands::Begin(Sequence sequence) {
-  const bool shows_pages = sequence != Sequence::kBackUp && sequence != Sequence::kVerify;
+  const bool shows_pages = Reads(sequence) || Writes(sequence);
   if (follow_pages_ && shows_pages) emit pageWanted(sequence);
   session_.part().Begin(sequence);
   emit begun(sequence);
@@ -155,6 +168,7 @@ void RadioCommands::NoteArrival(const DocumentChange& change) {
 void RadioCommands::End(const SequenceReport& report) {
   emit ended();
   session_.part().End(report);
+  emit told(session_.part().sequence(), report);
   switch (report.outcome) {
     case Outcome::kPortError: NoteEnd(ReasonText(report)); return ComEnd2();
     case Outcome::kCommunicationError: NoteEnd(ReasonText(report)); return ComEnd1();

@@ -29,6 +29,8 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   struct Options {
     std::string backup_folder;  // made when it is needed
     std::function<NetChoice()> net = [] { return NetChoice{}; };
+    // Asked before anything is written, when the document is whole.
+    std::function<bool(Half half)> may_write = [](Half) { return true; };
   };
   using Reading = SequenceReport (Sequences::*)();
 
@@ -36,6 +38,8 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   RadioCommands(Session& session, Prompts& prompts, FileCommands& files, Options options,
                 QObject* parent = nullptr);
 
+  // Reads into another document than the one that is shown. False: the user has been told why not.
+  bool LookUp(CloneDocument& radio, Half half);
   // A command that reads, or identifies.
   void Read(Reading sequence);
   void Write(Half half);
@@ -53,6 +57,8 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   void progressed(const q40::SequenceProgress& progress);
   void ended();
   void over();
+  // How it has ended.
+  void told(q40::Sequence sequence, const q40::SequenceReport& report);
   // Channels have arrived in the document.
   void channelsRead();
   // A write that is worth a window of its own.

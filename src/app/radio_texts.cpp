@@ -74,6 +74,7 @@ QString DoingText(Sequence sequence) {
     case Sequence::kWriteSettings: return tr("Writing settings");
     case Sequence::kWriteMemory: return tr("Writing memory");
     case Sequence::kBackUp: return tr("Backing up the radio");
+    case Sequence::kLookUp: return tr("Reading what the radio holds");
     case Sequence::kVerify: return tr("Verifying");
     default: return tr("Identifying the radio");
   }

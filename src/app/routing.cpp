@@ -23,6 +23,9 @@ std::span<const CommandRow> CommandRows() {
 
       {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", C::kNone, "", "tbToolBar"},
       {"mnuStatusBar", Menu::kView, "&Status Bar", kNoKey, "", C::kNone, "", "sbStatusBar"},
+      {nullptr, Menu::kView},
+      {kMarkChangesEntry, Menu::kView, "&Mark Changes", kNoKey, "", C::kNone, "", "",
+       "MarkChanges"},
 
       {"mnuReSet", Menu::kRadio, "&Read Settings", kNoKey, "F5", C::kMenuReadSettings},
       {"mnuReMem", Menu::kRadio, "Read &Memory", kNoKey, "F6", C::kMenuReadMemory},
@@ -35,11 +38,14 @@ std::span<const CommandRow> CommandRows() {
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", C::kChoosePort},
       {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", C::kCheckUp},
       {kImportNotesEntry, Menu::kTools, "&Import Notes...", kNoKey, "", C::kImportNotes},
+      {"mnuChanges", Menu::kTools, "C&hanges...", kNoKey, "F9", C::kChanges},
       {nullptr, Menu::kTools},
       {kBackUpEntry, Menu::kTools, "&Back Up Before Writing", kNoKey, "", C::kNone, "", "",
        kBackUpOption},
       {kVerifyEntry, Menu::kTools, "&Verify After Writing", kNoKey, "", C::kNone, "", "",
        kVerifyOption},
+      {kShowChangesEntry, Menu::kTools, "Show Changes Before &Writing", kNoKey, "", C::kNone, "",
+       "", "ShowChangesBeforeWriting"},
       {nullptr, Menu::kTools},
       {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", C::kService},
 
@@ -62,6 +68,10 @@ std::span<const CommandHint> CommandHints() {
       {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
       {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},
       {"mnuImportNotes", "Lists what the last import did not take as it is written."},
+      {"mnuChanges", "Lists what differs from the file, the radio, a backup; takes changes back."},
+      {kShowChangesEntry, "Lists what a write would change in the radio, and asks."},
+      {kMarkChangesEntry,
+       "Marks rows and settings that differ from the file as last opened or saved."},
       {"mnuToolsService", "Raw blocks of the radio's memory."}};
   return hints;
 }

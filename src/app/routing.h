@@ -12,6 +12,8 @@ inline constexpr const char* kBackUpEntry = "mnuBackUp";
 inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of its own
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 inline constexpr const char* kVerifyEntry = "mnuVerify";
+inline constexpr const char* kShowChangesEntry = "mnuShowChanges";
+inline constexpr const char* kMarkChangesEntry = "mnuMarkChanges";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 
@@ -41,6 +43,7 @@ enum class Command : unsigned char {
   kCheckUp,
   kCheckAgain,
   kImportNotes,
+  kChanges,
   kService,
   kServiceDump,
   kHelp,

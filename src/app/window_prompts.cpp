@@ -17,7 +17,7 @@
 namespace q40 {
 namespace {
 
-// What the four file dialogs differ in, in the order of Prompts::FileDialog.
+// What the file dialogs differ in, in the order of Prompts::FileDialog.
 struct FileDialogRow {
   const char* title;
   const char* filter;
@@ -29,7 +29,8 @@ constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
 constexpr FileDialogRow kFileDialogs[] = {{"Open", kCloneFilter, ".Q40", false},
                                           {"Save As", kCloneFilter, ".Q40", true},
                                           {"Import CSV", kCsvFilter, ".csv", false},
-                                          {"Export CSV", kCsvFilter, ".csv", true}};
+                                          {"Export CSV", kCsvFilter, ".csv", true},
+                                          {"Compare With", kCloneFilter, ".Q40", false}};
 
 // A name with a dot has a suffix already.
 std::string WithSuffix(const std::string& path, const char* suffix) {

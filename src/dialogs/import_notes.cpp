@@ -17,7 +17,7 @@ ImportNotes::ImportNotes(QWidget* owner)
                 tr("Import Notes"), {tr("Line"), tr("Channel"), tr("Item"), tr("What happened")},
                 owner) {}
 
-void ImportNotes::ShowNotes(const QString& account, const ImportReport& report) {
+std::vector<PlaceList::Row> ImportNotes::RowsOf(const ImportReport& report) {
   std::vector<Row> rows;
   for (const ImportNote& note : report.notes) {
     Row row;
@@ -26,6 +26,11 @@ void ImportNotes::ShowNotes(const QString& account, const ImportReport& report) 
               << Shown(note.item) << Shown(note.text);
     rows.push_back(std::move(row));
   }
+  return rows;
+}
+
+void ImportNotes::ShowNotes(const QString& account, const ImportReport& report) {
+  const std::vector<Row> rows = RowsOf(report);
   QString summary = account;
   if (!rows.empty()) summary += tr(" Double click or Enter shows the channel of a note.");
   const auto more = report.note_count - static_cast<int>(rows.size());

@@ -12,6 +12,8 @@ class ImportNotes : public PlaceList {
  public:
   explicit ImportNotes(QWidget* owner);
 
+  // One row a note: line, channel, item, what happened.
+  static std::vector<Row> RowsOf(const ImportReport& report);
   // `account` is what the import as a whole did, in sentences.
   void ShowNotes(const QString& account, const ImportReport& report);
 };

@@ -2,6 +2,7 @@
 
 #include "document/defaults.h"
 #include "document/memory_edit.h"
+#include "document/take_back.h"
 
 namespace q40 {
 
@@ -86,6 +87,16 @@ void CloneDocument::ChangeDialText(int index, std::string text) {
   data_.dial[static_cast<std::size_t>(index)] = std::move(text);
   settings_changed_ = true;
   Tell({.edit = true});
+}
+
+// ---- taking back
+
+int CloneDocument::TakeBack(const CloneData& before, const std::vector<CellAddress>& cells) {
+  const TakenBack taken = PutBack(before, cells, data_);
+  settings_changed_ = settings_changed_ || taken.settings_flag;
+  memory_changed_ = memory_changed_ || taken.memory_flag;
+  if (taken.cells > 0) Tell(taken.change);
+  return taken.cells;
 }
 
 // ---- starting anew

@@ -9,8 +9,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/clone_data.h"
+#include "document/document_cells.h"
 #include "radio/channel_codec.h"
 
 namespace q40 {
@@ -95,6 +97,12 @@ class CloneDocument {
   void ChangeLooseSetting();
   // SettingsChanged.
   void ChangeDialText(int index, std::string text);
+
+  // ---- taking back, cell by cell
+
+  // Puts cells back to what they are in `before`. The flags that editing the same by hand sets. Returns
+  // how many cells were put back; when there is none, nobody is told anything.
+  int TakeBack(const CloneData& before, const std::vector<CellAddress>& cells);
 
   // ---- starting anew. Each clears both flags.
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/decimal.h"
 #include "base/hex.h"
 #include "base/plain_text.h"
 #include "radio/channel_codec.h"
@@ -15,6 +16,7 @@ struct DocumentCell {
   std::string place;
   std::string name;
   std::string value;
+  CellAddress at;
 };
 
 // Name of the cell that holds what a channel out of use still stores; empty for one in use.
@@ -39,19 +41,22 @@ std::string MemoryPlace(int n) { return "Memory " + ChannelTitle(n); }
 
 // A byte of the settings area, counted from its beginning.
 struct SettingsByte {
-  explicit SettingsByte(int offset)
-      : line(offset / kBlockSize),
-        byte(offset % kBlockSize),
-        name("byte 0x00" + HexByteText(Unit::kSettingsStart + offset)) {
+  explicit SettingsByte(int at)
+      : offset(at),
+        line(at / kBlockSize),
+        byte(at % kBlockSize),
+        name("byte 0x00" + HexByteText(Unit::kSettingsStart + at)) {
     const auto fields = Settings();
     const auto found = std::find_if(fields.begin(), fields.end(),
                                     [&](auto& f) { return f.line == line && f.byte == byte; });
     if (found != fields.end()) field = &*found;
   }
 
+  int offset;
   int line;
   int byte;
   std::string name;
+  [[nodiscard]] Unit unit() const { return Unit::Settings(offset / kUnitSize); }
   const Setting* field = nullptr;  // what it stands for, if a control does
   [[nodiscard]] bool IsStartChannel() const { return line == 0 && byte == kStartChannelByte; }
 };
@@ -63,13 +68,14 @@ class CellList {
   std::vector<DocumentCell> Take() { return std::move(cells_); }
 
   void AddRadio() {
-    Add("Radio", "Model", std::string(ModelName(document_.model)));
-    Add("Radio", "Version", document_.image.VersionA ? "A" : "0");
+    Add("Radio", "Model", std::string(ModelName(document_.model)), {});
+    Add("Radio", "Version", document_.image.VersionA ? "A" : "0", {});
   }
 
   void AddSettings() {
     for (const Setting& setting : Settings()) {
-      Add(PlaceOf(setting.group), CaptionOf(setting), SettingText(document_.settings, setting));
+      Add(PlaceOf(setting.group), CaptionOf(setting), SettingText(document_.settings, setting),
+          {.unit = Unit::Settings(setting.line / 2), .setting = &setting});
     }
     const SettingsLines lines = EncodedSettings(document_.settings, document_.image);
     for (int offset = 0; offset < kSettingsUnitCount * kUnitSize; ++offset) {
@@ -77,23 +83,27 @@ class CellList {
     }
   }
 
-  void AddDialText(std::size_t i) {
-    Add(kDialPlace, std::string(kDialTitles[i]), document_.dial[i]);
+  void AddDialText(int index) {
+    const auto i = static_cast<std::size_t>(index);
+    Add(kDialPlace, std::string(kDialTitles[i]), document_.dial[i],
+        {.unit = Unit::Dialer(index / 2), .index = index});
   }
 
   void AddSpecial(Band band, int k) {
     const SpecialSet& set = SpecialStore(document_.image, band);
     const PresentPair present = StoredPresent(document_.image, band);
     const auto lines = EncodeSpecialChannel(set, present, k);
-    AddChannel(SpecialPlace(band, k), ChannelKind::kSpecial, set[static_cast<std::size_t>(k)],
-               k >= kPhRow, EffectivelyPresent(set, present, k), lines ? lines->Joined() : "");
+    AddChannel({SpecialPlace(band, k), Unit::Special(band, k), ChannelKind::kSpecial, k >= kPhRow,
+                EffectivelyPresent(set, present, k)},
+               set[static_cast<std::size_t>(k)], lines ? lines->Joined() : "");
   }
 
   void AddMemory(int n) {
     const auto row = static_cast<std::size_t>(n);
     const auto lines = EncodeMemoryChannel(document_.image, n);
-    AddChannel(MemoryPlace(n), ChannelKind::kMemory, document_.image.MemoryTable[row], true,
-               document_.image.ChannelInUse[row], lines ? lines->Joined() : "");
+    AddChannel({MemoryPlace(n), Unit::Memory(n), ChannelKind::kMemory, true,
+                document_.image.ChannelInUse[row]},
+               document_.image.MemoryTable[row], lines ? lines->Joined() : "");
   }
 
   void AddUnit(Unit unit) {
@@ -102,14 +112,21 @@ class CellList {
       case Unit::Kind::kSpecial: return AddSpecial(unit.band(), unit.index());
       case Unit::Kind::kMemory: return AddMemory(unit.index());
       case Unit::Kind::kDialer:
-        for (const int half : {0, 1})
-          AddDialText(static_cast<std::size_t>(2 * unit.index() + half));
+        for (const int half : {0, 1}) AddDialText(2 * unit.index() + half);
     }
   }
 
  private:
-  void Add(std::string place, std::string name, std::string value) {
-    cells_.push_back({std::move(place), std::move(name), std::move(value)});
+  struct Channel {
+    std::string place;
+    Unit unit;
+    ChannelKind kind;
+    bool may_be_absent;
+    bool in_use;
+  };
+
+  void Add(std::string place, std::string name, std::string value, CellAddress at) {
+    cells_.push_back({std::move(place), std::move(name), std::move(value), at});
   }
 
   // What a byte holds beyond its control. The start channel follows from other cells.
@@ -123,34 +140,29 @@ class CellList {
       digits[0] = HexByteText(HexDigitValue(digits[0]) & kHighDigitWithoutBit6)[1];
       byte.name += " without " + CaptionOf(*byte.field);
     }
-    Add(PlaceOf(SettingsGroup::kGeneral), byte.name, digits);
+    Add(PlaceOf(SettingsGroup::kGeneral), byte.name, digits,
+        {.unit = byte.unit(), .index = byte.offset});
   }
 
-  void AddChannel(const std::string& place, ChannelKind kind, const ChannelRecord& record,
-                  bool may_be_absent, bool in_use, std::string_view stored) {
-    if (may_be_absent) Add(place, "In use", in_use ? "yes" : "no");
+  // The star in front of a frequency only repeats that the channel is skipped.
+  void AddChannel(const Channel& channel, const ChannelRecord& record, std::string_view stored) {
+    const auto add = [&](std::string_view name, std::string_view value,
+                         std::optional<Field> field) {
+      Add(channel.place, std::string(name), std::string(value),
+          {.unit = channel.unit, .field = field});
+    };
+    if (channel.may_be_absent) add("In use", channel.in_use ? "yes" : "no", std::nullopt);
     for (const Field field : kReadingOrder) {
-      if (!HasField(kind, field)) continue;
-      Add(place, std::string(FieldName(field)), in_use ? FieldText(kind, record, field) : "");
+      if (!HasField(channel.kind, field)) continue;
+      const std::string text = channel.in_use ? FieldText(channel.kind, record, field) : "";
+      add(FieldName(field), field == Field::kFrequency ? WithoutStar(text) : text, field);
     }
-    Add(place, kStoredData, in_use ? "" : std::string(stored));
+    add(kStoredData, channel.in_use ? "" : stored, std::nullopt);
   }
 
   const CloneData& document_;
   std::vector<DocumentCell> cells_;
 };
-
-std::vector<DocumentCell> CellsOf(const CloneData& document) {
-  CellList cells(document);
-  cells.AddRadio();
-  cells.AddSettings();
-  for (std::size_t i = 0; i < document.dial.size(); ++i) cells.AddDialText(i);
-  for (const Band band : kBands) {
-    for (int k = 0; k < kSpecialChannelCount; ++k) cells.AddSpecial(band, k);
-  }
-  for (int n = 0; n < kMemoryChannelCount; ++n) cells.AddMemory(n);
-  return cells.Take();
-}
 
 // Two lists of the same places and names.
 std::vector<CellDifference> Compared(const std::vector<DocumentCell>& cells_a,
@@ -161,9 +173,35 @@ std::vector<CellDifference> Compared(const std::vector<DocumentCell>& cells_a,
     const std::string& other = cells_b[i].value;
     if (cell.value == other) continue;
     if (cell.name == kStoredData && (cell.value.empty() || other.empty())) continue;
-    differences.push_back({cell.place, cell.name, cell.value, other});
+    differences.push_back({cell.place, cell.name, cell.value, other, cell.at});
   }
   return differences;
+}
+
+// What is the same needs no words: between two states of one document almost everything is.
+bool IsSame(Unit unit, const CloneData& a, const CloneData& b) {
+  const auto index = static_cast<std::size_t>(unit.index());
+  switch (unit.kind()) {
+    case Unit::Kind::kSettings:
+      return a.settings == b.settings && a.image.SettingsLine == b.image.SettingsLine;
+    case Unit::Kind::kSpecial:
+      return SpecialStore(a.image, unit.band()) == SpecialStore(b.image, unit.band()) &&
+             StoredPresent(a.image, unit.band()) == StoredPresent(b.image, unit.band());
+    case Unit::Kind::kDialer:
+      return a.dial[2 * index] == b.dial[2 * index] &&
+             a.dial[2 * index + 1] == b.dial[2 * index + 1];
+    default:
+      return a.image.MemoryTable[index] == b.image.MemoryTable[index] &&
+             a.image.ChannelInUse[index] == b.image.ChannelInUse[index];
+  }
+}
+
+std::vector<CellDifference> RadioDifferences(const CloneData& a, const CloneData& b) {
+  CellList cells_a(a);
+  CellList cells_b(b);
+  cells_a.AddRadio();
+  cells_b.AddRadio();
+  return Compared(cells_a.Take(), cells_b.Take());
 }
 
 StoredByte ByteOfSettings(int area, int byte) {
@@ -234,8 +272,18 @@ std::string ModelText(const CloneData& document) {
          (document.image.VersionA ? "A" : "0");
 }
 
-std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b) {
-  return Compared(CellsOf(a), CellsOf(b));
+std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b, Half half) {
+  std::vector<CellDifference> differences = RadioDifferences(a, b);
+  // The cells of the settings are those of both areas. The dialer comes last.
+  std::vector<Unit> units = UnitsOf(half);
+  std::erase(units, Unit::Settings(1));
+  std::stable_partition(units.begin(), units.end(),
+                        [](Unit unit) { return unit.kind() != Unit::Kind::kDialer; });
+  for (const Unit unit : units) {
+    if (IsSame(unit, a, b)) continue;
+    for (CellDifference& one : DifferencesAt(unit, a, b)) differences.push_back(std::move(one));
+  }
+  return differences;
 }
 
 std::vector<CellDifference> DifferencesAt(Unit unit, const CloneData& a, const CloneData& b) {

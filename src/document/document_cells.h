@@ -2,6 +2,7 @@
 // difference between what was written and what the radio kept.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,17 +12,32 @@
 
 namespace q40 {
 
+// Which cell of a document: where it is shown, and what puts it back.
+struct CellAddress {
+  std::optional<Unit> unit{};        // none: the radio's model and version
+  const Setting* setting = nullptr;  // in a settings area, null for a byte without a control
+  std::optional<Field> field{};      // of a channel; none: whether it is in use, or what it stores
+  int index = 0;  // a byte without a control: 0..63 in the settings areas; a dialer memory: 0..9
+
+  bool operator==(const CellAddress&) const = default;
+};
+
 struct CellDifference {
   std::string place;  // "Settings", "Auto dialer", "VHF CALL", "Memory D3"
   std::string name;   // "Standby", "M1", "Frequency"
   std::string a;      // empty: a cell of a channel that is not in use, or an empty text
   std::string b;
+  CellAddress at{};
+
+  bool operator==(const CellDifference&) const = default;
 };
 
-// The cells whose values differ, in the order of the document. Channels that are not in use have empty
+// The cells whose values differ: of the radio, the settings, the special channels, the memory
+// channels, the dialer. Of a half, and of the radio in any case. Channels that are not in use have empty
 // cells, as in the grids. What they still hold is one more cell, which is not compared between a
 // channel in use and one that is not. What only follows from other cells is not a cell.
-std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b);
+std::vector<CellDifference> DifferencesOf(const CloneData& a, const CloneData& b,
+                                          Half half = Half::kBoth);
 // Those that lie in one unit.
 std::vector<CellDifference> DifferencesAt(Unit unit, const CloneData& a, const CloneData& b);
 

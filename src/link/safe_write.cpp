@@ -3,49 +3,18 @@
 #include <algorithm>
 #include <cctype>
 
+#include "link/read_aside.h"
+
 namespace q40 {
 namespace {
-
-// Tells of the reads of a backup as of one.
-class BackupWatcher final : public SequenceWatcher {
- public:
-  explicit BackupWatcher(SequenceWatcher& watcher) : watcher_(watcher) {}
-
-  // What damaged replies told is no backup.
-  [[nodiscard]] SequenceReport Judged(SequenceReport report) const {
-    if (report.outcome == Outcome::kDone && last_half_ && !report.damaged.empty()) {
-      report.outcome = Outcome::kCommunicationError;
-      report.why = DamageText(report.damaged);
-      report.remedy = kCheckTheCable;
-      report.where = "backup";
-    }
-    return report;
-  }
-
-  void Begin(Sequence sequence) override {
-    last_half_ = sequence == Sequence::kReadMemory;
-    watcher_.Begin(Sequence::kBackUp);
-  }
-  void ShowProgress(const SequenceProgress& progress) override {
-    SequenceProgress shown = progress;
-    shown.sequence = Sequence::kBackUp;
-    watcher_.ShowProgress(shown);
-  }
-  void End(const SequenceReport& report) override { watcher_.End(Judged(report)); }
-
- private:
-  SequenceWatcher& watcher_;
-  bool last_half_ = false;
-};
 
 // False: `result` says why the write must not start.
 bool BackUp(Link& link, int model, SequenceWatcher& watcher, const WriteNet& net,
             WriteResult& result) {
   CloneDocument radio;
   radio.ChangeModel(model);  // and nobody is asked for another one
-  BackupWatcher backup(watcher);
   result.stage = WriteResult::Stage::kBackup;
-  result.last = backup.Judged(Sequences(link, radio, backup).ReadAll());
+  result.last = ReadAside(link, radio, watcher, Half::kBoth, Sequence::kBackUp);
   if (result.last.outcome != Outcome::kDone) return false;
   result.backup_kept = net.keep_backup(radio.data());
   if (result.backup_kept) return true;

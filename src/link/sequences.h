@@ -32,6 +32,7 @@ enum class Sequence : unsigned char {
   kWriteSettings,
   kWriteMemory,
   kBackUp,  // a read of everything, into another document than the one that is shown
+  kLookUp,  // the same of what is to be written, to compare it
   kVerify,
 };
 

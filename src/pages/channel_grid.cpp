@@ -15,6 +15,7 @@
 #include <QToolTip>
 
 #include "pages/grid_columns.h"
+#include "widgets/change_mark.h"
 
 namespace q40 {
 namespace {
@@ -69,6 +70,13 @@ class RowTitles final : public QHeaderView {
  protected:
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton) QHeaderView::mouseDoubleClickEvent(event);
+  }
+  void paintSection(QPainter* painter, const QRect& rect, int row) const override {
+    painter->save();  // the style leaves a clip behind that lets nothing through
+    QHeaderView::paintSection(painter, rect, row);
+    painter->restore();
+    if (!model()->headerData(row, Qt::Vertical, ChannelGridModel::kMarkRole).toBool()) return;
+    ChangeMark::Paint(*painter, rect, palette(), ChangeMark::Size(fontMetrics()));
   }
 };
 

@@ -3,6 +3,7 @@
 #include "base/decimal.h"
 #include "pages/grid_columns.h"
 #include "radio/channel_fields.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 namespace {
@@ -71,10 +72,15 @@ QString ChannelGridModel::Described(int row) const {
 
 QVariant ChannelGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   const bool row = orientation == Qt::Vertical;
-  const bool starred = row && rows_[static_cast<std::size_t>(section)].starred;
-  if (role == Qt::ToolTipRole && starred) {
-    return tr("Imported with Skip on: the scan passes this channel over.");
+  const RowState state = row ? rows_[static_cast<std::size_t>(section)] : RowState();
+  const bool starred = state.starred;
+  if (role == Qt::ToolTipRole && (starred || !state.was.isEmpty())) {
+    QStringList tip = {state.was};
+    if (starred) tip.prepend(tr("Imported with Skip on: the scan passes this channel over."));
+    tip.removeAll(QString());
+    return PlainToolTip(tip.join(QLatin1Char('\n')));
   }
+  if (role == kMarkRole) return !state.was.isEmpty();
   if (role != Qt::DisplayRole) return {};
   if (row) return (starred ? QStringLiteral("*") : QString()) + RowTitle(section);
   return Text(RowOf(kHeadingFields[static_cast<std::size_t>(section)]).heading);
@@ -85,7 +91,8 @@ void ChannelGridModel::Redraw(int first, int last, Order order) {
   for (int row = first; row <= last; ++row) {
     RowState& state = rows_[static_cast<std::size_t>(row)];
     title_changed = title_changed || state.starred;
-    state = {order, false};
+    state.order = order;
+    state.starred = false;
   }
   emit dataChanged(index(first, 0), index(last, columnCount() - 1));
   if (title_changed) emit headerDataChanged(Qt::Vertical, first, last);
@@ -93,6 +100,13 @@ void ChannelGridModel::Redraw(int first, int last, Order order) {
 
 void ChannelGridModel::StarTitle(int row) {
   rows_[static_cast<std::size_t>(row)].starred = true;
+  emit headerDataChanged(Qt::Vertical, row, row);
+}
+
+void ChannelGridModel::MarkTitle(int row, const QString& was) {
+  RowState& state = rows_[static_cast<std::size_t>(row)];
+  if (state.was == was) return;
+  state.was = was;
   emit headerDataChanged(Qt::Vertical, row, row);
 }
 

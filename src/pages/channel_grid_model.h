@@ -38,6 +38,10 @@ class ChannelGridModel : public QAbstractTableModel {
   void Redraw(int first, int last, Order order = Order::kStored);
   // Puts a star in front of a row title, until the row is redrawn.
   void StarTitle(int row);
+  // Marks a row title; `was` says what has changed. An empty text takes the mark away. What the title
+  // says stays.
+  void MarkTitle(int row, const QString& was);
+  static constexpr int kMarkRole = Qt::UserRole;  // of a row title: whether it is marked
 
   void SetCellFont(const QFont& font);
   [[nodiscard]] const QFont& cell_font() const { return cell_font_; }
@@ -46,6 +50,7 @@ class ChannelGridModel : public QAbstractTableModel {
   struct RowState {
     Order order = Order::kStored;
     bool starred = false;
+    QString was;
   };
 
   // The field that a cell shows.
