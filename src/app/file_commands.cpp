@@ -135,7 +135,7 @@ bool FileCommands::SaveTo(const std::string& path, int model) {
     return false;
   }
   session_.document().ForgetChanges();
-  session_.SetPath(path);
+  session_.SetSaved(path);
   UserOptions::AddRecentFile(path);
   prompts_.Note(tr("Saved as %1.").arg(Shown(FileName(path))));
   return true;

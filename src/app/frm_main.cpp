@@ -39,6 +39,7 @@ frmMain::frmMain(const MainOptions& options)
       size_(new OuterSize(*this)),
       session_(options, this),
       prompts_(*this, *status_),
+      undo_(session_, prompts_, this),
       pages_(session_.document()),
       files_(session_, prompts_, this),
       lists_(session_, prompts_, files_, this),
@@ -61,6 +62,7 @@ frmMain::frmMain(const MainOptions& options)
   ConnectSettings();
   ConnectChannels();
   ConnectCommands();
+  ConnectUndo();
   pages_.Show(kEverything);
   session_.TellReplaced();
   pages_.ChangeFont();
@@ -167,6 +169,14 @@ void frmMain::ConnectCommands() {
   });
 }
 
+void frmMain::ConnectUndo() {
+  undo_.Attach(*this);
+  undo_.Follow(radio_);
+  undo_.Follow(lists_);
+  connect(&undo_, &UndoCommands::placeWanted, navigation_, &Navigation::GoTo);
+  connect(this, &frmMain::ready, &undo_, &UndoCommands::Start);
+}
+
 // ---- start-up and exit
 
 void frmMain::StartUp() {
@@ -234,6 +244,8 @@ void frmMain::Execute(Command command) {
     case Command::kImport: return lists_.Import();
     case Command::kExport: return lists_.Export();
     case Command::kExit: close(); return;
+    case Command::kUndo: return undo_.Undo();
+    case Command::kRedo: return undo_.Redo();
     case Command::kEditChannel: return editor_.OpenCurrent(navigation_->tabs().currentIndex());
     case Command::kReadSettings: return radio_.Read(&S::ReadSettings);
     case Command::kReadMemory: return radio_.Read(&S::ReadMemory);

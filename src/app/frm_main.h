@@ -14,6 +14,7 @@
 #include "app/routing.h"
 #include "app/service_commands.h"
 #include "app/session.h"
+#include "app/undo_commands.h"
 #include "app/window_prompts.h"
 
 namespace q40 {
@@ -54,6 +55,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   void ConnectSettings();
   void ConnectChannels();
   void ConnectCommands();
+  void ConnectUndo();
   RadioCommands::Options RadioOptions();
 
   void Run(Command command);
@@ -75,6 +77,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   OuterSize* size_;
   Session session_;
   WindowPrompts prompts_;
+  UndoCommands undo_;
   MainPages pages_;
   FileCommands files_;
   ListCommands lists_;

@@ -43,7 +43,7 @@ void ListCommands::Export() {
   }
   document.ForgetChanges();
   // Intended: the next Save writes a clone file under this bare name.
-  session_.SetPath(FileName(path));
+  session_.SetSaved(FileName(path));
   // Which may be the list itself.
   const QString next =
       IsGone(session_.path())
@@ -65,6 +65,7 @@ void ListCommands::Import() {
   if (const auto problem = ProblemOf(report, path)) return prompts_.DataError(*problem);
   document.Import(std::move(image));
   emit imported(report);
+  emit named(Shown(FileName(path)));
   session_.SetPath({});
   session_.TellNewData();
   session_.Settle();

@@ -19,6 +19,9 @@ std::span<const CommandRow> CommandRows() {
       {nullptr, Menu::kFile},
       {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", C::kExit},
 
+      {kUndoEntry, Menu::kEdit, "&Undo", kNoKey, "Ctrl+Z", C::kUndo},
+      {kRedoEntry, Menu::kEdit, "&Redo", QKeySequence::Redo, "Ctrl+Y", C::kRedo},
+      {nullptr, Menu::kEdit},
       {kEditChannelEntry, Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", C::kEditChannel},
 
       {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", C::kNone, "", "tbToolBar"},

@@ -12,6 +12,8 @@ inline constexpr const char* kBackUpEntry = "mnuBackUp";
 inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of its own
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 inline constexpr const char* kVerifyEntry = "mnuVerify";
+inline constexpr const char* kUndoEntry = "mnuUndo";
+inline constexpr const char* kRedoEntry = "mnuRedo";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 
@@ -25,6 +27,8 @@ enum class Command : unsigned char {
   kImport,
   kExport,
   kExit,
+  kUndo,
+  kRedo,
   kEditChannel,
   kReadSettings,  // from a page
   kReadMemory,
