@@ -55,6 +55,7 @@ std::span<const CommandRow> CommandRows() {
 std::span<const CommandHint> CommandHints() {
   static const CommandHint hints[] = {
       {"mnuFileNew", "Starts anew with the defaults of the chosen model; the auto dialer stays."},
+      {kUndoEntry, "Takes the last step back, also New, Open, Import and reading."},
       {"mnuExport", "The next Save then writes a clone file under the name of the list."},
       {"mnuImport", "Replaces the channels that the list names; what does not fit is passed over."},
       {"mnuFileExit",
