@@ -208,7 +208,7 @@ TEST_F(Steps, AVisitIsOneStepUntilItIsClosed) {
   for (const int volume : {1, 2, 3}) Do(volume, label, true);
   history_.Close();
   for (const int volume : {4, 5}) Do(volume, label, true);
-  Do(6, label);
+  Do(6, {"Volume", kFirstSettingPart + 1}, true);
   Do(6, label);  // nothing changes: no step
   EXPECT_EQ(history_.size(), 3U);
   for (const char* state : {"5  S-", "3  S-", "15  --"}) EXPECT_EQ(Undo(), state);
@@ -220,8 +220,11 @@ TEST_F(Steps, AVisitIsOneStepUntilItIsClosed) {
 // The way back begins where the document differs; 1,000 steps, or what fits into the bytes.
 TEST_F(Steps, PlacesAndLimits) {
   data_.image.MemoryTable[kTemplateRow].value[3] = 5;
-  data_.image.MemoryTable[7].value[3] = 5;
+  data_.image.MemoryTable[7].value[3] = -5;
   Do(9, {"Read All"});
+  Undo();
+  Redo();
+  EXPECT_EQ(data_.image.MemoryTable[7].value[3], -5);
   Undo();
   EXPECT_EQ(part_, kFirstMemoryPart + 7);
   for (int n = 0; n < 1500; ++n) Do(1 + n % 2);

@@ -36,8 +36,10 @@ FIRST = {
     "radio/settings": ["settings_codec_test"],
     "radio/dial_": ["settings_codec_test"],
     "document/defaults": ["settings_codec_test"],
+    "document/document_parts": ["history_test"],
     "document/document": ["safe_write_test", "settings_codec_test", "ctl_test"],
     "document/dialog": ["editing_test"],
+    "document/history": ["history_test"],
     "document/edit": ["editing_test"],
     "document/memory_edit": ["editing_test"],
     "document/clone_image": ["editing_test", "channel_codec_test"],
@@ -76,6 +78,7 @@ FIRST = {
     "dialogs/help": [GUI + "Help.*"],
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
+    "app/undo": [GUI + "UndoTest.*"],
     "app/": [GUI + "Wiring.Every*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.

@@ -171,8 +171,7 @@ void frmMain::ConnectCommands() {
 
 void frmMain::ConnectUndo() {
   undo_.Attach(*this);
-  undo_.Follow(radio_);
-  undo_.Follow(lists_);
+  undo_.Follow(radio_, lists_);
   connect(&undo_, &UndoCommands::placeWanted, navigation_, &Navigation::GoTo);
   connect(this, &frmMain::ready, &undo_, &UndoCommands::Start);
 }

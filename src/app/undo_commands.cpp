@@ -93,11 +93,8 @@ UndoCommands::UndoCommands(Session& session, Prompts& prompts, QObject* parent)
           [this](const QWidget*, const QWidget* now) { NoteFocus(now); });
 }
 
-void UndoCommands::Follow(const RadioCommands& radio) {
+void UndoCommands::Follow(const RadioCommands& radio, const ListCommands& lists) {
   connect(&radio, &RadioCommands::begun, this, &UndoCommands::NoteSequence);
-}
-
-void UndoCommands::Follow(const ListCommands& lists) {
   connect(&lists, &ListCommands::named, this,
           [this](const QString& name) { NameStep(QStringLiteral("Import of ") + name); });
 }

@@ -31,8 +31,7 @@ class UndoCommands final : public QObject {
   // before a path or a message follows from it.
   UndoCommands(Session& session, Prompts& prompts, QObject* parent);
 
-  void Follow(const RadioCommands& radio);
-  void Follow(const ListCommands& lists);
+  void Follow(const RadioCommands& radio, const ListCommands& lists);
   // The window has its menus and pages.
   void Attach(QWidget& window);
   // Start-up is over: what is there now is where the way back ends.
