@@ -1,5 +1,6 @@
 #include "app/frm_main.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -8,6 +9,7 @@
 #include <QUrl>
 
 #include "app/checkup_command.h"
+#include "app/journal_keeper.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
 #include "app/radio_display.h"
@@ -50,7 +52,9 @@ frmMain::frmMain(const MainOptions& options)
       checkup_(new CheckUpCommand(session_, *this)),
       help_(new HelpDesk(*this, [this] { return navigation_->Front(); })),
       menus_(new MainMenus(*this)),
-      editor_(pages_, session_.document(), *this) {
+      editor_(pages_, session_.document(), *this),
+      journal_(new JournalKeeper({session_, prompts_, files_, undo_}, options.state_folder,
+                                 !options.startup_path.empty(), *this)) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
@@ -62,7 +66,7 @@ frmMain::frmMain(const MainOptions& options)
   ConnectSettings();
   ConnectChannels();
   ConnectCommands();
-  ConnectUndo();
+  undo_.Attach(*this, *navigation_, radio_, lists_);
   pages_.Show(kEverything);
   session_.TellReplaced();
   pages_.ChangeFont();
@@ -169,13 +173,6 @@ void frmMain::ConnectCommands() {
   });
 }
 
-void frmMain::ConnectUndo() {
-  undo_.Attach(*this);
-  undo_.Follow(radio_, lists_);
-  connect(&undo_, &UndoCommands::placeWanted, navigation_, &Navigation::GoTo);
-  connect(this, &frmMain::ready, &undo_, &UndoCommands::Start);
-}
-
 // ---- start-up and exit
 
 void frmMain::StartUp() {
@@ -201,6 +198,8 @@ void frmMain::FinishStartUp() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+  // Nobody can be asked while the whole session ends, and the journal is kept.
+  if (qApp->isSavingSession()) return event->accept();
   event->ignore();
   if (session_.busy() == Session::Busy::kTalking) {
     return status_->Hint(tr("The radio is being read or written."));
@@ -213,6 +212,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     windows_.pop_back();
   }
   if (!isMinimized()) UserOptions::RememberPlacement(size_->Placement());
+  journal_->Forget();
   event->accept();
 }
 
@@ -240,6 +240,7 @@ void frmMain::Execute(Command command) {
     case Command::kOpen: return files_.Open();
     case Command::kSave: files_.Save(); return;
     case Command::kSaveAs: files_.SaveAs(pages_.settings1().ChosenModel()); return;
+    case Command::kRestoreUnsaved: return journal_->OfferAll();
     case Command::kImport: return lists_.Import();
     case Command::kExport: return lists_.Export();
     case Command::kExit: close(); return;

@@ -21,6 +21,7 @@ namespace q40 {
 
 class CheckUpCommand;
 class HelpDesk;
+class JournalKeeper;
 class MainMenus;
 class Navigation;
 class OuterSize;
@@ -55,7 +56,6 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   void ConnectSettings();
   void ConnectChannels();
   void ConnectCommands();
-  void ConnectUndo();
   RadioCommands::Options RadioOptions();
 
   void Run(Command command);
@@ -89,6 +89,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   HelpDesk* help_;
   MainMenus* menus_;
   ChannelEditor editor_;
+  JournalKeeper* journal_;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
 };
 

@@ -16,6 +16,7 @@ std::span<const CommandRow> CommandRows() {
       {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", C::kExport},
       {nullptr, Menu::kFile},
       {kRecentFilesEntry, Menu::kFile, "&Recent Files"},
+      {kRestoreEntry, Menu::kFile, "Restore &Unsaved Changes...", kNoKey, "", C::kRestoreUnsaved},
       {nullptr, Menu::kFile},
       {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", C::kExit},
 
@@ -55,6 +56,7 @@ std::span<const CommandRow> CommandRows() {
 std::span<const CommandHint> CommandHints() {
   static const CommandHint hints[] = {
       {"mnuFileNew", "Starts anew with the defaults of the chosen model; the auto dialer stays."},
+      {kRestoreEntry, "Brings back what a window had not saved when it was interrupted."},
       {kUndoEntry, "Takes the last step back, also New, Open, Import and reading."},
       {"mnuExport", "The next Save then writes a clone file under the name of the list."},
       {"mnuImport", "Replaces the channels that the list names; what does not fit is passed over."},

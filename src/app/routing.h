@@ -12,6 +12,7 @@ inline constexpr const char* kBackUpEntry = "mnuBackUp";
 inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of its own
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 inline constexpr const char* kVerifyEntry = "mnuVerify";
+inline constexpr const char* kRestoreEntry = "mnuRestoreUnsaved";
 inline constexpr const char* kUndoEntry = "mnuUndo";
 inline constexpr const char* kRedoEntry = "mnuRedo";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
@@ -24,6 +25,7 @@ enum class Command : unsigned char {
   kOpen,
   kSave,
   kSaveAs,
+  kRestoreUnsaved,
   kImport,
   kExport,
   kExit,

@@ -5,7 +5,9 @@
 #include <QMenuBar>
 #include <QSlider>
 
+#include "app/frm_main.h"
 #include "app/list_commands.h"
+#include "app/navigation.h"
 #include "app/prompts.h"
 #include "app/radio_commands.h"
 #include "app/routing.h"
@@ -93,14 +95,14 @@ UndoCommands::UndoCommands(Session& session, Prompts& prompts, QObject* parent)
           [this](const QWidget*, const QWidget* now) { NoteFocus(now); });
 }
 
-void UndoCommands::Follow(const RadioCommands& radio, const ListCommands& lists) {
+void UndoCommands::Attach(frmMain& window, Navigation& navigation, const RadioCommands& radio,
+                          const ListCommands& lists) {
+  window_ = &window;
+  navigation_ = &navigation;
+  connect(&window, &frmMain::ready, this, &UndoCommands::Start);
   connect(&radio, &RadioCommands::begun, this, &UndoCommands::NoteSequence);
   connect(&lists, &ListCommands::named, this,
           [this](const QString& name) { NameStep(QStringLiteral("Import of ") + name); });
-}
-
-void UndoCommands::Attach(QWidget& window) {
-  window_ = &window;
   undo_ = window.findChild<QAction*>(QLatin1String(kUndoEntry));
   redo_ = window.findChild<QAction*>(QLatin1String(kRedoEntry));
   for (const QSlider* slider : window.findChildren<QSlider*>()) {
@@ -227,7 +229,7 @@ void UndoCommands::Move(bool (History::*can)() const, const Label& (History::*la
   const History::Facts facts = (history_.*go)(data, part);
   session_.document().Restore(std::move(data), facts.settings_changed, facts.memory_changed);
   Show(facts);
-  if (part != Label::kEverywhere) emit placeWanted(PlaceOf(part));
+  if (part != Label::kEverywhere) navigation_->GoTo(PlaceOf(part));
   moving_ = false;
   prompts_.Note(account.arg(name));
   Offer();

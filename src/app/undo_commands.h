@@ -18,10 +18,11 @@ class QWidget;
 namespace q40 {
 
 class ListCommands;
+class Navigation;
 class Prompts;
 class RadioCommands;
 class Session;
-struct Place;
+class frmMain;
 
 class UndoCommands final : public QObject {
   Q_OBJECT
@@ -31,11 +32,9 @@ class UndoCommands final : public QObject {
   // before a path or a message follows from it.
   UndoCommands(Session& session, Prompts& prompts, QObject* parent);
 
-  void Follow(const RadioCommands& radio, const ListCommands& lists);
-  // The window has its menus and pages.
-  void Attach(QWidget& window);
-  // Start-up is over: what is there now is where the way back ends.
-  void Start();
+  // The window has its menus and pages. What is there when it is ready is where the way back ends.
+  void Attach(frmMain& window, Navigation& navigation, const RadioCommands& radio,
+              const ListCommands& lists);
 
   void Undo() { Move(&History::CanUndo, &History::UndoLabel, &History::Undo, tr("Undone: %1.")); }
   void Redo() {
@@ -44,11 +43,8 @@ class UndoCommands final : public QObject {
   // Of the step that has just been made.
   void NameStep(const QString& name);
 
- signals:
-  // Something there has changed.
-  void placeWanted(const q40::Place& place);
-
  private:
+  void Start();
   void Note(const DocumentChange& change);
   void NotePath();
   void NoteSaved();
@@ -70,6 +66,7 @@ class UndoCommands final : public QObject {
   History history_;
   std::vector<PartialRead> parts_;  // by the tags of the history
   QWidget* window_ = nullptr;
+  Navigation* navigation_ = nullptr;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
   QPointer<const QWidget> visited_;  // the control in which the last step was made
