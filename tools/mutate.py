@@ -48,6 +48,8 @@ FIRST = {
     "files/channel_csv": ["channel_csv_test"],
     "files/csv_text": ["channel_csv_test"],
     "files/clone_file": ["clone_file_test"],
+    "files/journal.cpp": ["clone_file_test"],
+    "files/journal_folder": [GUI + "JournalTest.*"],
     "files/": ["whole_file_test", "clone_file_test"],
     "link/safe_write": ["safe_write_test"],
     "link/sequences": ["sequences_test", "safe_write_test"],
@@ -79,6 +81,7 @@ FIRST = {
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
     "app/undo": [GUI + "UndoTest.*"],
+    "app/journal": [GUI + "JournalTest.*"],
     "app/": [GUI + "Wiring.Every*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.
