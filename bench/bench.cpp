@@ -264,6 +264,9 @@ void Window() {
       Number("%.1f MiB", WindowFigures({"memory"})[0] / 1024), "80 MB");
   Row("window: slowest tab switch or scroll step", Number("%.1f ms", WindowFigures({"frames"})[0]),
       "16 ms");
+  constexpr double kFrame = 16;
+  Row("window: slowest Undo of a step that changes everything, over a frame of 16 ms",
+      Number("%.2f", WindowFigures({"undo"})[0] / kFrame), "1");
   const auto read = WindowFigures({"read"});
   Row("window: Read All at 9600 baud, time over the wire's",
       Number("%.4f", read[0] / kReadAll.Seconds()), "1.03");

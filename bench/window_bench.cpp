@@ -2,9 +2,11 @@
 //   bench_window start NANOSECONDS   from that moment of the steady clock to the first painted window, ms
 //   bench_window memory              resident memory after three idle seconds, KiB
 //   bench_window frames              slowest tab switch or scroll step with its painting, ms
+//   bench_window undo               slowest Undo or Redo of a step that changes everything, with its painting, ms
 //   bench_window read                Read All from a radio at 9600 baud, seconds, and processor seconds
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <sys/resource.h>
@@ -21,6 +23,8 @@
 #include <QTimer>
 
 #include "app/frm_main.h"
+#include "document/defaults.h"
+#include "files/clone_file.h"
 
 namespace {
 
@@ -62,13 +66,46 @@ double ProcessorSeconds() {
   return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
+double Frame(const std::function<void()>& step) {
+  const auto start = Clock::now();
+  step();
+  QApplication::processEvents();  // layout and painting
+  return Milliseconds(Clock::now() - start);
+}
+
+// A clone file with all channels in use.
+std::string FullFile(const QTemporaryDir& folder) {
+  q40::CloneData data = q40::FreshData();
+  q40::ChangeModel(data, 1);
+  for (std::size_t n = 0; n < q40::kMemoryChannelCount; ++n) {
+    data.image.MemoryTable[n] = data.image.TemplateChannel();
+    data.image.ChannelInUse[n] = true;
+  }
+  const std::string path = folder.filePath(QStringLiteral("full.Q40")).toStdString();
+  if (q40::SaveCloneFile(path, data, data.model)) std::exit(EXIT_FAILURE);
+  return path;
+}
+
+// New has replaced a whole file.
+double SlowestUndo(q40::frmMain& window) {
+  window.findChild<QTabWidget*>(QStringLiteral("TabStrip1"))->setCurrentIndex(2);
+  window.findChild<QAction*>(QStringLiteral("mnuFileNew"))->trigger();
+  QApplication::processEvents();
+  double slowest = 0;
+  for (int round = 0; round < 20; ++round) {
+    for (const char* entry : {"mnuUndo", "mnuRedo"}) {
+      auto* action = window.findChild<QAction*>(QLatin1String(entry));
+      if (!action->isEnabled()) std::exit(EXIT_FAILURE);
+      slowest = std::max(slowest, Frame([&] { action->trigger(); }));
+    }
+  }
+  return slowest;
+}
+
 double SlowestFrame(q40::frmMain& window) {
   double slowest = 0;
   const auto frame = [&](const std::function<void()>& step) {
-    const auto start = Clock::now();
-    step();
-    QApplication::processEvents();  // layout and painting
-    slowest = std::max(slowest, Milliseconds(Clock::now() - start));
+    slowest = std::max(slowest, Frame(step));
   };
   auto* tabs = window.findChild<QTabWidget*>(QStringLiteral("TabStrip1"));
   auto* grid = window.findChild<QTableView*>(QStringLiteral("MSFlexGrid1"));
@@ -96,6 +133,7 @@ int main(int argc, char** argv) {
   options.user_folder = options.program_folder;
   options.simulation.on = true;
   if (mode != "start" && mode != "memory") options.start_pause = std::chrono::milliseconds(0);
+  if (mode == "undo") options.startup_path = FullFile(folder);
   q40::frmMain window(options);
 
   FirstPaint paint([&] {
@@ -108,6 +146,9 @@ int main(int argc, char** argv) {
   QObject::connect(&window, &q40::frmMain::ready, [&] {
     if (mode == "frames") {
       std::printf("%f\n", SlowestFrame(window));
+      QApplication::exit();
+    } else if (mode == "undo") {
+      std::printf("%f\n", SlowestUndo(window));
       QApplication::exit();
     } else if (mode == "read") {
       const auto start = Clock::now();

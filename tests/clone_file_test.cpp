@@ -6,6 +6,7 @@
 
 #include "document/defaults.h"
 #include "document/document_cells.h"
+#include "files/journal.h"
 #include "support/random_document.h"
 #include "support/temp_folder.h"
 
@@ -250,6 +251,33 @@ TEST(CloneFile, TheOldFileSurvivesTheFailureOfEveryCall) {
     const char* const why = call == 0 ? "only 5 of 15504 bytes" : "No space left";
     EXPECT_NE(problem->what.find(why), std::string::npos) << problem->what;
   }
+}
+
+// ---- journals
+
+TEST(Journal, HoldsWhatAFileCannotAndNoticesWhatIsSpoiled) {
+  Journal journal = {.time = 1'800'000'000'123, .saved = {FreshData(), ""}, .now = {}};
+  journal.now = {test::RandomDocument(7), "a\nb\377.Q40"};
+  CloneImage& image = journal.now.data.image;
+  image.ChannelInUse[3] = false;  // a cleared channel that keeps its fields
+  image.MemoryTable[4].cellText[0] = std::string("\0 any text", 10);
+  image.MemoryTable[5].value[2] = -7;
+  journal.now.data.settings.cmbTB = 4;
+  ShowBand(image, Band::kUhf);
+  const std::string text = JournalText(journal);
+  const auto read = JournalFrom(text);
+  ASSERT_TRUE(read);
+  EXPECT_TRUE(read->now.data == journal.now.data && read->saved.data == journal.saved.data);
+  EXPECT_EQ(read->now.path + '|' + read->saved.path, "a\nb\377.Q40|");
+  EXPECT_EQ(read->time, journal.time);
+  for (std::size_t at = 0; at < text.size(); at += 97) {
+    std::string spoiled = text;
+    spoiled[at] = static_cast<char>(spoiled[at] ^ 4);
+    EXPECT_FALSE(JournalFrom(spoiled)) << at;
+    EXPECT_FALSE(JournalFrom(text.substr(0, at))) << at;
+  }
+  journal.now.data.settings.Slider1 = 31;
+  EXPECT_FALSE(JournalFrom(JournalText(journal)));
 }
 
 }  // namespace

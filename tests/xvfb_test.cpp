@@ -1,5 +1,7 @@
 // The program itself, on a real display, with a radio on a pseudo-terminal: what a user does with keys,
 // and what then is in the radio and on the disk.
+#include <csignal>
+#include <filesystem>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -27,6 +29,7 @@ class Xvfb : public testing::Test {
                     {"QT_QPA_PLATFORM", "xcb"},
                     {"HOME", folder_.path()},
                     {"XDG_CONFIG_HOME", folder_ / "config"},
+                    {"XDG_STATE_HOME", folder_ / "state"},
                     {"XDG_RUNTIME_DIR", folder_.path()},
                     {"RXQ40_COM1", folder_ / "radio"}};
   }
@@ -52,10 +55,20 @@ class Xvfb : public testing::Test {
     }
     EXPECT_NE(test::Content(file), before);
   }
+  // The memory channel that stands in the file; -1: none does.
+  int Where(const std::string& file) {
+    const std::string list = Ctl({"export", file, "-"}).out;
+    for (int n = 0; n < 200; ++n) {
+      if (list.find("\"MEMORY\",\"" + std::to_string(n) + "\",\"145.7250") != std::string::npos)
+        return n;
+    }
+    return -1;
+  }
   // Starts the window and waits until its start-up pause is over.
   std::unique_ptr<Background> Window(const std::string& file) {
-    auto window = std::make_unique<Background>(
-        std::vector<std::string>{test::Program("rxq40"), file}, environment_);
+    std::vector<std::string> command = {test::Program("rxq40")};
+    if (!file.empty()) command.push_back(file);
+    auto window = std::make_unique<Background>(command, environment_);
     usleep(3'000'000);
     EXPECT_TRUE(window->IsRunning());
     Focus("Korvex RX-Q40 Clone Utility");
@@ -102,6 +115,44 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
             "Memory 7: Frequency: \"145.7250\" -> \"146.1000\"\n"
             "Memory 7: Step: \"12.5KHz\" -> \"5KHz\"\n");
   EXPECT_EQ(Ctl({"diff", folder_ / "mine.Q40", folder_ / "after.Q40"}).out, "");
+}
+
+// The last second of work may be gone, and no more; a program that is asked to end loses nothing.
+TEST_F(Xvfb, WhatWasNotSavedOutlivesTheProgram) {
+  const std::string file = folder_ / "mine.Q40";
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", file}).code, 0);
+  test::Store(folder_ / "one.csv", kChannel);
+  ASSERT_EQ(Ctl({"import", file, folder_ / "one.csv"}).code, 0);
+  const auto insert = [&](int count) {
+    for (int i = 0; i < count; ++i) Keys({"key", "Insert"});
+  };
+  auto window = Window(file);
+  Keys({"mousemove", "206", "63", "click", "1", "mousemove", "200", "110", "click", "1"});
+  Keys({"key", "ctrl+Home"});
+  insert(3);
+  usleep(1'000'000);
+  insert(2);
+  EXPECT_EQ(window->Stop(SIGKILL), 128 + SIGKILL);
+
+  const auto restore = [&] {
+    window = Window("");
+    Focus("Unsaved Changes");
+    Keys({"key", "alt+r"});
+    Focus("mine.Q40");
+  };
+  restore();
+  SaveAChange(file);
+  const int kept = Where(file);
+  EXPECT_TRUE(kept >= 10 && kept <= 12) << kept;
+  Keys({"mousemove", "206", "63", "click", "1", "mousemove", "200", "110", "click", "1"});
+  Keys({"key", "ctrl+Home"});
+  insert(1);
+  EXPECT_EQ(window->Stop(), 0);
+  restore();
+  SaveAChange(file);
+  EXPECT_EQ(Where(file), kept + 1);
+  EXPECT_EQ(window->Stop(), 0);
+  EXPECT_TRUE(std::filesystem::is_empty(folder_ / "state/rxq40"));
 }
 
 // Neither does a program without a display end otherwise.

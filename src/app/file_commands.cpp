@@ -136,7 +136,7 @@ bool FileCommands::SaveTo(const std::string& path, int model) {
     return false;
   }
   session_.document().ForgetChanges();
-  session_.SetPath(path);
+  session_.SetSaved(path);
   emit fileHeld(true);
   UserOptions::AddRecentFile(path);
   prompts_.Note(tr("Saved as %1.").arg(Shown(FileName(path))));

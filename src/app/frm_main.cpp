@@ -1,5 +1,6 @@
 #include "app/frm_main.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -9,6 +10,7 @@
 
 #include "app/changes_desk.h"
 #include "app/checkup_command.h"
+#include "app/journal_keeper.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
 #include "app/radio_display.h"
@@ -40,6 +42,7 @@ frmMain::frmMain(const MainOptions& options)
       size_(new OuterSize(*this)),
       session_(options, this),
       prompts_(*this, *status_),
+      undo_(session_, prompts_, this),
       pages_(session_.document()),
       files_(session_, prompts_, this),
       lists_(session_, prompts_, files_, this),
@@ -52,7 +55,9 @@ frmMain::frmMain(const MainOptions& options)
       menus_(new MainMenus(*this)),
       changes_(new ChangesDesk(
           {session_, prompts_, pages_, files_, lists_, radio_, options.backup_folder}, *this)),
-      editor_(pages_, session_.document(), *this) {
+      editor_(pages_, session_.document(), *this),
+      journal_(new JournalKeeper({session_, prompts_, files_, undo_}, options.state_folder,
+                                 !options.startup_path.empty(), *this)) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
@@ -64,6 +69,7 @@ frmMain::frmMain(const MainOptions& options)
   ConnectSettings();
   ConnectChannels();
   ConnectCommands();
+  undo_.Attach(*this, *navigation_, radio_, lists_);
   pages_.Show(kEverything);
   session_.TellReplaced();
   pages_.ChangeFont();
@@ -199,6 +205,8 @@ void frmMain::FinishStartUp() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+  // Nobody can be asked while the whole session ends, and the journal is kept.
+  if (qApp->isSavingSession()) return event->accept();
   event->ignore();
   if (session_.busy() == Session::Busy::kTalking) {
     return status_->Hint(tr("The radio is being read or written."));
@@ -211,6 +219,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     windows_.pop_back();
   }
   if (!isMinimized()) UserOptions::RememberPlacement(size_->Placement());
+  journal_->Forget();
   event->accept();
 }
 
@@ -238,9 +247,12 @@ void frmMain::Execute(Command command) {
     case Command::kOpen: return files_.Open();
     case Command::kSave: files_.Save(); return;
     case Command::kSaveAs: files_.SaveAs(pages_.settings1().ChosenModel()); return;
+    case Command::kRestoreUnsaved: return journal_->OfferAll();
     case Command::kImport: return lists_.Import();
     case Command::kExport: return lists_.Export();
     case Command::kExit: close(); return;
+    case Command::kUndo: return undo_.Undo();
+    case Command::kRedo: return undo_.Redo();
     case Command::kEditChannel: return editor_.OpenCurrent(navigation_->tabs().currentIndex());
     case Command::kReadSettings: return radio_.Read(&S::ReadSettings);
     case Command::kReadMemory: return radio_.Read(&S::ReadMemory);

@@ -14,6 +14,7 @@
 #include "app/routing.h"
 #include "app/service_commands.h"
 #include "app/session.h"
+#include "app/undo_commands.h"
 #include "app/window_prompts.h"
 
 namespace q40 {
@@ -21,6 +22,7 @@ namespace q40 {
 class ChangesDesk;
 class CheckUpCommand;
 class HelpDesk;
+class JournalKeeper;
 class MainMenus;
 class Navigation;
 class OuterSize;
@@ -76,6 +78,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   OuterSize* size_;
   Session session_;
   WindowPrompts prompts_;
+  UndoCommands undo_;
   MainPages pages_;
   FileCommands files_;
   ListCommands lists_;
@@ -88,6 +91,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   MainMenus* menus_;
   ChangesDesk* changes_;
   ChannelEditor editor_;
+  JournalKeeper* journal_;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
 };
 

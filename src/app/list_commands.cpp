@@ -43,7 +43,7 @@ void ListCommands::Export() {
   }
   document.ForgetChanges();
   // Intended: the next Save writes a clone file under this bare name.
-  session_.SetPath(FileName(path));
+  session_.SetSaved(FileName(path));
   // Which may be the list itself.
   const QString next =
       IsGone(session_.path())
@@ -66,6 +66,7 @@ void ListCommands::Import() {
   emit importing(path);
   document.Import(std::move(image));
   emit imported(report);
+  emit named(Shown(FileName(path)));
   session_.SetPath({});
   session_.TellNewData();
   session_.Settle();

@@ -28,6 +28,7 @@ class ListCommands final : public QObject {
   void importing(const std::string& path);
   // The channels of a list are in the document.
   void imported(const q40::ImportReport& report);
+  void named(const QString& name);  // of the list that was imported
   // What became of the list, in sentences, with all that was found out about it.
   void accounted(const QString& account, const q40::ImportReport& report);
 

@@ -6,11 +6,14 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QFile>
 #include <QIcon>
 #include <QStandardPaths>
 
+#include "app/end_signals.h"
 #include "app/frm_main.h"
+#include "app/journal_keeper.h"
 #include "base/plain_text.h"
 #include "files/standard_streams.h"
 #include "programs/nearest.h"
@@ -72,6 +75,15 @@ std::string Folder(QStandardPaths::StandardLocation location, const char* variab
     return (start + QFile::encodeName(folder.mid(text.size()))).toStdString();
   }
   return folder.toStdString();
+}
+
+// The toolkit knows no such place.
+std::string StateFolder() {
+  const QByteArray state = qgetenv("XDG_STATE_HOME");
+  if (state.startsWith('/')) return state.toStdString() + "/rxq40";
+  const QByteArray home = qgetenv("HOME");
+  return (home.isEmpty() ? QFile::encodeName(QDir::homePath()) : home).toStdString() +
+         "/.local/state/rxq40";
 }
 
 // The command line without the toolkit's own options, which begin with one hyphen or two.
@@ -141,6 +153,7 @@ q40::MainOptions Options(const QCommandLineParser& parser, char** argv) {
   options.program_folder = QCoreApplication::applicationDirPath().toStdString();
   options.user_folder = Folder(QStandardPaths::AppConfigLocation, "XDG_CONFIG_HOME");
   options.backup_folder = Folder(QStandardPaths::AppDataLocation, "XDG_DATA_HOME") + "/backups";
+  options.state_folder = StateFolder();
   return options;
 }
 
@@ -170,6 +183,9 @@ int main(int argc, char** argv) {
   Parser().process(application);
   QApplication::setStyle(new q40::ReadableStyle);
   q40::frmMain window(Options(Parser(), argv));
+  const q40::EndSignals ending;
+  QObject::connect(&ending, &q40::EndSignals::endRequested, window.findChild<q40::JournalKeeper*>(),
+                   &q40::JournalKeeper::End);
   window.StartUp();
   return QApplication::exec();
 }

@@ -14,6 +14,7 @@ struct MainOptions {
   std::string program_folder;  // of the file with the port number
   std::string user_folder;     // in its place when the program's folder cannot be written
   std::string backup_folder;   // of the backups before writing; made when it is needed
+  std::string state_folder;    // of unsaved work; made when it is needed; empty: none is kept
   std::chrono::milliseconds start_pause{2000};
 };
 

@@ -16,9 +16,13 @@ std::span<const CommandRow> CommandRows() {
       {"mnuExport", Menu::kFile, "&Export CSV...", kNoKey, "Ctrl+Shift+E", C::kExport},
       {nullptr, Menu::kFile},
       {kRecentFilesEntry, Menu::kFile, "&Recent Files"},
+      {kRestoreEntry, Menu::kFile, "Restore &Unsaved Changes...", kNoKey, "", C::kRestoreUnsaved},
       {nullptr, Menu::kFile},
       {"mnuFileExit", Menu::kFile, "E&xit", QKeySequence::Quit, "Ctrl+Q", C::kExit},
 
+      {kUndoEntry, Menu::kEdit, "&Undo", kNoKey, "Ctrl+Z", C::kUndo},
+      {kRedoEntry, Menu::kEdit, "&Redo", QKeySequence::Redo, "Ctrl+Y", C::kRedo},
+      {nullptr, Menu::kEdit},
       {kEditChannelEntry, Menu::kEdit, "&Edit Channel...", kNoKey, "Ctrl+E", C::kEditChannel},
 
       {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", C::kNone, "", "tbToolBar"},
@@ -58,6 +62,8 @@ std::span<const CommandRow> CommandRows() {
 std::span<const CommandHint> CommandHints() {
   static const CommandHint hints[] = {
       {"mnuFileNew", "Starts anew with the defaults of the chosen model; the auto dialer stays."},
+      {kRestoreEntry, "Brings back what a window had not saved when it was interrupted."},
+      {kUndoEntry, "Takes the last step back, also New, Open, Import and reading."},
       {"mnuExport", "The next Save then writes a clone file under the name of the list."},
       {"mnuImport", "Replaces the channels that the list names; what does not fit is passed over."},
       {"mnuFileExit",

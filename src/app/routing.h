@@ -14,6 +14,9 @@ inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 inline constexpr const char* kVerifyEntry = "mnuVerify";
 inline constexpr const char* kShowChangesEntry = "mnuShowChanges";
 inline constexpr const char* kMarkChangesEntry = "mnuMarkChanges";
+inline constexpr const char* kRestoreEntry = "mnuRestoreUnsaved";
+inline constexpr const char* kUndoEntry = "mnuUndo";
+inline constexpr const char* kRedoEntry = "mnuRedo";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 
@@ -24,9 +27,12 @@ enum class Command : unsigned char {
   kOpen,
   kSave,
   kSaveAs,
+  kRestoreUnsaved,
   kImport,
   kExport,
   kExit,
+  kUndo,
+  kRedo,
   kEditChannel,
   kReadSettings,  // from a page
   kReadMemory,

@@ -20,6 +20,12 @@ void Session::SetPath(const std::string& path) {
   emit pathChanged();
 }
 
+void Session::SetSaved(const std::string& path) {
+  path_ = path;
+  emit saved();
+  emit pathChanged();
+}
+
 void Session::SetBusy(Busy busy) {
   busy_ = busy;
   emit busyChanged();

@@ -31,6 +31,8 @@ class Session final : public QObject, private DocumentListener {
   // Of the clone file last opened or saved; empty when the data has none.
   [[nodiscard]] const std::string& path() const { return path_; }
   void SetPath(const std::string& path);
+  // All of the document is in that file now.
+  void SetSaved(const std::string& path);
 
   [[nodiscard]] Busy busy() const { return busy_; }
   [[nodiscard]] bool IsBusy() const { return busy_ != Busy::kNo; }
@@ -55,6 +57,7 @@ class Session final : public QObject, private DocumentListener {
  signals:
   void changed(const q40::DocumentChange& change);  // the document, by whomever
   void pathChanged();
+  void saved();  // under path()
   void busyChanged();
   void settling();
   void replaced();

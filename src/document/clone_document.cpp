@@ -1,10 +1,37 @@
 #include "document/clone_document.h"
 
+#include <algorithm>
+
 #include "document/defaults.h"
 #include "document/memory_edit.h"
 #include "document/take_back.h"
 
 namespace q40 {
+namespace {
+
+// What has to be shown anew where `after` takes the place of `before`.
+DocumentChange ChangeBetween(const CloneData& before, const CloneData& after) {
+  const CloneImage& a = before.image;
+  const CloneImage& b = after.image;
+  DocumentChange change = {.act = DocumentAct::kRestore};
+  change.first_channel = kMemoryChannelCount;
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    const auto row = static_cast<std::size_t>(n);
+    const bool same =
+        a.MemoryTable[row] == b.MemoryTable[row] && a.ChannelInUse[row] == b.ChannelInUse[row];
+    if (same) continue;
+    change.first_channel = std::min(change.first_channel, n);
+    change.last_channel = n;
+  }
+  change.special_channels = a.ShownSpecialSet != b.ShownSpecialSet ||
+                            a.ShownPresent != b.ShownPresent || a.ShownBand != b.ShownBand;
+  change.settings = before.settings != after.settings;
+  change.dial = before.dial != after.dial;
+  change.model = before.model != after.model || a.VersionA != b.VersionA;
+  return change;
+}
+
+}  // namespace
 
 CloneDocument::CloneDocument() : data_(FreshData()) {}
 
@@ -12,8 +39,9 @@ void CloneDocument::Tell(const DocumentChange& change) {
   if (listener_ != nullptr) listener_->DocumentChanged(change);
 }
 
-void CloneDocument::TellChannels(int first, int last) {
-  Tell({.first_channel = first, .last_channel = last, .edit = true});
+// From channel n on.
+void CloneDocument::TellChannels(DocumentAct act, int n, int last) {
+  Tell({.first_channel = n, .last_channel = last, .edit = true, .act = act, .index = n});
 }
 
 // ---- channels
@@ -21,25 +49,25 @@ void CloneDocument::TellChannels(int first, int last) {
 void CloneDocument::InsertChannel(int n) {
   InsertMemoryChannel(data_.image, n);
   settings_changed_ = memory_changed_ = true;
-  TellChannels(n, kMemoryChannelCount - 1);
+  TellChannels(DocumentAct::kInsertChannel, n, kMemoryChannelCount - 1);
 }
 
 void CloneDocument::DeleteChannel(int n) {
   DeleteMemoryChannel(data_.image, n);
   settings_changed_ = memory_changed_ = true;
-  TellChannels(n, kMemoryChannelCount - 1);
+  TellChannels(DocumentAct::kDeleteChannel, n, kMemoryChannelCount - 1);
 }
 
 void CloneDocument::ClearChannel(int n) {
   ClearMemoryChannel(data_.image, n);
   settings_changed_ = memory_changed_ = true;
-  TellChannels(n, n);
+  TellChannels(DocumentAct::kClearChannel, n, n);
 }
 
 void CloneDocument::ClearAllChannels() {
   ClearAllMemoryChannels(data_.image);
   memory_changed_ = true;
-  TellChannels(0, kMemoryChannelCount - 1);
+  TellChannels(DocumentAct::kClearAllChannels, 0, kMemoryChannelCount - 1);
 }
 
 void CloneDocument::StoreMemoryChannel(int n, ChannelRecord record) {
@@ -47,7 +75,7 @@ void CloneDocument::StoreMemoryChannel(int n, ChannelRecord record) {
   data_.image.MemoryTable[row] = std::move(record);
   data_.image.ChannelInUse[row] = true;
   settings_changed_ = memory_changed_ = true;
-  TellChannels(n, n);
+  TellChannels(DocumentAct::kStoreMemoryChannel, n, n);
 }
 
 void CloneDocument::StoreSpecialChannel(int k, ChannelRecord record) {
@@ -56,18 +84,21 @@ void CloneDocument::StoreSpecialChannel(int k, ChannelRecord record) {
   if (k >= kPhRow) data_.image.ShownPresent[row - kPhRow] = true;
   StoreShownRow(data_.image, k);
   settings_changed_ = true;
-  Tell({.special_channels = true, .edit = true});
+  Tell({.special_channels = true,
+        .edit = true,
+        .act = DocumentAct::kStoreSpecialChannel,
+        .index = k});
 }
 
 void CloneDocument::ClearLimit(int k) {
   ClearShownLimit(data_.image, k);
   memory_changed_ = true;
-  Tell({.special_channels = true, .edit = true});
+  Tell({.special_channels = true, .edit = true, .act = DocumentAct::kClearLimit, .index = k});
 }
 
 void CloneDocument::ChooseBand(Band band) {
   ShowBand(data_.image, band);
-  Tell({.special_channels = true});
+  Tell({.special_channels = true, .act = DocumentAct::kChooseBand});
 }
 
 // ---- settings
@@ -75,18 +106,20 @@ void CloneDocument::ChooseBand(Band band) {
 void CloneDocument::ChangeSetting(const Setting& setting, int value) {
   data_.settings.*setting.value = value;
   if (setting.counts) settings_changed_ = true;
-  Tell({.edit = setting.counts});
+  Tell({.edit = setting.counts,
+        .act = DocumentAct::kChangeSetting,
+        .index = static_cast<int>(&setting - Settings().data())});
 }
 
 void CloneDocument::ChangeLooseSetting() {
   settings_changed_ = true;
-  Tell({.edit = true});
+  Tell({.edit = true, .act = DocumentAct::kChangeLooseSetting});
 }
 
 void CloneDocument::ChangeDialText(int index, std::string text) {
   data_.dial[static_cast<std::size_t>(index)] = std::move(text);
   settings_changed_ = true;
-  Tell({.edit = true});
+  Tell({.edit = true, .act = DocumentAct::kChangeDialText, .index = index});
 }
 
 // ---- taking back
@@ -101,31 +134,48 @@ int CloneDocument::TakeBack(const CloneData& before, const std::vector<CellAddre
 
 // ---- starting anew
 
-void CloneDocument::New() {
+void CloneDocument::StartAnew(DocumentAct act) {
   ResetToDefaults(data_);
   ForgetChanges();
   DocumentChange change = kEverything;
   change.anew = true;
+  change.act = act;
   Tell(change);
 }
+
+void CloneDocument::New() { StartAnew(DocumentAct::kNew); }
 
 bool CloneDocument::ChangeModel(int model) {
   if (model == data_.model) return false;
   data_.model = model;
-  New();
+  StartAnew(DocumentAct::kChangeModel);
   return true;
 }
 
 void CloneDocument::Open(CloneData data) {
   data_ = std::move(data);
   ForgetChanges();
-  Tell(kEverything);
+  DocumentChange change = kEverything;
+  change.act = DocumentAct::kOpen;
+  Tell(change);
 }
 
 void CloneDocument::Import(CloneImage image) {
   data_.image = std::move(image);
   ForgetChanges();
-  Tell({.last_channel = kMemoryChannelCount - 1, .special_channels = true});
+  Tell({.last_channel = kMemoryChannelCount - 1,
+        .special_channels = true,
+        .act = DocumentAct::kImport});
+}
+
+// ---- going back
+
+void CloneDocument::Restore(CloneData data, bool settings_changed, bool memory_changed) {
+  const DocumentChange change = ChangeBetween(data_, data);
+  data_ = std::move(data);
+  settings_changed_ = settings_changed;
+  memory_changed_ = memory_changed;
+  Tell(change);
 }
 
 // ---- the radio

@@ -17,6 +17,27 @@
 
 namespace q40 {
 
+// Which operation, where somebody keeps an account of them.
+enum class DocumentAct : unsigned char {
+  kPart,  // of a longer work: what is read from a radio, or goes with a write
+  kInsertChannel,
+  kDeleteChannel,
+  kClearChannel,
+  kClearAllChannels,
+  kStoreMemoryChannel,
+  kStoreSpecialChannel,
+  kClearLimit,
+  kChooseBand,
+  kChangeSetting,
+  kChangeLooseSetting,
+  kChangeDialText,
+  kNew,
+  kChangeModel,
+  kOpen,
+  kImport,
+  kRestore,
+};
+
 // What an operation has changed, so that it can be shown.
 struct DocumentChange {
   // Memory channels first..last; none when last < first.
@@ -30,6 +51,9 @@ struct DocumentChange {
   bool model = false;             // or version
   bool anew = false;              // New, or another model: the data does not come from a file
   bool edit = false;              // by the user, and counts as a change
+  DocumentAct act = DocumentAct::kPart;
+  int index =
+      0;  // of the channel, row, setting (in Settings()) or dialer memory that the act is about
 };
 inline constexpr DocumentChange kEverything = {
     .last_channel = kMemoryChannelCount - 1,
@@ -116,6 +140,11 @@ class CloneDocument {
   // The channels after an import of a list. Intended: an import counts as nothing to save.
   void Import(CloneImage image);
 
+  // ---- going back
+
+  // Puts a state back, data and flags, and tells of what differs in it.
+  void Restore(CloneData data, bool settings_changed, bool memory_changed);
+
   // ---- letting changes go, or having saved them
 
   void ForgetSettingsChanges() { settings_changed_ = false; }
@@ -147,7 +176,8 @@ class CloneDocument {
 
  private:
   void Tell(const DocumentChange& change);
-  void TellChannels(int first, int last);
+  void TellChannels(DocumentAct act, int n, int last);
+  void StartAnew(DocumentAct act);
 
   CloneData data_;
   bool settings_changed_ = false;

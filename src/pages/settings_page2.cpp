@@ -93,6 +93,7 @@ QWidget* SettingsPage2::MakeDialer() {
     edit->setMaximumWidth(2 * edit->minimumWidth());
     connect(edit, &FilteredEdit::entered, [this, index] { EnterPressed(index); });
     connect(edit, &FilteredEdit::left, this, &SettingsPage2::FillStart);
+    connect(edit, &FilteredEdit::left, edit, &FilteredEdit::ForgetTyping);
     connect(edit, &FilteredEdit::textChanged, [this, index](const QString& text) {
       if (!loading_dial_) emit dialEdited(index, text.toStdString());
     });

@@ -49,6 +49,21 @@ FilteredEdit::FilteredEdit(Filter filter, int longest, QWidget* parent)
   connect(this, &QLineEdit::textChanged, this, &FilteredEdit::Remember);
 }
 
+// Takes back what is typed, one piece after the other. When nothing is left of it, the keys are the
+// window's.
+bool FilteredEdit::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const bool none_left = (key.matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+                           (key.matches(QKeySequence::Redo) && !isRedoAvailable());
+    if (none_left) {
+      event->ignore();
+      return true;
+    }
+  }
+  return QLineEdit::event(event);
+}
+
 // ---- what comes in
 
 void FilteredEdit::keyPressEvent(QKeyEvent* event) {

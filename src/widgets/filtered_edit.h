@@ -35,6 +35,8 @@ class FilteredEdit : public QLineEdit {
   [[nodiscard]] int longest() const { return longest_; }
   // Shows a text that the program sets: cut to the longest, but neither filtered nor repaired.
   void ShowText(const QString& text);
+  // What was typed is no longer the box's own to take back.
+  void ForgetTyping() { ShowText(text()); }
   // The user has come here and has not gone on to another control, even if the keyboard is with the
   // menu or another window meanwhile.
   [[nodiscard]] bool IsEntered() const { return hasFocus() || away_; }
@@ -48,6 +50,7 @@ class FilteredEdit : public QLineEdit {
   void left();
 
  protected:
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;

@@ -70,6 +70,8 @@ TEST_F(RadioCommands, AnotherModelIsNotWrittenAndReadAfterAQuestion) {
 // While the radio talks: everything waits, the tabs can be switched, the window cannot go.
 TEST_F(RadioCommands, OneBusyGuard) {
   Start({"late=250@0200", "late=250@1C20"}, SavedDemo());
+  Press("chkBeep", Qt::Key_Space);
+  SetFlags(false, false);
   ShowTab(3);
   int looked = 0;
   const auto look = [&] {
@@ -83,9 +85,10 @@ TEST_F(RadioCommands, OneBusyGuard) {
       EXPECT_TRUE(Find(name).testAttribute(Qt::WA_ForceDisabled)) << name;
     }
     const CloneImage before = document().image;
-    for (const char* name : {"mnuFileNew", "mnuFileOpen", "mnuFileSaveAs", "mnuImport", "mnuExport",
-                             "mnuReSet", "mnuWrAll", "mnuToolsOptions", "mnuHelpAbout",
-                             "mnuEditUndo", "cmbInsert", "cmbDelete", "cmbClear", "cmbClAll"}) {
+    for (const char* name :
+         {"mnuFileNew", "mnuFileOpen", "mnuFileSaveAs", "mnuImport", "mnuExport", "mnuReSet",
+          "mnuWrAll", "mnuToolsOptions", "mnuHelpAbout", "mnuEditUndo", "mnuUndo", "cmbInsert",
+          "cmbDelete", "cmbClear", "cmbClAll"}) {
       Trigger(name);
     }
     Press(kMemoryGrid, Qt::Key_Return);

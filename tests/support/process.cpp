@@ -113,9 +113,9 @@ Background::Background(const std::vector<std::string>& command,
   close(out.read_end);
 }
 
-int Background::Stop() {
+int Background::Stop(int signal) {
   if (!IsRunning()) return code_;
-  kill(pid_, SIGTERM);
+  kill(pid_, signal != 0 ? signal : SIGTERM);
   int status = 0;
   waitpid(pid_, &status, 0);
   pid_ = -1;

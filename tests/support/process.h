@@ -46,8 +46,8 @@ class Background {
   bool IsRunning();
   // Its exit code, -1 when it is still running after `limit`.
   int Wait(std::chrono::milliseconds limit);
-  // Ends it with SIGTERM; its exit code.
-  int Stop();
+  // Ends it with a signal, SIGTERM if none is given; its exit code.
+  int Stop(int signal = 0);
 
  private:
   pid_t pid_ = -1;
