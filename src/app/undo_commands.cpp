@@ -51,6 +51,7 @@ Label LabelOf(const DocumentChange& change, const CloneData& data) {
       return {"Model " + std::string(ModelName(data.model)), Label::kEverywhere, true};
     case Act::kOpen: return {"Open", Label::kEverywhere, true};
     case Act::kImport: return {"Import", Label::kByDifference, true};
+    case Act::kTakeBack: return {"Take Back", Label::kByDifference};
     default: return {"Restore", Label::kEverywhere, true};
   }
 }

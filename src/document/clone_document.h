@@ -35,6 +35,7 @@ enum class DocumentAct : unsigned char {
   kChangeModel,
   kOpen,
   kImport,
+  kTakeBack,
   kRestore,
 };
 
@@ -52,8 +53,8 @@ struct DocumentChange {
   bool anew = false;              // New, or another model: the data does not come from a file
   bool edit = false;              // by the user, and counts as a change
   DocumentAct act = DocumentAct::kPart;
-  int index =
-      0;  // of the channel, row, setting (in Settings()) or dialer memory that the act is about
+  // Of the channel, row, setting (in Settings()) or dialer memory that the act is about.
+  int index = 0;
 };
 inline constexpr DocumentChange kEverything = {
     .last_channel = kMemoryChannelCount - 1,

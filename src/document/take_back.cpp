@@ -15,6 +15,7 @@ class Putter {
 
   TakenBack Take() {
     done_.change.edit = done_.settings_flag || done_.memory_flag;
+    done_.change.act = DocumentAct::kTakeBack;
     return done_;
   }
 
