@@ -52,7 +52,7 @@ class CtlJson : public test::Ctl {
 // Whatever file it is: its document makes the same file of any other one, byte for byte.
 TEST_F(CtlJson, AWholeDocumentMakesTheWholeFile) {
   const std::string fresh = Save("fresh.Q40", FreshData());
-  for (unsigned seed = 1; seed <= 6; ++seed) {
+  for (unsigned seed = 1; seed <= 4; ++seed) {
     const bool odd = seed % 3 != 0;
     const std::string path =
         odd ? OddFile("a.Q40", seed) : Save("a.Q40", test::RandomDocument(seed));
@@ -100,7 +100,7 @@ TEST_F(CtlJson, NothingElseChanges) {
   for (const auto& [place, values] : other.items()) {
     if (!values.is_object() || !shown.contains(place)) continue;
     for (const auto& [name, value] : values.items()) {
-      if (++count % 61 != 0) continue;
+      if (++count % 97 != 0) continue;
       const Result result = Apply(path, json({{place, {{name, value}}}}).dump());
       ASSERT_TRUE(result.code == 0 || result.code == kExitImportedInPart) << result.err;
       int lines = 0;
@@ -110,7 +110,7 @@ TEST_F(CtlJson, NothingElseChanges) {
       EXPECT_LE(lines, 3) << place << ' ' << name;  // two of a channel, and the start channel
     }
   }
-  EXPECT_GT(changed_files, 25);
+  EXPECT_GT(changed_files, 15);
   // What does not fit leaves the odd bytes around it alone.
   EXPECT_EQ(Apply(path, R"j({"Settings": {"Volume": 99, "TOT (sec)": 1}, "UHF CALL": {"MID": 11},
                             "VHF PL": {"Frequency": 9999}})j")

@@ -97,8 +97,8 @@ void MergeBytes(const NamedValues& values, const Edits& edits, const CloneLines&
   if (edits.applied > 0) as_saved[kStartChannel] = DigitsOfByte(after, kStartChannel);
   for (const std::size_t index : edits.settings) {
     const Setting& setting = Settings()[index];
-    const Byte byte = {Unit::Settings(setting.line / 2),
-                       setting.line % 2 * kBlockSize + setting.byte};
+    const int offset = setting.line % 2 * kBlockSize + setting.byte;
+    const Byte byte = {Unit::Settings(setting.line / 2), static_cast<std::size_t>(offset)};
     as_saved[byte] = DigitsOfByte(after, byte);
   }
   for (const auto& [item, value] : values) {

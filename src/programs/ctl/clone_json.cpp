@@ -143,9 +143,15 @@ Json ValueOf(const CloneData& data, const CloneItem& item) {
 Json DocumentJson(const OpenedClone& clone) {
   const Printer printer(clone);
   Json json = {{kFormatKey, kJsonFormat}};
+  // To find a place takes a walk, so it is kept for as long as it stays the same.
+  std::string_view place;
+  Json* values = nullptr;
   for (const CloneItem& item : CloneItems()) {
     Json value = printer.ValueOf(item);
-    if (!value.is_null()) json[item.place][item.name] = std::move(value);
+    if (value.is_null()) continue;
+    if (item.place != place) values = &json[item.place];
+    place = item.place;
+    (*values)[item.name] = std::move(value);
   }
   return json;
 }

@@ -54,6 +54,7 @@ bool SameType(const Json& a, const Json& b) {
 const Choices& Choices::Of(Field field) {
   static const std::vector<Choices> kAll = [] {
     std::vector<Choices> all;
+    all.reserve(kChannelFields.size());
     for (const ChannelField& row : kChannelFields) all.push_back(MadeOf(row.field));
     return all;
   }();

@@ -29,7 +29,7 @@ std::string WhyNoValue(const Named& named) {
     case ItemKind::kModel:
       if (value.is_string() && FindModel(value.get<std::string>())) return {};
       return "must be RX-Q40T, RX-Q40E, RX-Q40T1 or RX-Q20A";
-    case ItemKind::kVersion: return must_be(value == "A" || value == "0", "\"A\" or \"0\"");
+    case ItemKind::kVersion: return must_be(value == "A" || value == "0", R"("A" or "0")");
     case ItemKind::kSetting: return must_be_one(Choices::Of(Settings()[item.index]));
     case ItemKind::kInUse: return must_be(value.is_boolean(), "true or false");
     case ItemKind::kField: break;
@@ -105,6 +105,7 @@ class Names {
   static std::string Unknown(const std::string& pointer, const std::string& word,
                              const Map& known) {
     std::vector<std::string> words;
+    words.reserve(known.size());
     for (const auto& [name, value] : known) words.push_back(name);
     const auto meant = Nearest(word, words);
     return pointer + " is unknown" +
