@@ -251,7 +251,7 @@ TEST_F(Changes, AreShownBeforeAWriteIfWanted) {
   Trigger("mnuWrSet");
   ChannelRecord record = document().image.MemoryTable[0];
   record.Set(ChannelKind::kMemory, Field::kPower, 0, "Lo");
-  record.Set(ChannelKind::kMemory, Field::kStep, 7, "25KHz");  // the radio keeps 12.5
+  record.Set(ChannelKind::kMemory, Field::kStep, 5, "25KHz");  // the radio keeps 12.5
   const_cast<CloneDocument&>(window_->document()).StoreMemoryChannel(0, record);
   answer("1 change: ", {"Channels (1)", "Memory 0: Power: Hi > Lo"}, "cmdCancelWrite");
   Trigger("mnuWrAll");
