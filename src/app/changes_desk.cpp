@@ -18,6 +18,7 @@
 #include "dialogs/write_question.h"
 #include "document/defaults.h"
 #include "files/clone_file.h"
+#include "link/write_plan.h"
 #include "widgets/paths.h"
 
 namespace q40 {
@@ -200,11 +201,13 @@ void ChangesDesk::ShowNotes() {
 
 bool ChangesDesk::MayWrite(Half half) {
   if (!window_.findChild<QAction*>(QLatin1String(kShowChangesEntry))->isChecked()) return true;
+  // What is no data is refused by the write itself, which says why.
+  if (FirstBadUnit(MakeWritePlan(at_.session.document().data(), half))) return true;
   WriteQuestion question(&window_);
   for (;;) {
     const bool known = states_.KnowsRadio(half);
     if (known) {
-      question.Ask(true, DifferencesOf(states_.radio()->data, at_.session.document().data(), half),
+      question.Ask(true, states_.ChangesOfWrite(half),
                    tr("Before: %1.").arg(states_.radio()->name));
     } else {
       question.Ask(false, {}, tr("It has not been read or written as a whole."));

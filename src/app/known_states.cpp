@@ -8,6 +8,8 @@
 #include "app/list_commands.h"
 #include "app/radio_commands.h"
 #include "app/session.h"
+#include "document/document_units.h"
+#include "link/write_plan.h"
 #include "widgets/paths.h"
 
 namespace q40 {
@@ -33,6 +35,11 @@ void CopyHalf(const CloneData& from, Half half, CloneData& to) {
   to = std::move(copy);
 }
 
+// As a read would bring them back. What cannot be decoded is never written.
+void LoadUnits(const std::vector<UnitData>& units, CloneData& data) {
+  for (const UnitData& unit : units) static_cast<void>(LoadUnit(unit, data));
+}
+
 }  // namespace
 
 KnownStates::KnownStates(Session& session, FileCommands& files, ListCommands& lists,
@@ -50,6 +57,16 @@ KnownStates::KnownStates(Session& session, FileCommands& files, ListCommands& li
           [this](const QString& /*text*/, const QStringList& differences) {
             if (!differences.isEmpty()) ForgetRadio(Half::kBoth);
           });
+}
+
+std::vector<CellDifference> KnownStates::ChangesOfWrite(Half half) const {
+  const CloneData& loaded = session_.document().data();
+  CloneData after = radio_->data;
+  after.model = loaded.model;
+  const WritePlan plan = MakeWritePlan(loaded, half);
+  LoadUnits(plan.settings, after);
+  LoadUnits(plan.memory, after);
+  return DifferencesOf(radio_->data, after, half);
 }
 
 bool KnownStates::KnowsRadio(Half half) const {
@@ -86,7 +103,10 @@ void KnownStates::NoteSequence(Sequence sequence, const SequenceReport& report) 
   const Half half = memory ? Half::kMemory : Half::kSettings;
   const bool touched = !report.acknowledged.empty() || report.in_flight;
   if (report.outcome == Outcome::kDone && report.damaged.empty()) {
-    KeepRadio(session_.document().data(), half, reads ? tr("read") : tr("written"));
+    // What was written is not all that is loaded: RPT has a frequency of its own, steps are lost.
+    CloneData data = session_.document().data();
+    LoadUnits(report.acknowledged, data);
+    KeepRadio(data, half, reads ? tr("read") : tr("written"));
   } else if (report.outcome == Outcome::kDone || touched) {
     ForgetRadio(half);
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include <QObject>
 
@@ -35,6 +36,8 @@ class KnownStates final : public QObject {
   // The radio as last read or written. Empty: what it holds is not known.
   [[nodiscard]] const std::optional<State>& radio() const { return radio_; }
   [[nodiscard]] bool KnowsRadio(Half half) const;
+  // What a write of what is loaded would change in the radio, if KnowsRadio.
+  [[nodiscard]] std::vector<CellDifference> ChangesOfWrite(Half half) const;
   // The document before the last import.
   [[nodiscard]] const std::optional<State>& before_import() const { return before_import_; }
 

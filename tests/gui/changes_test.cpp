@@ -156,7 +156,9 @@ TEST_F(Changes, CompareWithRadioBackupAndAnyFile) {
   EXPECT_TRUE(Summary().endsWith("Of the radio only the settings are known."));
   Trigger("mnuWrSet");
   Settle();
-  EXPECT_EQ(Rows(), QStringList());  // it is now as written
+  // It is now as written: RPT has a frequency of its own in the radio.
+  EXPECT_EQ(Rows(),
+            QStringList({"Special channels (1)", "UHF RPT: Frequency: 445.0000 > 435.0000"}));
   EXPECT_EQ(Against()[1], "The radio, as written");
   EXPECT_TRUE(ChooseAgainst("Backup RX-Q40E ").endsWith(".Q40"));
   EXPECT_EQ(Rows().last(), "Auto dialer: M1: 0123456789 > 5");
@@ -228,24 +230,36 @@ TEST_F(Changes, AreShownBeforeAWriteIfWanted) {
     });
   };
   const QString unknown = "What the radio holds is not known.";
-  const QStringList row = {"Auto dialer (1)", "Auto dialer: M1: 0123456789 > 5"};
+  const QStringList row = {"Special channels (1)", "UHF RPT: Frequency: 435.0000 > 445.0000",
+                           "Auto dialer (1)", "Auto dialer: M1: 0123456789 > 5"};
   answer(unknown, {}, "cmdCancelWrite");
   Trigger("mnuWrSet");
   EXPECT_EQ(TakeHeard(), "");
   EXPECT_EQ(Status(), "Nothing was written.");
   answer(unknown, {}, "cmdReadFirst");
-  answer("1 change: Auto dialer 1. Before: The radio, as read", row, "");
+  answer("2 changes: Special channels 1, Auto dialer 1. Before: The radio, as read", row, "");
   Trigger("mnuWrSet");
   EXPECT_EQ(TakeHeard(), "who, 17 reads 0020 to 1D80, end");
   EXPECT_EQ(window_->document().data().dial[0], "5");
-  answer("1 change: ", row, "cmdWrite");
+  answer("2 changes: ", row, "cmdWrite");
   Trigger("mnuWrSet");
   EXPECT_EQ(TakeHeard(), "RXQ40, who, 17 writes 0020 to 1D80, end");
   answer(unknown, {}, "cmdWrite");  // of the other half nothing is known
   Trigger("mnuWrMem");
   EXPECT_EQ(TakeHeard(), "RXQ40, who, 210 writes 0200 to 1C20, end");
   answer("Nothing that is written differs", {}, "cmdCancelWrite");
+  Trigger("mnuWrSet");
+  ChannelRecord record = document().image.MemoryTable[0];
+  record.Set(ChannelKind::kMemory, Field::kPower, 0, "Lo");
+  record.Set(ChannelKind::kMemory, Field::kStep, 5, "25KHz");  // the radio keeps 12.5
+  const_cast<CloneDocument&>(window_->document()).StoreMemoryChannel(0, record);
+  answer("1 change: ", {"Channels (1)", "Memory 0: Power: Hi > Lo"}, "cmdCancelWrite");
   Trigger("mnuWrAll");
+  document().image.SettingsLine[3] = QString(32, 'G').toStdString();
+  TakeHeard();
+  Error("Data Error");  // and no question
+  Trigger("mnuWrSet");
+  EXPECT_EQ(TakeHeard(), "");
 }
 
 TEST_F(Changes, AreMarkedWhereTheyStand) {
