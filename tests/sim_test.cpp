@@ -13,7 +13,7 @@ struct Bench : test::SimulatedBench {
   explicit Bench(const std::vector<std::string>& faults = {})
       : SimulatedBench(test::WithFaults(faults)) {
     StoreDocument(test::RandomDocument(5), radio.memory());
-    link.OpenPort();
+    cable.port.Open();
   }
 };
 
@@ -21,7 +21,7 @@ TEST(SimulatedRadio, PacedExchangesTakeTheTimeOfTheirBytes) {
   SimulatedRadio::Options paced;
   paced.baud = 9600;
   test::SimulatedBench bench(paced);
-  bench.link.OpenPort();
+  bench.cable.port.Open();
   EXPECT_EQ(bench.link.TxCommand("KX~F0200R\r").size(), 77U);
   const double wire_ms = 77 * 10 * 1000 / 9600.0;
   EXPECT_NEAR(static_cast<double>(bench.clock.Ms()), wire_ms, 1.0);
@@ -101,7 +101,7 @@ TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
     const bool stored = std::string_view(fault) == "ng";
     EXPECT_EQ(bench.radio.memory().Read(0x0200, 32), stored ? std::string(64, 'A') : unit);
     // Once: the next exchange is good again.
-    bench.link.OpenPort();
+    bench.cable.port.Open();
     if (std::string(fault) != "late") {
       EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << fault;
     }
