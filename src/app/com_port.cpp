@@ -6,6 +6,7 @@
 #include "serial/serial_port.h"
 #include "sim/demo_radio.h"
 #include "sim/simulated_port.h"
+#include "sim/simulated_radio.h"
 #include "widgets/paths.h"
 
 namespace q40 {
