@@ -14,6 +14,7 @@
 #include "app/routing.h"
 #include "app/service_commands.h"
 #include "app/session.h"
+#include "app/trace_command.h"
 #include "app/window_prompts.h"
 
 namespace q40 {
@@ -80,6 +81,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   ListCommands lists_;
   RadioCommands radio_;
   ServiceCommands service_;
+  TraceCommand trace_;
   Navigation* navigation_;
   RadioDisplay* display_;
   CheckUpCommand* checkup_;

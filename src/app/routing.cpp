@@ -42,6 +42,7 @@ std::span<const CommandRow> CommandRows() {
        kVerifyOption},
       {nullptr, Menu::kTools},
       {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", C::kService},
+      {kTraceEntry, Menu::kTools, "Trace to &File...", kNoKey, "", C::kTrace, "", "", "", true},
 
       {"mnuHelpContents", Menu::kHelp, "&Help", QKeySequence::HelpContents, "", C::kHelp},
       {"mnuHelpAbout", Menu::kHelp, "&About...", kNoKey, "", C::kAbout, "Help"},
@@ -62,7 +63,8 @@ std::span<const CommandHint> CommandHints() {
       {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
       {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},
       {"mnuImportNotes", "Lists what the last import did not take as it is written."},
-      {"mnuToolsService", "Raw blocks of the radio's memory."}};
+      {"mnuToolsService", "Raw blocks of the radio's memory."},
+      {"mnuTrace", "Keeps what goes over the line in a file, until it is chosen again."}};
   return hints;
 }
 
