@@ -40,7 +40,7 @@ void TraceCommand::Begin() {
   session_.port().trace().Start([this](std::string_view line) { return file_->Take(line); });
   prompts_.Note(tr("What goes over the line is kept in %1, until Tools, Trace to File is chosen "
                    "again.")
-                    .arg(Shown(path_)));
+                    .arg(Shown(FileName(path_))));
   emit keptChanged(true);
 }
 

@@ -71,7 +71,7 @@ void AddTraceOptions(CLI::App& app, CommandContext& context) {
           context.trace = TraceChoice{path, force->count() > 0};
         },
         "keep what goes over the line, as text, in this new file");
-    trace->type_name("FILE");
+    trace->type_name("FILE.trace");
     if (!has_own) force->needs(trace);
   }
 }

@@ -44,7 +44,7 @@ void DefineSimCommandLine(CLI::App& app, SimArguments& arguments) {
   auto* replay =
       app.add_option("--replay", arguments.replay,
                      "answer as this trace of rxq40ctl --trace tells; another command ends it")
-          ->type_name("FILE");
+          ->type_name("FILE.trace");
   for (CLI::Option* option : app.get_options()) {
     const bool has_own_meaning =
         option == replay || option == app.get_help_ptr() || option->check_lname("link");
