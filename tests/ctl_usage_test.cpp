@@ -157,6 +157,8 @@ TEST_F(Ctl, ATraceIsKeptAndReplacesNothing) {
   EXPECT_EQ(test::Content(trace).find(" < "), std::string::npos);
   EXPECT_TRUE(refused(identify(clone, "--force"), 2, "is a clone file. Name another file"));
   EXPECT_EQ(test::Content(clone), kept);
+  EXPECT_TRUE(refused(Run({"read", "-p", "1", "--trace", folder_ / "./b", folder_ / "b"}), 2,
+                      "b is the clone file. Name another"));
   EXPECT_TRUE(refused(identify(folder_ / "no/t.txt"), 7, "no/t.txt"));
   // A command that never comes to its port makes none.
   const std::string second = folder_ / "second.txt";

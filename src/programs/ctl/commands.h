@@ -23,6 +23,7 @@ using LineFactory = std::function<std::unique_ptr<RadioLine>(const std::string& 
 
 struct TraceChoice {
   std::string path;
+  std::string file;  // that the command reads or makes; may be empty
   bool may_replace = false;
 };
 

@@ -30,7 +30,7 @@ std::optional<std::string> OnlyAdapter(CommandContext& context) {
   std::string text =
       std::to_string(adapters.size()) + " adapters are plugged in. Choose one with -p: ";
   for (const PresentPort& port : adapters) {
-    text += (&port == &adapters[0] ? "" : ", ") + NameOf(port);
+    text += (&port == &adapters.front() ? "" : ", ") + NameOf(port);
   }
   context.exit_code = console.Error(kExitUsage, text);
   return std::nullopt;

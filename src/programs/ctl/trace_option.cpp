@@ -1,6 +1,7 @@
 #include "programs/ctl/trace_option.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 
 #include "files/clone_file.h"
@@ -67,8 +68,11 @@ void AddTraceOptions(CLI::App& app, CommandContext& context) {
     }
     auto* trace = command->add_option_function<std::string>(
         "--trace",
-        [&context, force](const std::string& path) {
-          context.trace = TraceChoice{path, force->count() > 0};
+        [&context, command, force](const std::string& path) {
+          const CLI::Option* file = command->get_option_no_throw("FILE");
+          const bool named = file != nullptr && file->count() > 0;
+          context.trace = TraceChoice{path, named ? file->results().front() : std::string(),
+                                      force->count() > 0};
         },
         "keep what goes over the line, as text, in this new file");
     trace->type_name("FILE.trace");
@@ -78,12 +82,17 @@ void AddTraceOptions(CLI::App& app, CommandContext& context) {
 
 int CheckTrace(CommandContext& context) {
   if (!context.trace) return kExitDone;
-  const auto& [path, may_replace] = *context.trace;
+  const auto& [path, file, may_replace] = *context.trace;
   Product product(context, path);
   if (product.IsStream()) return kExitDone;
   if (IsCloneFile(path)) {
     return context.console.Error(kExitUsage,
                                  path + " is a clone file. Name another file for the trace.");
+  }
+  if (std::filesystem::path(path).lexically_normal() ==
+      std::filesystem::path(file).lexically_normal()) {
+    return context.console.Error(kExitUsage,
+                                 path + " is the clone file. Name another file for the trace.");
   }
   return product.Prepare(may_replace);
 }
