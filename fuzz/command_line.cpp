@@ -59,7 +59,7 @@ class WorkingFolder {
 // of an error message.
 bool MayRun(const std::vector<std::string>& words) {
   return std::none_of(words.begin(), words.end(), [](const std::string& word) {
-    return word == "ports" || word.find("..") != std::string::npos ||
+    return word == "ports" || word.starts_with("--trace") || word.find("..") != std::string::npos ||
            word.find(kErrorStart) != std::string::npos ||
            word.find_first_of(std::string_view("/\0", 2)) != std::string::npos;
   });

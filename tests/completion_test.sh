@@ -39,11 +39,13 @@ rxq40ctl re;read
 rxq40ctl ;apply|check|diff|dump|export|identify|import|lint|new|ports|read|show|write
 rxq40ctl --v;--version
 rxq40ctl --quiet wr;write
-rxq40ctl read --;--force|--help|--only|--port|--quiet
+rxq40ctl read --;--force|--help|--only|--port|--quiet|--trace
 rxq40ctl read --only ;memory|settings
 rxq40ctl read --only=;memory|settings
 rxq40ctl read --only=m;memory
 rxq40ctl read -p 1;1|10|11|12|13|14
+rxq40ctl read -p a;auto
+rxq40ctl dump --trace n;notes.txt
 rxq40ctl read -p 3 ;CLONES
 rxq40ctl read -p 3 mine.Q40 ;
 rxq40ctl read -p /dev/nul;/dev/null
@@ -56,6 +58,7 @@ rxq40ctl dump --first ;
 rxq40sim --load m;mine.Q40
 rxq40sim --version ;0|A
 rxq40sim --fault n;ng|no-echo|non-hex|not-stored
+rxq40sim --replay n;notes.txt
 rxq40sim --save-memory n;notes.txt
 rxq40sim --save-memory d;deep
 CASES

@@ -34,7 +34,9 @@ TEST_F(Ctl, WrongUsageIsTwo) {
       {{"read", "-p", "1", "-z"}, "read: there is no option \"-z\". See rxq40ctl read --help."},
       {{"-p", "1", "read", "x"},
        "read: -p must stand behind the command. See rxq40ctl read --help."},
-      {{"read", "-p", "15", "x"}, "\"15\" is no port: use 1 to 14 or the path of a device"},
+      {{"read", "-p", "15", "x"}, "\"15\" is no port: use 1 to 14, the path of a device, or auto"},
+      {{"identify", "-p", "1", "--force"},
+       "identify: --force requires --trace. See rxq40ctl identify --help."},
       {{"read", "-p", "com1", "x"}, "\"com1\" is no port: did you mean 1?"},
       {{"read", "-p", "COM15", "x"}, "\"COM15\" is no port: did you mean 1 to 14?"},
       {{"read", "-p", "ttyUSB0", "x"}, "\"ttyUSB0\" is no port: did you mean /dev/ttyUSB0?"},
@@ -101,11 +103,79 @@ TEST_F(Ctl, Ports) {
   ASSERT_EQ(json.size(), 14U);
   EXPECT_EQ(json[8]["number"], 9);
   EXPECT_EQ(json[8]["device"], "/dev/ttyACM0");
+  plugged_in_ = {{"/dev/ttyUSB1", "an adapter", "/dev/serial/by-id/usb-X"}};
+  EXPECT_NE(Run({"ports"}).out.find(
+                "COM  2  /dev/ttyUSB1  present  an adapter  /dev/serial/by-id/usb-X\n"),
+            std::string::npos);
+  EXPECT_EQ(nlohmann::json::parse(Run({"ports", "--json"}).out)[1]["stablePath"],
+            "/dev/serial/by-id/usb-X");
   setenv("RXQ40_COM14", "/dev/null", 1);
   const std::string text = Run({"ports"}).out;
   EXPECT_TRUE(text.starts_with("COM  1  ")) << text;
   EXPECT_NE(text.find("COM 14  /dev/null  present"), std::string::npos) << text;
   unsetenv("RXQ40_COM14");
+}
+
+// The only adapter, or none: nothing is tried.
+TEST_F(Ctl, TheOnlyAdapter) {
+  const PresentPort chip = {"/dev/ttyS0", ""};
+  const PresentPort one = {"/dev/ttyUSB3", "FT232R USB UART, FTDI"};
+  const PresentPort other = {"/dev/ttyACM0", ""};
+  const std::tuple<std::vector<PresentPort>, int, const char*, const char*> cases[] = {
+      {{chip, one}, 0, "/dev/ttyUSB3", "Port: /dev/ttyUSB3 (FT232R USB UART, FTDI)\n"},
+      {{chip}, 3, "", "COM Port Error: no adapter is plugged in. Plug in the cable, or name"},
+      {{one, other},
+       2,
+       "",
+       "2 adapters are plugged in. Choose one with -p: /dev/ttyUSB3 (FT232R "
+       "USB UART, FTDI), /dev/ttyACM0\n"}};
+  for (const auto& [plugged_in, code, device, says] : cases) {
+    plugged_in_ = plugged_in;
+    device_.clear();
+    const Result result = Run({"identify", "-p", "auto"});
+    EXPECT_EQ(result.code, code);
+    EXPECT_EQ(device_, device);
+    EXPECT_NE(result.err.find(says), std::string::npos) << result.err;
+  }
+}
+
+// What becomes of the file of a trace, whatever becomes of the command.
+TEST_F(Ctl, ATraceIsKeptAndReplacesNothing) {
+  const std::string clone = Save("a.Q40", FreshData());
+  const std::string kept = test::Content(clone);
+  const std::string trace = folder_ / "t.txt";
+  const auto identify = [&](const std::string& path, const char* more = "--quiet") {
+    return Run({"identify", "-p", "1", "--trace", path, more});
+  };
+  const auto refused = [](const Result& result, int code, const char* why) {
+    return result.code == code && result.out.empty() && result.err.find(why) != std::string::npos;
+  };
+  EXPECT_EQ(identify(trace).err, "");
+  const std::string told = test::Content(trace);
+  EXPECT_TRUE(told.starts_with("# rxq40 trace 1\n") && told.ends_with(" = closed\n")) << told;
+  EXPECT_NE(told.find(" > KX~WHO\\r\\n\n"), std::string::npos) << told;
+  EXPECT_TRUE(refused(identify(trace), 2, "t.txt exists. Use --force to replace it."));
+  EXPECT_EQ(test::Content(trace), told);
+  Radio({"silence"});
+  EXPECT_EQ(identify(trace, "--force").code, 4);
+  EXPECT_EQ(test::Content(trace).find(" < "), std::string::npos);
+  EXPECT_TRUE(refused(identify(clone, "--force"), 2, "is a clone file. Name another file"));
+  EXPECT_EQ(test::Content(clone), kept);
+  EXPECT_TRUE(refused(Run({"read", "-p", "1", "--trace", folder_ / "./b", folder_ / "b"}), 2,
+                      "b is the clone file. Name another"));
+  EXPECT_TRUE(refused(identify(folder_ / "no/t.txt"), 7, "no/t.txt"));
+  // A command that never comes to its port makes none.
+  const std::string second = folder_ / "second.txt";
+  EXPECT_EQ(Run({"write", "-p", "1", "--trace", second, folder_ / "none"}).code, kExitDataError);
+  EXPECT_FALSE(std::filesystem::exists(second));
+  // A file that cannot be made after all costs the trace, and nothing else.
+  on_open_ = [&] { test::Store(second, "precious"); };
+  const Result late = identify(second);
+  EXPECT_EQ(late.code, 0);
+  EXPECT_EQ(late.out, "RX-Q40T version 0\n");
+  EXPECT_EQ(late.err, "rxq40ctl: " + second +
+                          ": File exists. The trace is not whole; the radio was not disturbed.\n");
+  EXPECT_EQ(test::Content(second), "precious");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "document/defaults.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
+#include "link/trace_line.h"
 #include "programs/ctl/clone_names.h"
 #include "programs/ctl/json_values.h"
 #include "radio/channel_codec.h"
@@ -349,6 +350,26 @@ TEST(Documents, ExchangesRunAsShown) {
     if (sent.ends_with('\r')) line.port.Write(sent);
     EXPECT_NE((cable + '>').find('>' + exchange + '>'), std::string::npos) << exchange;
   }
+}
+
+// The trace is a conversation with the radio of the example.
+TEST(Documents, TraceOfTheExample) {
+  std::vector<TraceEvent> events;
+  const std::string text = Joined(FenceLines("docs/protocol.md", "text trace"));
+  ASSERT_FALSE(ParseTrace(text, "the trace", events));
+  const CloneData document = Example();
+  SimulatedRadio radio({document.model, document.image.VersionA ? 'A' : '0', 0, {}});
+  StoreDocument(document, radio.memory());
+  std::string said;
+  std::string told;
+  for (const TraceEvent& event : events) {
+    if (event.kind == TraceEvent::Kind::kArrived) told += event.bytes;
+    if (event.kind != TraceEvent::Kind::kSent) continue;
+    radio.Receive(event.bytes, {});
+    said += radio.Take(test::TimePoint() + test::milliseconds(10));
+  }
+  EXPECT_EQ(told, said);
+  EXPECT_EQ(said.size(), 19U + 77 + 11);
 }
 
 // ---- command lines and what they print

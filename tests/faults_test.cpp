@@ -240,9 +240,9 @@ void Sweep::RunOne(const SequenceCase& sequence, const Row& row, std::size_t at,
   EXPECT_EQ(report.note.find("damaged") != std::string::npos, noted > 0) << report.note;
   CheckEnd(run, sequence, report, expected, wrong_data);
 
-  // Its time: 10 ms a pause, and what the fault takes.
+  // Its time: 20 ms until the line is known to be quiet, 10 ms a pause, and what the fault takes.
   const long pauses =
-      10 * static_cast<long>(std::min(expected.failing + 1, sequence.exchanges.size())) + 10;
+      10 * static_cast<long>(std::min(expected.failing + 1, sequence.exchanges.size())) + 10 + 20;
   if (!stays) {
     const long waited = run.clock.Ms();
     const char end = row.ends[kind];

@@ -111,7 +111,9 @@ TEST(Programs, AnotherUsersPortsAndLocks) {
   result = Ctl({"identify", "-p", device}, nobody);
   EXPECT_TRUE(Says(result, "no permission") && !Says(result, "usermod")) << result.err;
 
-  // Lock files, in a folder that lets nobody remove them.
+  // Lock files, in a folder that lets nobody remove them; they are those of the device itself.
+  const std::string link = folder / "by-id";
+  std::filesystem::create_symlink(device, link);
   ASSERT_EQ(chmod(device.c_str(), 0666), 0);
   std::string name = "/run/lock/LCK.." + device.substr(5);
   name.replace(name.rfind('/'), 1, "_");
@@ -129,7 +131,7 @@ TEST(Programs, AnotherUsersPortsAndLocks) {
     test::Store(name, content);
     std::filesystem::last_write_time(
         name, std::filesystem::file_time_type::clock::now() - std::chrono::hours(hours_ago));
-    result = Ctl({"identify", "-p", device}, nobody);
+    result = Ctl({"identify", "-p", link}, nobody);
     EXPECT_EQ(result.code, 3);
     EXPECT_TRUE(Says(result, words)) << words << '\n' << result.err;
     std::filesystem::remove(name);
@@ -139,6 +141,68 @@ TEST(Programs, AnotherUsersPortsAndLocks) {
   EXPECT_TRUE(Says(Ctl({"identify", "-p", device}, nobody), "(programs_test, process " + me));
   std::filesystem::remove(elsewhere);
   EXPECT_EQ(Ctl({"identify", "-p", device}, nobody).code, 0);
+}
+
+// A report from the field becomes a test: what a program met once it meets again, with the same end.
+TEST(Programs, ATraceIsReplayed) {
+  test::TempFolder folder;
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
+  using Words = std::vector<std::string>;
+  const Words read = {"read", "--only", "settings", "--force", folder / "b.Q40"};
+  const Words write = {"write", "--verify", "--only", "settings", folder / "a.Q40"};
+  const std::pair<const char*, Words> cases[] = {
+      {"pieces=30@0020", read}, {"bad-echo@0040", read},  {"late=2500@0180", read},
+      {"hang-up@00C0", read},   {"stray=3@0100", read},   {"not-stored@0040", write},
+      {"silence@0020", write},  {"wrong-identity", write}};
+  const std::string trace = folder / "t.txt";
+  // What the program says, prints and leaves in its file, and everything that goes over the line.
+  const auto run = [&](const std::string& device, Words words) {
+    words.insert(words.begin() + 1, {"-p", device, "--trace", trace});
+    std::filesystem::remove(trace);
+    std::filesystem::remove(folder / "b.Q40");
+    const ProcessResult result = Ctl(words);
+    std::string said = result.err;
+    for (auto at = said.find(device); at != std::string::npos; at = said.find(device))
+      said.replace(at, device.size(), "PORT");
+    return std::to_string(result.code) + result.out + said + test::Content(folder / "b.Q40");
+  };
+  for (const auto& [fault, words] : cases) {
+    std::string first;
+    {
+      SimulatorProcess radio({"--fault", fault});
+      first = run(radio.device(), words);
+    }
+    std::filesystem::copy(trace, folder / "field.txt",
+                          std::filesystem::copy_options::overwrite_existing);
+    SimulatorProcess replay({"--replay", folder / "field.txt"});
+    EXPECT_EQ(run(replay.device(), words), first) << fault;
+    EXPECT_EQ(replay.Stop(), 0) << fault;
+  }
+  // Another command ends it at once.
+  std::string device;
+  test::Background replay({test::Program("rxq40sim"), "--replay", trace}, {}, &device);
+  EXPECT_EQ(Ctl({"dump", "-p", device}).code, 3);
+  EXPECT_EQ(replay.Wait(milliseconds(2000)), 1);
+  EXPECT_EQ(test::Run({test::Program("rxq40sim"), "--replay", folder / "a.Q40"}).code, 6);
+  EXPECT_EQ(test::Run({test::Program("rxq40sim"), "--replay", trace, "--pace", "9600"}).code, 2);
+}
+
+// What a program that is killed had told is in the file; a full disk costs the trace alone.
+TEST(Programs, ATraceOutlivesItsProgram) {
+  test::TempFolder folder;
+  SimulatorProcess radio({"--pace", "9600"});
+  const std::string trace = folder / "t.txt";
+  Ctl({"read", "-p", radio.device(), "--trace", trace, folder / "a.Q40"},
+      {.signal = SIGKILL, .signal_after = milliseconds(400)});
+  const std::string told = test::Content(trace);
+  EXPECT_TRUE(told.find("KX~F0020R") != std::string::npos && told.ends_with('\n')) << told;
+  // The next command meets the rest of the answer.
+  const std::string dump = "ulimit -f 1; exec " + test::Program("rxq40ctl") + " dump -p " +
+                           radio.device() + " --count 20 --quiet --trace ";
+  const ProcessResult full = test::Run({"/bin/sh", "-c", dump + folder.path() + "/u.txt"});
+  EXPECT_EQ(full.code, 0) << full.err;
+  EXPECT_EQ(full.out.size(), 20U * 36);
+  EXPECT_TRUE(Says(full, "u.txt: File too large. The trace is not whole")) << full.err;
 }
 
 TEST(Programs, ADeviceThatNeverStopsTalkingEndsWithAnIdleProcessor) {

@@ -1,3 +1,4 @@
+#include "sim/trace_replay.h"
 #include "support/random_document.h"
 #include "support/simulated_bench.h"
 
@@ -13,7 +14,7 @@ struct Bench : test::SimulatedBench {
   explicit Bench(const std::vector<std::string>& faults = {})
       : SimulatedBench(test::WithFaults(faults)) {
     StoreDocument(test::RandomDocument(5), radio.memory());
-    link.OpenPort();
+    cable.port.Open();
   }
 };
 
@@ -21,7 +22,7 @@ TEST(SimulatedRadio, PacedExchangesTakeTheTimeOfTheirBytes) {
   SimulatedRadio::Options paced;
   paced.baud = 9600;
   test::SimulatedBench bench(paced);
-  bench.link.OpenPort();
+  bench.cable.port.Open();
   EXPECT_EQ(bench.link.TxCommand("KX~F0200R\r").size(), 77U);
   const double wire_ms = 77 * 10 * 1000 / 9600.0;
   EXPECT_NEAR(static_cast<double>(bench.clock.Ms()), wire_ms, 1.0);
@@ -101,7 +102,7 @@ TEST(SimulatedRadio, FaultsMakeTheRepliesTheyDescribe) {
     const bool stored = std::string_view(fault) == "ng";
     EXPECT_EQ(bench.radio.memory().Read(0x0200, 32), stored ? std::string(64, 'A') : unit);
     // Once: the next exchange is good again.
-    bench.link.OpenPort();
+    bench.cable.port.Open();
     if (std::string(fault) != "late") {
       EXPECT_EQ(bench.link.TxCommand("KX~F0240R\r").size(), 77U) << fault;
     }
@@ -143,6 +144,61 @@ TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
   EXPECT_EQ(radio.Take(now + milliseconds(10)), "");
   radio.Receive("KX~E\r\n", now);
   EXPECT_EQ(radio.Take(now), "KX~E\r\nOK\r\n");
+}
+
+// A trace of two commands, a late answer, a lost line and a third one.
+TEST(TraceReplay, AnswersAsTheTraceTells) {
+  std::vector<TraceEvent> events;
+  ASSERT_FALSE(
+      ParseTrace("# rxq40 trace 1\n10 = open\n12 < ??\n"
+                 "30 > KX~WHO\\r\\n\n40 < KX~WHO\\r\\n\n90 < RXQ40-1A-\\r\\n\n"
+                 "100 > KX~F0200R\\r\n105 < KX~\n90000 < late\n90001 = lost: pulled\n"
+                 "95000 = open\n95001 > KX~F0200R\\r\\n\n",
+                 "t", events));
+  TraceReplay replay(events);
+  const test::TimePoint now = test::TimePoint() + std::chrono::hours(1);
+  EXPECT_EQ(replay.Take(now), "??");
+  replay.Receive("KX~W", now);
+  replay.Receive("HO\r\n", now);
+  EXPECT_EQ(replay.NextDue(), now + milliseconds(10));
+  EXPECT_EQ(replay.Take(now + milliseconds(59)), "KX~WHO\r\n");
+  EXPECT_EQ(replay.Take(now + milliseconds(60)), "RXQ40-1A-\r\n");
+  replay.Receive("KX~F0200R\r", now);
+  EXPECT_EQ(replay.Take(now + milliseconds(2999)), "KX~");
+  EXPECT_EQ(replay.Take(now + milliseconds(3000)), "late");
+  EXPECT_FALSE(replay.HungUp());
+  EXPECT_EQ(replay.Take(now + milliseconds(3000)), "");
+  EXPECT_TRUE(replay.HungUp() && replay.ComesBackAfter());
+  replay.Reconnect();
+  replay.Receive("KX~F0200R\r\n", now);
+  EXPECT_FALSE(replay.Difference() || replay.NextDue());
+}
+
+// What comes instead of the commands of a trace: whether that ends it, and what is said.
+TEST(TraceReplay, NamesEveryOtherCommand) {
+  std::vector<TraceEvent> events;
+  ASSERT_FALSE(
+      ParseTrace("# rxq40 trace 1\n1 > A\\r\n2 < a\n3 > B\\r\\n\n4 < b\n5 > C\\r\n", "t", events));
+  const std::tuple<const char*, bool, int, const char*> cases[] = {
+      {"A\rB\r\nC\r", false, -1, ""},
+      {"", false, 2, "the command did not come: A\\r"},
+      {"A\rB\r", false, 4, "the command did not come whole: B\\r instead of B\\r\\n"},
+      {"X\r", true, 2, "another command came: X\\r instead of A\\r"},
+      {"A\r\n", true, 2, "another command came: A\\r\\n instead of A\\r"},
+      {"A\rC\r", true, 4, "instead of B\\r\\n, which the trace has later, in line 6"},
+      {"A\rA\r", true, 4, "another command came: A\\r instead of B\\r\\n"},
+      {"A\rB\r\nC\rD", true, 0, "the trace has ended, and another command came: D"}};
+  for (const auto& [sent, over, line, what] : cases) {
+    TraceReplay replay(events);
+    replay.Receive(sent, {});
+    EXPECT_EQ(replay.IsOver(), over) << sent;
+    const auto difference = replay.Difference();
+    EXPECT_EQ(difference ? difference->line : -1, line) << sent;
+    if (difference) {
+      EXPECT_NE(difference->what.find(what), std::string::npos) << difference->what;
+    }
+    EXPECT_FALSE(over && replay.NextDue()) << sent;
+  }
 }
 
 TEST(RadioMemory, TakesNothingThatIsNoDocumentNoMemoryOrNoDigits) {

@@ -3,9 +3,11 @@
 #include <QTimer>
 
 #include "link/com_ports.h"
+#include "link/traced_port.h"
 #include "serial/serial_port.h"
 #include "sim/demo_radio.h"
 #include "sim/simulated_port.h"
+#include "sim/simulated_radio.h"
 #include "widgets/paths.h"
 
 namespace q40 {
@@ -52,19 +54,23 @@ class ComPort::SimulatedRadioLine {
 };
 
 ComPort::ComPort(const Simulation& simulation, QObject* parent) : QObject(parent) {
+  Port* port = nullptr;
   if (simulation.on) {
     simulated_ = std::make_unique<SimulatedRadioLine>(simulation);
-    port_ = &simulated_->port();
+    port = &simulated_->port();
   } else {
     serial_ = std::make_unique<SerialPort>(ComDevice(number_));
-    port_ = serial_.get();
+    port = serial_.get();
   }
+  traced_ = std::make_unique<TracedPort>(*port, std::chrono::steady_clock::now);
 }
 
 ComPort::~ComPort() = default;
 
+Port& ComPort::port() { return *traced_; }
+
 void ComPort::SetNumber(int number) {
-  port_->Close();
+  traced_->Close();
   number_ = number;
   if (serial_) serial_->SetDevice(ComDevice(number));
 }

@@ -12,6 +12,7 @@
 namespace q40 {
 
 class SerialPort;
+class TracedPort;
 
 class ComPort : public QObject {
   Q_OBJECT
@@ -31,7 +32,9 @@ class ComPort : public QObject {
   [[nodiscard]] int number() const { return number_; }
   void SetNumber(int number);
 
-  [[nodiscard]] Port& port() { return *port_; }
+  [[nodiscard]] Port& port();
+  // The same, which can keep a trace.
+  [[nodiscard]] TracedPort& trace() { return *traced_; }
   // What is behind each of the numbers.
   [[nodiscard]] std::vector<ComPortState> States() const;
   // "/dev/ttyUSB0", or what stands in for it.
@@ -43,7 +46,7 @@ class ComPort : public QObject {
   int number_ = 1;
   std::unique_ptr<SerialPort> serial_;
   std::unique_ptr<SimulatedRadioLine> simulated_;
-  Port* port_;  // one of the two
+  std::unique_ptr<TracedPort> traced_;  // over one of the two
 };
 
 }  // namespace q40

@@ -48,6 +48,7 @@ frmMain::frmMain(const MainOptions& options)
       lists_(session_, prompts_, files_, this),
       radio_(session_, prompts_, files_, RadioOptions(), this),
       service_(session_, this),
+      trace_(session_, prompts_, this),
       navigation_(new Navigation(pages_, *this)),
       display_(new RadioDisplay({session_, pages_, *navigation_, *status_}, *this)),
       checkup_(new CheckUpCommand(session_, *this)),
@@ -162,6 +163,8 @@ void frmMain::ConnectCommands() {
   connect(&pages_.service(), &ServicePage::readRequested, &service_, &ServiceCommands::ReadBlock);
   connect(&pages_.service(), &ServicePage::dumpRequested, this,
           [this] { Run(Command::kServiceDump); });
+  connect(&trace_, &TraceCommand::keptChanged, this,
+          [this](bool kept) { menus_->SetChecked(kTraceEntry, kept); });
   connect(navigation_, &Navigation::pageShown, this,
           [this](bool has_channels) { menus_->SetEnabled(kEditChannelEntry, has_channels); });
   connect(navigation_, &Navigation::bandWanted, this, [this](Band band) {
@@ -274,6 +277,7 @@ void frmMain::Execute(Command command) {
     case Command::kChanges: return changes_->Show();
     case Command::kService: return navigation_->ShowService();
     case Command::kServiceDump: return service_.Dump();
+    case Command::kTrace: return trace_.Toggle();
     case Command::kHelp: return help_->Explain(focusWidget());
     case Command::kAbout: return About();
   }

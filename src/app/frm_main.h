@@ -14,6 +14,7 @@
 #include "app/routing.h"
 #include "app/service_commands.h"
 #include "app/session.h"
+#include "app/trace_command.h"
 #include "app/undo_commands.h"
 #include "app/window_prompts.h"
 
@@ -84,6 +85,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   ListCommands lists_;
   RadioCommands radio_;
   ServiceCommands service_;
+  TraceCommand trace_;
   Navigation* navigation_;
   RadioDisplay* display_;
   CheckUpCommand* checkup_;

@@ -72,8 +72,11 @@ QAction* MainMenus::MakeEntry(const CommandRow& row) {
   if (!own.isEmpty() && !keys.contains(own)) keys << own;
   action->setShortcuts(keys);
   if (row.command != Command::kNone) {
-    connect(action, &QAction::triggered, this,
-            [this, command = row.command] { emit chosen(command); });
+    action->setCheckable(row.marks);
+    connect(action, &QAction::triggered, this, [this, action, row] {
+      if (row.marks) action->setChecked(!action->isChecked());  // the command says when it is on
+      emit chosen(row.command);
+    });
     return action;
   }
   action->setCheckable(true);
@@ -95,6 +98,7 @@ QAction& MainMenus::Entry(const char* name) const {
 }
 
 void MainMenus::SetEnabled(const char* name, bool enabled) { Entry(name).setEnabled(enabled); }
+void MainMenus::SetChecked(const char* name, bool checked) { Entry(name).setChecked(checked); }
 bool MainMenus::IsChecked(const char* name) const { return Entry(name).isChecked(); }
 
 // ---- the recent files

@@ -22,6 +22,7 @@ class MainMenus final : public QObject {
 
   // Of an entry, by its object name.
   void SetEnabled(const char* name, bool enabled);
+  void SetChecked(const char* name, bool checked);
   [[nodiscard]] bool IsChecked(const char* name) const;
 
  signals:

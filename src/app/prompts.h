@@ -13,7 +13,7 @@ namespace q40 {
 class Prompts {
  public:
   enum class Answer : unsigned char { kYes, kNo, kCancel };
-  enum class FileDialog : unsigned char { kOpen, kSaveAs, kImport, kExport, kCompare };
+  enum class FileDialog : unsigned char { kOpen, kSaveAs, kImport, kExport, kCompare, kTrace };
 
   Prompts() = default;
   virtual ~Prompts() = default;

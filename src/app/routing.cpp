@@ -52,6 +52,7 @@ std::span<const CommandRow> CommandRows() {
        "", "ShowChangesBeforeWriting"},
       {nullptr, Menu::kTools},
       {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", C::kService},
+      {kTraceEntry, Menu::kTools, "Trace to &File...", kNoKey, "", C::kTrace, "", "", "", true},
 
       {"mnuHelpContents", Menu::kHelp, "&Help", QKeySequence::HelpContents, "", C::kHelp},
       {"mnuHelpAbout", Menu::kHelp, "&About...", kNoKey, "", C::kAbout, "Help"},
@@ -78,7 +79,9 @@ std::span<const CommandHint> CommandHints() {
       {kShowChangesEntry, "Lists what a write would change in the radio, and asks."},
       {kMarkChangesEntry,
        "Marks rows and settings that differ from the file as last opened or saved."},
-      {"mnuToolsService", "Raw blocks of the radio's memory."}};
+      {"mnuToolsService", "Raw blocks of the radio's memory."},
+
+      {"mnuTrace", "Keeps what goes over the line in a file, until it is chosen again."}};
   return hints;
 }
 

@@ -19,6 +19,7 @@ inline constexpr const char* kUndoEntry = "mnuUndo";
 inline constexpr const char* kRedoEntry = "mnuRedo";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
+inline constexpr const char* kTraceEntry = "mnuTrace";
 
 // What the window can be told to do. The compiler sees to it that each is carried out.
 enum class Command : unsigned char {
@@ -52,6 +53,7 @@ enum class Command : unsigned char {
   kChanges,
   kService,
   kServiceDump,
+  kTrace,
   kHelp,
   kAbout,
 };
@@ -68,6 +70,7 @@ struct CommandRow {
   const char* toolbar_key = "";      // the toolbar button that does the same
   const char* shows = "";            // of a check mark: the bar that it shows or hides, at any time
   const char* option = "";           // of a check mark that is remembered, off at first
+  bool marks = false;                // whether the command sets a check mark
 };
 std::span<const CommandRow> CommandRows();
 

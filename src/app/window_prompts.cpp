@@ -26,11 +26,13 @@ struct FileDialogRow {
 };
 constexpr const char* kCloneFilter = "Korvex RX-Q40 Clone Files (*.Q40);;All Files (*.*)";
 constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
+constexpr const char* kTraceFilter = "Trace Files (*.trace);;All Files (*.*)";
 constexpr FileDialogRow kFileDialogs[] = {{"Open", kCloneFilter, ".Q40", false},
                                           {"Save As", kCloneFilter, ".Q40", true},
                                           {"Import CSV", kCsvFilter, ".csv", false},
                                           {"Export CSV", kCsvFilter, ".csv", true},
-                                          {"Compare With", kCloneFilter, ".Q40", false}};
+                                          {"Compare With", kCloneFilter, ".Q40", false},
+                                          {"Trace to File", kTraceFilter, ".trace", true}};
 
 // A name with a dot has a suffix already.
 std::string WithSuffix(const std::string& path, const char* suffix) {
@@ -42,9 +44,10 @@ std::string WithSuffix(const std::string& path, const char* suffix) {
 std::string OfferedName(const std::string& path, int model, const char* suffix) {
   if (path.empty()) return std::string(ModelName(model)) + suffix;
   const std::filesystem::path name = std::filesystem::path(path).filename();
-  const bool is_list = UpperCase(name.extension().string()) == ".CSV";
-  const bool wants_list = suffix == std::string_view(".csv");
-  return (is_list == wants_list ? name : name.stem() += suffix).string();
+  const std::string own = UpperCase(name.extension().string());
+  const bool wants_clone = suffix == std::string_view(".Q40");
+  const bool keeps = wants_clone ? own != ".CSV" : own == UpperCase(suffix);
+  return (keeps ? name : name.stem() += suffix).string();
 }
 
 void Prepare(QFileDialog& dialog, const FileDialogRow& row, const std::string& path, int model) {
@@ -80,7 +83,8 @@ std::string WindowPrompts::AskPath(FileDialog kind, const std::string& path, int
     if (!row.saves) return named;
     named = WithSuffix(named, row.suffix);
     const bool asked = named == QFile::encodeName(chosen).toStdString();
-    if ((kind != FileDialog::kExport || IsNoCloneFile(named)) && (asked || MayReplace(named))) {
+    if ((kind == FileDialog::kSaveAs || IsNoCloneFile(named, kind)) &&
+        (asked || MayReplace(named))) {
       return named;
     }
     dialog.selectFile(QFile::decodeName(named.c_str()));
@@ -96,9 +100,10 @@ bool WindowPrompts::MayReplace(const std::string& path) {
 }
 
 // A slip of the hand between two names must not cost a clone file.
-bool WindowPrompts::IsNoCloneFile(const std::string& path) {
+bool WindowPrompts::IsNoCloneFile(const std::string& path, FileDialog kind) {
   if (!IsCloneFile(path)) return true;
-  ShowError(tr("%1 is a clone file.\nName another file for the channel list.").arg(Shown(path)));
+  const QString what = kind == FileDialog::kTrace ? tr("trace") : tr("channel list");
+  ShowError(tr("%1 is a clone file.\nName another file for the %2.").arg(Shown(path), what));
   return false;
 }
 

@@ -23,7 +23,7 @@ class WindowPrompts final : public Prompts {
 
  private:
   bool MayReplace(const std::string& path);
-  bool IsNoCloneFile(const std::string& path);
+  bool IsNoCloneFile(const std::string& path, FileDialog kind);
 
   QWidget& window_;
   StatusLine& status_;

@@ -15,10 +15,11 @@ struct DeviceRow {
   int first_number;
   std::string_view prefix;
   int first_suffix;
+  bool has_plug;  // a USB adapter, as opposed to a chip of the board
 };
 
 constexpr DeviceRow kDevices[] = {
-    {11, "/dev/ttyS", 0}, {9, "/dev/ttyACM", 0}, {1, "/dev/ttyUSB", 0}};
+    {11, "/dev/ttyS", 0, false}, {9, "/dev/ttyACM", 0, true}, {1, "/dev/ttyUSB", 0, true}};
 
 // What is meant by a name under which there is no file: "1" for "com1", "/dev/ttyUSB0" for "ttyUSB0".
 // Empty for a text that resembles no port.
@@ -66,19 +67,47 @@ std::optional<std::string> DeviceOf(std::string_view port) {
 
 std::string PortAdvice(std::string_view port) {
   const std::string meant = Meant(port);
-  return meant.empty() ? "use 1 to 14 or the path of a device" : "did you mean " + meant + '?';
+  return meant.empty() ? "use 1 to 14, the path of a device, or auto"
+                       : "did you mean " + meant + '?';
+}
+
+std::string StablePath(const std::string& device, const std::string& folder) {
+  std::vector<std::string> paths;
+  std::error_code error;
+  for (std::filesystem::directory_iterator link(folder, error), end; !error && link != end;
+       link.increment(error)) {
+    std::error_code broken;
+    if (std::filesystem::canonical(link->path(), broken) == device && !broken) {
+      paths.push_back(link->path().string());
+    }
+  }
+  std::sort(paths.begin(), paths.end());
+  return paths.empty() ? std::string() : paths.front();
+}
+
+std::vector<PresentPort> Adapters(std::vector<PresentPort> plugged_in) {
+  std::erase_if(plugged_in, [](const PresentPort& port) {
+    return port.stable_path.empty() &&
+           std::none_of(std::begin(kDevices), std::end(kDevices), [&](const DeviceRow& row) {
+             return row.has_plug && port.device.starts_with(row.prefix);
+           });
+  });
+  return plugged_in;
 }
 
 std::vector<ComPortState> ComPortStates(const std::vector<PresentPort>& plugged_in) {
   std::vector<ComPortState> states;
   for (int number = 1; number <= kComPortCount; ++number) {
-    ComPortState state{number, ComDevice(number), false, {}};
+    ComPortState state{number, ComDevice(number), false, {}, {}};
     std::error_code error;
     const auto resolved = std::filesystem::canonical(state.device, error);
     const std::string device = error ? state.device : resolved.string();
     const auto found = std::find_if(plugged_in.begin(), plugged_in.end(),
                                     [&](const PresentPort& p) { return p.device == device; });
-    if (found != plugged_in.end()) state.description = found->description;
+    if (found != plugged_in.end()) {
+      state.description = found->description;
+      state.stable_path = found->stable_path;
+    }
     const bool listed_only = device.starts_with("/dev/ttyS");  // the nodes exist without a chip
     state.present = found != plugged_in.end() ||
                     (!listed_only && std::filesystem::is_character_file(device, error));

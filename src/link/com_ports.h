@@ -22,15 +22,23 @@ std::string ComDevice(int number);
 
 // A serial device that is plugged in.
 struct PresentPort {
-  std::string device;       // "/dev/ttyUSB0"
-  std::string description;  // "FT232R USB UART, FTDI, serial number A50285BI"; may be empty
+  std::string device;         // "/dev/ttyUSB0"
+  std::string description;    // "FT232R USB UART, FTDI, serial number A50285BI"; may be empty
+  std::string stable_path{};  // of the same adapter whenever it is plugged in; may be empty
 };
+
+// The path in a folder of links, such as /dev/serial/by-id, that leads to a device; empty without one.
+std::string StablePath(const std::string& device, const std::string& folder);
+
+// Those that have a plug: no chips of the board, which are there whether a cable is or not.
+std::vector<PresentPort> Adapters(std::vector<PresentPort> plugged_in);
 
 struct ComPortState {
   int number = 0;
   std::string device;
   bool present = false;
   std::string description;
+  std::string stable_path{};
 };
 // The ports 1 to 14 with what is plugged in there. A device that is no serial adapter but is there (a
 // pseudo-terminal behind a link) is present too.

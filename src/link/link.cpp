@@ -45,6 +45,31 @@ void Link::StopDeadline() {
 
 bool Link::DeadlineIsOver() const { return has_deadline_ && !timers_.Deadline.IsRunning(); }
 
+bool Link::OpenPort() {
+  const bool was_open = port_.IsOpen();
+  if (!was_open && !port_.Open()) return false;
+  const auto lay_there = port_.ReadAvailable();
+  if (lay_there && !(was_open && lay_there->empty())) Drain();
+  return port_.IsOpen();
+}
+
+// Ends early on a line that was lost, and on one with more than any radio says: it will not be quiet.
+void Link::Drain() {
+  timers_.Timer1.Start(kLongestDrain);
+  timers_.Timer3.Start(kQuietLine);
+  std::size_t thrown_away = 0;
+  while (timers_.Timer3.IsRunning() && timers_.Timer1.IsRunning() && !pump_.StopRequested()) {
+    pump_.WaitForEvents();
+    const auto arrived = port_.ReadAvailable();
+    if (!arrived) break;
+    thrown_away += arrived->size();
+    if (thrown_away >= kLongestReply) break;
+    if (!arrived->empty()) timers_.Timer3.Start(kQuietLine);
+  }
+  timers_.Timer3.Stop();
+  timers_.Timer1.Stop();
+}
+
 bool Link::Send(std::string_view text) {
   reply_.clear();
   was_sent_ = port_.ReadAvailable().has_value();

@@ -26,6 +26,12 @@ namespace q40 {
 inline constexpr std::chrono::milliseconds kCommandTimeout{2000};
 inline constexpr std::chrono::milliseconds kBlockTimeout{500};
 inline constexpr std::int16_t kPauseMs = 10;  // between two commands
+
+// What another program has left on the line, or the cable says when it gets its power, is thrown away
+// before the first command: until the line is quiet for this long, and for this long at the most.
+inline constexpr std::chrono::milliseconds kQuietLine{20};
+inline constexpr std::chrono::milliseconds kLongestDrain{200};
+
 // What the deadline of a sequence grants beside the limits of its exchanges and pauses.
 inline constexpr std::chrono::milliseconds kDeadlineMargin{5000};
 
@@ -51,8 +57,10 @@ class Link {
   Link(Port& port, LinkTimers timers, EventPump& pump)
       : port_(port), timers_(timers), pump_(pump) {}
 
-  // Opens the port if it is closed. It stays open until its owner closes it or it is lost.
-  bool OpenPort() { return port_.IsOpen() || port_.Open(); }
+  // Before a sequence: opens the port if it is closed, and waits until the line is quiet when it has
+  // just been opened or something lies there; a quiet open port costs no time. It stays open until
+  // its owner closes it or it is lost. False: it is closed.
+  bool OpenPort();
   [[nodiscard]] const Port& port() const { return port_; }
   [[nodiscard]] bool StopRequested() const { return pump_.StopRequested(); }
 
@@ -94,6 +102,7 @@ class Link {
   using Complete = std::function<bool(const std::string& reply)>;
   using Pass = std::function<void(const std::string& reply)>;
 
+  void Drain();
   std::string Exchange(std::string_view command);
   bool Send(std::string_view text);
   bool Collect(OneShotTimer& timer, std::chrono::milliseconds limit, const Complete& complete,

@@ -15,6 +15,7 @@
 #include <QTimer>
 
 #include "serial/device_guard.h"
+#include "serial/driver_latency.h"
 
 namespace q40 {
 namespace {
@@ -24,6 +25,9 @@ using Kind = PortProblem::Kind;
 // Radio cables draw their power from DTR; RTS would key some of them.
 constexpr bool kDataTerminalReady = true;
 constexpr bool kRequestToSend = false;
+
+// Where the system names each USB adapter by maker, product and serial number.
+constexpr const char* kStableFolder = "/dev/serial/by-id";
 
 constexpr std::chrono::milliseconds kHangUpCheck{500};
 constexpr int kLastBytesMs = 200;  // for what is still on its way out when the port is closed
@@ -75,6 +79,8 @@ class SerialPort::Device {
     // A pseudo-terminal has no such lines. That does not matter, and no port is refused for it.
     serial_.setDataTerminalReady(kDataTerminalReady);
     serial_.setRequestToSend(kRequestToSend);
+    DriverLatency driver(serial_.handle());
+    latency_.Ask(driver);
     serial_.clearError();
     QCoreApplication::removePostedEvents(&serial_);  // the reports about all this
     watch_.start();
@@ -86,7 +92,7 @@ class SerialPort::Device {
     if (serial_.isOpen()) {
       // close() throws away what is still in Qt's buffer.
       if (serial_.bytesToWrite() > 0) serial_.waitForBytesWritten(kLastBytesMs);
-      serial_.close();
+      Shut();
     }
     guard_.Release();
   }
@@ -145,11 +151,19 @@ class SerialPort::Device {
     return true;
   }
 
+  void Shut() {
+    if (serial_.isOpen()) {
+      DriverLatency driver(serial_.handle());
+      latency_.PutBack(driver);
+    }
+    serial_.close();
+  }
+
   bool Lost() {
     problem_ = {Kind::kLost, name_ + " was disconnected",
                 "Plug the cable in again and repeat the command."};
     watch_.stop();
-    serial_.close();
+    Shut();
     guard_.Release();
     return false;
   }
@@ -158,6 +172,7 @@ class SerialPort::Device {
   PortProblem problem_;
   DeviceGuard guard_;
   QSerialPort serial_;
+  LowLatency latency_;
   QTimer watch_;
 };
 
@@ -289,8 +304,9 @@ std::vector<PresentPort> PresentPorts() {
     if (!info.serialNumber().isEmpty()) {
       words << QStringLiteral("serial number ") + info.serialNumber();
     }
-    ports.push_back(
-        {info.systemLocation().toStdString(), words.join(QStringLiteral(", ")).toStdString()});
+    const std::string device = info.systemLocation().toStdString();
+    ports.push_back({device, words.join(QStringLiteral(", ")).toStdString(),
+                     StablePath(device, kStableFolder)});
   }
   return ports;
 }

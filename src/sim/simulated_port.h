@@ -1,21 +1,21 @@
-// A simulated radio in place of a serial port, inside the program.
+// A simulated radio, or what plays one, in place of a serial port, inside the program.
 #pragma once
 
 #include <functional>
 #include <string>
 
 #include "link/port.h"
-#include "sim/simulated_radio.h"
+#include "sim/far_end.h"
 
 namespace q40 {
 
 class SimulatedPort final : public Port {
  public:
-  using TimePoint = SimulatedRadio::TimePoint;
+  using TimePoint = FarEnd::TimePoint;
 
   // `now` is the clock; `wake_at` is asked to wake the event pump at that time, because bytes will
   // then have arrived. The radio must outlive the port.
-  SimulatedPort(SimulatedRadio& radio, std::function<TimePoint()> now,
+  SimulatedPort(FarEnd& radio, std::function<TimePoint()> now,
                 std::function<void(TimePoint)> wake_at)
       : radio_(radio), now_(std::move(now)), wake_at_(std::move(wake_at)) {}
 
@@ -30,7 +30,7 @@ class SimulatedPort final : public Port {
   bool Lost();
   void Arm();
 
-  SimulatedRadio& radio_;
+  FarEnd& radio_;
   std::function<TimePoint()> now_;
   std::function<void(TimePoint)> wake_at_;
   bool open_ = false;

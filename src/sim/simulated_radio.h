@@ -7,7 +7,6 @@
 // Further LFs are echoed and ignored.
 #pragma once
 
-#include <chrono>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -15,15 +14,14 @@
 #include <string_view>
 #include <vector>
 
+#include "sim/far_end.h"
 #include "sim/fault.h"
 #include "sim/radio_memory.h"
 
 namespace q40 {
 
-class SimulatedRadio {
+class SimulatedRadio final : public FarEnd {
  public:
-  using TimePoint = std::chrono::steady_clock::time_point;
-
   struct Options {
     int model = 0;       // 0..2
     char version = '0';  // the letter it reports
@@ -39,21 +37,17 @@ class SimulatedRadio {
   [[nodiscard]] const RadioMemory& memory() const { return memory_; }
   [[nodiscard]] const Options& options() const { return options_; }
 
-  // Bytes from the program.
-  void Receive(std::string_view bytes, TimePoint now);
-  // Bytes to the program that have left the wire by `now`.
-  std::string Take(TimePoint now);
-  // When Take should be called next; no value while there is nothing to come. At wire speed the
-  // bytes arrive in bursts of up to 16, as from the buffer of a serial chip.
-  [[nodiscard]] std::optional<TimePoint> NextDue() const;
+  void Receive(std::string_view bytes, TimePoint now) override;
+  // At wire speed the bytes arrive in bursts of up to 16, as from the buffer of a serial chip.
+  std::string Take(TimePoint now) override;
+  [[nodiscard]] std::optional<TimePoint> NextDue() const override;
 
-  // A hang-up fault has happened. The line is dead until Reconnect.
-  [[nodiscard]] bool HungUp() const { return hung_up_; }
-  // When a line that hung up once is back; no value: never.
-  [[nodiscard]] std::optional<std::chrono::milliseconds> ComesBackAfter() const {
+  // A hang-up fault has happened.
+  [[nodiscard]] bool HungUp() const override { return hung_up_; }
+  [[nodiscard]] std::optional<std::chrono::milliseconds> ComesBackAfter() const override {
     return comes_back_after_;
   }
-  void Reconnect();
+  void Reconnect() override;
 
   // Complete command lines received.
   [[nodiscard]] int Exchanges() const { return exchanges_; }

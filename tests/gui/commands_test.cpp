@@ -8,6 +8,7 @@
 #include "app/prompts.h"
 #include "app/radio_commands.h"
 #include "app/session.h"
+#include "app/trace_command.h"
 #include "files/clone_file.h"
 #include "sim/demo_radio.h"
 #include "support/temp_folder.h"
@@ -114,6 +115,46 @@ TEST_F(Commands, AFileThatIsRefusedLeavesEverything) {
   EXPECT_FALSE(document().image().ChannelInUse[0]);
   EXPECT_EQ(session_->path(), "");
   EXPECT_EQ(replaced.count(), 1);
+}
+
+// From one choice to the next; a file that takes no more is told of behind the command.
+TEST_F(Commands, ATraceIsKeptUntilItIsChosenAgain) {
+  Start();
+  TraceCommand trace(*session_, prompts_);
+  std::string marks;
+  QObject::connect(&trace, &TraceCommand::keptChanged,
+                   [&](bool kept) { marks += kept ? '+' : '-'; });
+  const auto read = [&] {
+    document().ForgetChanges();
+    radio_->Read(&Sequences::ReadSettings);
+  };
+  trace.Toggle();  // cancelled
+  prompts_.path = folder_ / "nowhere/t.trace";
+  trace.Toggle();
+  EXPECT_EQ(prompts_.TakeLog(), "path4? path4? error: Data Error ");
+  read();
+  EXPECT_EQ(marks, "");
+  prompts_.path = folder_ / "t.trace";
+  trace.Toggle();
+  read();
+  const std::string told = Content(prompts_.path);
+  EXPECT_TRUE(told.starts_with("# rxq40 trace 1\n      0 = open\n")) << told;
+  EXPECT_EQ(std::count(told.begin(), told.end(), '>'), 19);
+  trace.Toggle();
+  read();
+  EXPECT_EQ(Content(prompts_.path), told);
+  EXPECT_EQ(marks, "+-");
+  EXPECT_EQ(prompts_.TakeLog(), "path4? ");
+  prompts_.path = "/dev/full";
+  trace.Toggle();
+  read();
+  EXPECT_TRUE(document().SettingsChanged());
+  EXPECT_EQ(prompts_.TakeLog(), "path4? ");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(prompts_.TakeLog(),
+            "error: The trace in /dev/full is not whole: No space left on "
+            "device.\nThe radio was not disturbed. ");
+  EXPECT_EQ(marks, "+-+-");
 }
 
 TEST_F(Commands, WithoutABackupNothingIsWritten) {

@@ -185,6 +185,7 @@ TEST_F(FileCommands, WhatTheFileDialogsAreCalledAndOffer) {
   look("mnuFileOpen", "Open", "");
   look("mnuFileSaveAs", "Save As", "my \uFFFD.Q40");
   look("mnuImport", "Import CSV", "");
+  look("mnuTrace", "Trace to File", "my \uFFFD.trace");
   answers_.File(File("list"));
   Trigger("mnuExport");
   look("mnuFileSaveAs", "Save As", "list.Q40");
@@ -209,14 +210,17 @@ TEST_F(FileCommands, WhatExistsIsNotReplacedUnasked) {
     Trigger(command);
     EXPECT_NE(Content(folder_ / name), "old");
   }
-  // A list does not take the place of a clone file, even when the dialog was told to replace it.
+  // Nothing else takes the place of a clone file, even when the dialog was told to replace it.
   const std::string clone = Content(folder_ / "demo.Q40");
-  answers_.File(File("demo.Q40"));
-  answers_.Box("Export CSV", "demo.Q40 already exists.\nDo you want to replace it?", kYes);
-  Error((folder_ / "demo.Q40 is a clone file.\nName another file for the channel list.").c_str());
-  answers_.File("");
-  Trigger("mnuExport");
-  EXPECT_EQ(Content(folder_ / "demo.Q40"), clone);
+  for (const auto& [command, title, what] : {std::array{"mnuExport", "Export CSV", "channel list"},
+                                             {"mnuTrace", "Trace to File", "trace"}}) {
+    answers_.File(File("demo.Q40"));
+    answers_.Box(title, "demo.Q40 already exists.\nDo you want to replace it?", kYes);
+    Error((folder_ / "demo.Q40 is a clone file.\nName another file for the " + what + ".").c_str());
+    answers_.File("");
+    Trigger(command);
+    EXPECT_EQ(Content(folder_ / "demo.Q40"), clone);
+  }
 }
 
 // Whatever bytes their names have.

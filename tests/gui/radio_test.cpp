@@ -139,6 +139,22 @@ TEST_F(RadioCommands, DamagedRepliesAreToldAndNotWritten) {
   EXPECT_TRUE(Status().endsWith("Nothing was written.")) << Status().toStdString();
 }
 
+// The mark is that of the trace, and not of the click.
+TEST_F(RadioCommands, TheMarkOfATrace) {
+  Start();
+  const auto& entry = Find<QAction>("mnuTrace");
+  for (const auto& [file, marked] : {std::pair{"", false}, {"t", true}}) {
+    answers_.File(*file == '\0' ? QString() : File(file));
+    Trigger("mnuTrace");
+    EXPECT_EQ(entry.isChecked(), marked);
+  }
+  Trigger("mnuReSet");
+  EXPECT_TRUE(entry.isChecked());
+  Trigger("mnuTrace");
+  EXPECT_FALSE(entry.isChecked());
+  EXPECT_NE(Content(folder_ / "t.trace").find(" > KX~E\\r\\n\\n\n"), std::string::npos);
+}
+
 TEST_F(RadioCommands, ServicePage) {
   Start();
   Trigger("mnuToolsService");

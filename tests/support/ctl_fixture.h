@@ -28,11 +28,12 @@ class Ctl : public testing::Test {
 
   Result Run(const std::vector<std::string>& words) {
     const long start = time_.clock.Ms();
-    Result result{RunCtl(words, [&](const std::string& device) {
+    const auto line_to = [&](const std::string& device) {
       if (on_open_) on_open_();
       device_ = device;
       return std::make_unique<SimulatedLine>(*radio_, time_);
-    })};
+    };
+    Result result{RunCtl(words, line_to, plugged_in_)};
     result.ms = time_.clock.Ms() - start;
     return result;
   }
@@ -45,7 +46,8 @@ class Ctl : public testing::Test {
   TempFolder folder_;
   FakeTime time_;
   std::optional<SimulatedRadio> radio_;
-  std::string device_;
+  std::string device_;  // that was opened last
+  std::vector<PresentPort> plugged_in_;
   std::function<void()> on_open_;  // what happens while the radio is talked to
 };
 

@@ -127,12 +127,11 @@ class ScriptedPort final : public Port {
     if (static_cast<int>(sent.size()) == dies_at_write) return open_ = false;
     sent.push_back({std::string(text), clock_.Ms()});
     if (!reply) return true;
-    for (const Piece& piece : reply(sent.back().bytes))
-      arrivals_.Add(piece.bytes, piece.after, clock_.now);
+    Leave(reply(sent.back().bytes));
     return true;
   }
   std::optional<std::string> ReadAvailable() override {
-    if (dies_at_read && !sent.empty()) {
+    if (dies_at_read) {
       open_ = false;
       return std::nullopt;
     }
@@ -141,7 +140,10 @@ class ScriptedPort final : public Port {
   [[nodiscard]] PortProblem Problem() const override {
     return {PortProblem::Kind::kMissing, "the scripted port is closed", ""};
   }
-  void LeaveOver(std::string bytes) { arrivals_.Add(std::move(bytes), {}, clock_.now); }
+  void LeaveOver(std::string bytes) { Leave({{std::move(bytes)}}); }
+  void Leave(const Reply& pieces) {
+    for (const Piece& piece : pieces) arrivals_.Add(piece.bytes, piece.after, clock_.now);
+  }
   [[nodiscard]] std::optional<TimePoint> NextArrival() const { return arrivals_.Next(clock_.now); }
 
  private:

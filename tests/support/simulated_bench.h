@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "sim/simulated_port.h"
+#include "sim/simulated_radio.h"
 #include "support/fake_host.h"
 #include "support/fake_link.h"
 

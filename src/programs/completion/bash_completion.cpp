@@ -87,6 +87,7 @@ std::string Offer(const ValueWords& value) {
     case ValueKind::kPort: {
       std::string text = "port";
       for (int n = 1; n <= kComPortCount; ++n) text += ' ' + std::to_string(n);
+      text += " auto";
       return text;
     }
     default: return "text";

@@ -25,6 +25,7 @@ constexpr NameRow kNames[] = {
     {"JSON", ValueKind::kFile},
     {"FILE.Q40", ValueKind::kCloneFile},
     {"FILE.bin", ValueKind::kFile},
+    {"FILE.trace", ValueKind::kFile},
     {"PATH", ValueKind::kFile},
     {"FAULT", ValueKind::kWords},
     {"BAUD", ValueKind::kText},

@@ -78,6 +78,7 @@ std::string Arguments(const std::string& tool, const CommandWords& command,
 std::string PortFunction(const std::string& tool) {
   std::vector<std::string> numbers;
   for (int n = 1; n <= kComPortCount; ++n) numbers.push_back(std::to_string(n));
+  numbers.emplace_back("auto");
   return "_" + tool + "_port() {\n  _alternative 'number:COM port:" + Choice(numbers) +
          "' 'device:device:_files'\n}\n\n";
 }

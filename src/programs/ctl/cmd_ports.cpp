@@ -16,6 +16,7 @@ std::string Table(const std::vector<ComPortState>& rows) {
     text += "COM " + number + "  " + Printable(row.device);
     text += row.present ? "  present" : "  -";
     if (!row.description.empty()) text += "  " + Printable(row.description);
+    if (!row.stable_path.empty()) text += "  " + Printable(row.stable_path);
     text += '\n';
   }
   return text;
@@ -27,7 +28,8 @@ std::string JsonRows(const std::vector<ComPortState>& rows) {
     json.push_back({{"number", row.number},
                     {"device", row.device},
                     {"present", row.present},
-                    {"description", row.description}});
+                    {"description", row.description},
+                    {"stablePath", row.stable_path}});
   }
   return JsonText(json);
 }
@@ -39,7 +41,9 @@ void AddPorts(CLI::App& app, CommandContext& context) {
       app.add_subcommand("ports", "Lists COM 1 to 14: device, whether it is present, what it is");
   auto json = std::make_shared<bool>(false);
   command->add_flag("--json", *json, "as JSON");
-  command->footer("Example: rxq40ctl ports");
+  command->footer(
+      "Of a USB adapter also the path that stays the same wherever it is plugged in.\n"
+      "Example: rxq40ctl ports");
   command->callback([&context, json] {
     const auto rows = ComPortStates(context.present_ports());
     context.exit_code = Print(context, *json ? JsonRows(rows) : Table(rows));

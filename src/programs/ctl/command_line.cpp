@@ -1,6 +1,7 @@
 #include <sstream>
 
 #include "programs/ctl/commands.h"
+#include "programs/ctl/trace_option.h"
 #include "programs/usage_error.h"
 #include "version.h"
 
@@ -18,7 +19,8 @@ void DefineCommandLine(CLI::App& app, CommandContext& context) {
                          AddDiff, AddLint, AddExport, AddImport, AddApply, AddDump}) {
     add(app, context);
   }
-  app.footer(std::string("PORT is 1 to 14 or the path of a device; see rxq40ctl ports.\n"
+  AddTraceOptions(app, context);
+  app.footer(std::string("PORT is 1 to 14, the path of a device, or auto; see rxq40ctl ports.\n"
                          "Help for a command: rxq40ctl COMMAND --help\n\n") +
              kExitCodeHelp + "\nExample: rxq40ctl read -p 1 radio.Q40");
 }

@@ -2,8 +2,10 @@
 // its help and an example; the subcommand leaves its exit code in the context.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -19,6 +21,12 @@ namespace q40 {
 // Opens the way to the radio at a device. The device itself is opened by the first command sent.
 using LineFactory = std::function<std::unique_ptr<RadioLine>(const std::string& device)>;
 
+struct TraceChoice {
+  std::string path;
+  std::string file;  // that the command reads or makes; may be empty
+  bool may_replace = false;
+};
+
 struct CommandContext {
   Console console;
   LineFactory line_to;
@@ -26,6 +34,8 @@ struct CommandContext {
   std::function<std::vector<PresentPort>()> present_ports = [] {
     return std::vector<PresentPort>();
   };
+  std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
+  std::optional<TraceChoice> trace{};  // of what goes over the line, if the user wants one
   int exit_code = kExitDone;
 };
 

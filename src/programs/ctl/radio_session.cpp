@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/hex.h"
-#include "link/com_ports.h"
+#include "programs/ctl/trace_option.h"
 
 namespace q40 {
 namespace {
@@ -36,7 +36,7 @@ RadioSession::RadioSession(CommandContext& context, const std::string& device,
     : context_(context),
       document_(document),
       device_(device),
-      line_(context.line_to(device)),
+      line_(LineTo(context, device)),
       link_(line_->port(), line_->timers(), line_->pump()),
       sequences_(link_, document, *this, this) {}
 
@@ -163,21 +163,6 @@ int RadioSession::Conclude(const SequenceReport& report, const std::string& writ
                                : written + " Write a file of the radio's model."));
   }
   return kExitDone;
-}
-
-void AddPortOption(CLI::App& command, std::string& port) {
-  command.add_option("-p,--port", port, "COM port 1 to 14, or the path of a device")
-      ->required()
-      ->type_name("PORT");
-}
-
-std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port) {
-  auto device = DeviceOf(port);
-  if (!device) {
-    context.exit_code =
-        context.console.Error(kExitUsage, "\"" + port + "\" is no port: " + PortAdvice(port));
-  }
-  return device;
 }
 
 void AddOnlyOption(CLI::App& command, std::string& only) {

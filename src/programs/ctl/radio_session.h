@@ -53,7 +53,8 @@ class RadioSession final : private SequenceQuestions, private SequenceWatcher {
 
 // Adds the option -p to a subcommand.
 void AddPortOption(CLI::App& command, std::string& port);
-// The device of a port option. No value: the usage error has been said.
+// The device of a port option, asked for first. No value: why, or that the trace must not be made, has
+// been said, and the exit code is in the context.
 std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::string& port);
 
 // Adds the option --only; HalfOf reads it.

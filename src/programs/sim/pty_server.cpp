@@ -138,7 +138,7 @@ void PtyServer::PlugInAgain() {
 }
 
 void PtyServer::Serve(const volatile std::sig_atomic_t& stop, const sigset_t& while_waiting) {
-  while (stop == 0) {
+  while (stop == 0 && !radio_.IsOver()) {
     std::optional<Clock::time_point> due = master_ >= 0 ? radio_.NextDue() : back_at_;
     const timespec wait = Until(due.value_or(Clock::now()));
     const short wanted = unsent_.empty() ? POLLIN : POLLOUT;

@@ -4,7 +4,7 @@
 #include <csignal>
 #include <string>
 
-#include "sim/simulated_radio.h"
+#include "sim/far_end.h"
 
 namespace q40 {
 
@@ -12,7 +12,7 @@ class PtyServer {
  public:
   // `link`: path of a symbolic link to the device, or empty. An existing link is replaced, any
   // other file is left alone. The radio must outlive the server.
-  PtyServer(SimulatedRadio& radio, std::string link) : radio_(radio), link_(std::move(link)) {}
+  PtyServer(FarEnd& radio, std::string link) : radio_(radio), link_(std::move(link)) {}
   // Closes the device and removes the link.
   ~PtyServer();
   PtyServer(const PtyServer&) = delete;
@@ -22,7 +22,7 @@ class PtyServer {
   bool Start(std::string& why);
   [[nodiscard]] const std::string& device() const { return device_; }
 
-  // Serves until `stop` becomes true. The signals that set it must be blocked by the caller;
+  // Serves until `stop` becomes true, or the radio has nothing more to say. The signals that set it must be blocked by the caller;
   // `while_waiting` is the signal mask under which they arrive. Blocks while nothing happens.
   void Serve(const volatile std::sig_atomic_t& stop, const sigset_t& while_waiting);
 
@@ -35,7 +35,7 @@ class PtyServer {
   void Send();
   void ReleaseExclusiveMode() const;
 
-  SimulatedRadio& radio_;
+  FarEnd& radio_;
   std::string link_;
   std::string device_;
   std::string published_;  // what the link leads to
@@ -44,7 +44,7 @@ class PtyServer {
   int closings_ = -1;     // tells when a program has closed the device
   std::string unsent_;    // the program does not read; nothing more is taken from it then
   std::size_t sent_ = 0;  // of unsent_
-  std::optional<SimulatedRadio::TimePoint> back_at_;
+  std::optional<FarEnd::TimePoint> back_at_;
 };
 
 }  // namespace q40

@@ -16,6 +16,8 @@
 #include "programs/sim/pty_server.h"
 #include "programs/sim/sim_command_line.h"
 #include "programs/usage_error.h"
+#include "sim/simulated_radio.h"
+#include "sim/trace_replay.h"
 
 namespace q40 {
 namespace {
@@ -110,7 +112,39 @@ int CheckSaves(const SimArguments& arguments) {
   return kExitDone;
 }
 
+// Until a signal comes, or the far end has nothing more to say.
+int Serve(FarEnd& radio, const std::string& link) {
+  const sigset_t while_waiting = CatchSignals();
+  PtyServer server(radio, link);
+  std::string why;
+  if (!server.Start(why)) return Complain(kExitCannotWrite, why);
+  std::cout << server.device() << std::endl;
+  if (!std::cout) return Complain(kExitCannotWrite, "standard output takes no more");
+  server.Serve(stop, while_waiting);
+  return kExitDone;
+}
+
+int RunReplay(const SimArguments& arguments) {
+  constexpr std::size_t kLongestTrace = 64U << 20U;
+  std::string text;
+  std::vector<TraceEvent> events;
+  auto problem = ReadFile(arguments.replay, kLongestTrace, text);
+  if (!problem) problem = ParseTrace(text, arguments.replay, events);
+  if (problem) {
+    return Complain(kExitDataError, std::string(kDataErrorText) + ": " + problem->Message());
+  }
+  TraceReplay replay(events);
+  if (const int code = Serve(replay, arguments.link); code != kExitDone) return code;
+  std::cerr << "rxq40sim: " << replay.Answered() << " of " << replay.Commands()
+            << " commands of the trace\n";
+  auto difference = replay.Difference();
+  if (!difference) return kExitDone;
+  difference->path = arguments.replay;
+  return Complain(kExitDifferent, difference->Message());
+}
+
 int Run(const SimArguments& arguments) {
+  if (!arguments.replay.empty()) return RunReplay(arguments);
   SimulatedRadio::Options options;
   options.baud = arguments.baud;
   for (const std::string& text : arguments.faults) {
@@ -124,17 +158,8 @@ int Run(const SimArguments& arguments) {
   if (const int code = CheckSaves(arguments); code != kExitDone) return code;
   SimulatedRadio radio(std::move(options));
   radio.memory() = memory;
-
-  const sigset_t while_waiting = CatchSignals();
-  {
-    PtyServer server(radio, arguments.link);
-    std::string why;
-    if (!server.Start(why)) return Complain(kExitCannotWrite, why);
-    std::cout << server.device() << std::endl;
-    if (!std::cout) return Complain(kExitCannotWrite, "standard output takes no more");
-    server.Serve(stop, while_waiting);
-    std::cerr << "rxq40sim: " << radio.Exchanges() << " exchanges\n";
-  }
+  if (const int code = Serve(radio, arguments.link); code != kExitDone) return code;
+  std::cerr << "rxq40sim: " << radio.Exchanges() << " exchanges\n";
   return Save(arguments, radio);
 }
 

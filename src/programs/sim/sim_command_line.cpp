@@ -14,7 +14,8 @@ std::string Footer() {
          "@#7 (the seventh exchange); without it the first exchange. \"+\": from then on.\n" +
          FaultHelp() +
          "\nExample: rxq40sim --pace 9600 --link /tmp/radio --fault ng@0200\n"
-         "Exit codes: 0 done, 2 wrong usage, 6 a file cannot be loaded or the memory cannot be\n"
+         "Exit codes: 0 done, 1 the commands were not those of the trace, 2 wrong usage, 6 a file "
+         "cannot be loaded or the memory cannot be\n"
          "decoded, 7 a file, a link or a device cannot be made\n";
 }
 
@@ -40,6 +41,15 @@ void DefineSimCommandLine(CLI::App& app, SimArguments& arguments) {
   app.add_option("--fault", arguments.faults, "what goes wrong, see below")
       ->type_name("FAULT")
       ->allow_extra_args(false);
+  auto* replay =
+      app.add_option("--replay", arguments.replay,
+                     "answer as this trace of rxq40ctl --trace tells; another command ends it")
+          ->type_name("FILE.trace");
+  for (CLI::Option* option : app.get_options()) {
+    const bool has_own_meaning =
+        option == replay || option == app.get_help_ptr() || option->check_lname("link");
+    if (!has_own_meaning) replay->excludes(option);
+  }
   app.footer(Footer());
 }
 

@@ -18,6 +18,7 @@ struct SimArguments {
   std::string save_memory;
   int baud = 0;
   std::string link;
+  std::string replay;
   std::vector<std::string> faults;
 };
 
