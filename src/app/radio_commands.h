@@ -67,9 +67,9 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
 
   void NoteArrival(const DocumentChange& change);
   WriteNet Net(std::string& backup);
-  std::string KeepBackup(const CloneData& radio);
+  std::string KeepBackup(const RadioCopy& radio);
   void ReportRead(const SequenceReport& report);
-  void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
+  void ReportWrite(const WriteResult& result, const std::string& backup);
   void ComEnd1();
   void ComEnd2();
   void ComEnd3();

@@ -102,6 +102,19 @@ std::string DigitsOf(const CloneData& document, Unit unit) {
   }
 }
 
+bool SameValues(const UnitData& a, const UnitData& b) {
+  if (UpperCase(a.digits) == UpperCase(b.digits)) return true;
+  std::string encoded[2];
+  const UnitData* const units[] = {&a, &b};
+  for (const std::size_t i : {0U, 1U}) {
+    CloneData document = FreshData();
+    if (LoadUnit(*units[i], document)) return false;
+    EncodeSettings(document.settings, document.image);
+    encoded[i] = DigitsOf(document, units[i]->unit);
+  }
+  return encoded[0] == encoded[1];
+}
+
 std::vector<CellDifference> UnitDifferences(const UnitData& a, const UnitData& b) {
   // The program writes some digits in lower case, the radio answers in capitals.
   if (UpperCase(a.digits) == UpperCase(b.digits)) return {};

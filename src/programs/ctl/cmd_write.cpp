@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "document/defaults.h"
+#include "files/radio_copy_file.h"
 #include "files/whole_file.h"
 #include "programs/ctl/radio_session.h"
 #include "programs/ctl/user_files.h"
@@ -47,8 +48,8 @@ int CheckBackup(CommandContext& context, const std::string& path) {
 WriteNet NetOf(CommandContext& context, const Arguments& arguments) {
   WriteNet net{.keep_backup = {}, .verify = arguments.verify};
   if (!arguments.backup) return net;
-  net.keep_backup = [&context, path = *arguments.backup](const CloneData& radio) {
-    if (const auto problem = SaveCloneFile(path, radio, radio.model, NewFilesOnly())) {
+  net.keep_backup = [&context, path = *arguments.backup](const RadioCopy& radio) {
+    if (const auto problem = SaveRadioCopy(path, radio)) {
       context.console.Error(*problem);
       return false;
     }
@@ -68,8 +69,8 @@ int Run(CommandContext& context, const Arguments& arguments) {
   }
   CloneDocument document(std::move(data));
   RadioSession session(context, *device, document);
-  const int code =
-      session.Write(HalfOf(arguments.only), NetOf(context, arguments), RestoreCommand(arguments));
+  const int code = session.Write(HalfOf(arguments.only), NetOf(context, arguments),
+                                 {RestoreCommand(arguments), {}});
   if (code != kExitDone) return code;
   context.console.Note(InputName(arguments.file) + " written to the radio: " +
                        std::to_string(session.report().acknowledged.size()) +

@@ -4,6 +4,7 @@
 
 #include "base/hex.h"
 #include "link/com_ports.h"
+#include "link/unit_sequences.h"
 
 namespace q40 {
 namespace {
@@ -16,6 +17,9 @@ std::string JobName(Sequence sequence) {
     case Sequence::kWriteMemory: return "Writing memory";
     case Sequence::kBackUp: return "Backing up";
     case Sequence::kVerify: return "Verifying";
+    case Sequence::kCompare: return "Comparing";
+    case Sequence::kRestore: return "Restoring";
+    case Sequence::kWriteUnits: return "Writing changes";
     default: return "Identifying";
   }
 }
@@ -27,6 +31,16 @@ bool IsBlockAnswer(std::string_view answer) {
   const std::string_view digits = answer.substr(2, kBlockDigits);
   return answer.starts_with("\r\n") && answer.ends_with("\r\n") &&
          std::all_of(digits.begin(), digits.end(), IsHexDigit);
+}
+
+std::string CountText(std::size_t differences) {
+  return std::to_string(differences) + (differences == 1 ? " difference" : " differences");
+}
+
+void PrintDifferences(CommandContext& context, const std::vector<CellDifference>& differences) {
+  std::string text;
+  for (const CellDifference& difference : differences) text += DifferenceText(difference) + '\n';
+  Print(context, text);
 }
 
 }  // namespace
@@ -50,36 +64,54 @@ int RadioSession::Read(Half half) {
   }
 }
 
-int RadioSession::Write(Half half, const WriteNet& net, const std::string& restore) {
-  const WriteResult result = SafeWrite(link_, document_, *this, half, net);
-  const bool unkept_backup =
-      result.stage == WriteResult::Stage::kBackup && result.last.outcome == Outcome::kCancelled;
-  if (unkept_backup) {
-    context_.console.Note(AftermathText(result, half, restore));  // the reason has been said
+int RadioSession::Write(Half half, const WriteNet& net, const WayOut& ways) {
+  return ConcludeWrite(SafeWrite(link_, document_, *this, half, net), ways);
+}
+
+int RadioSession::Restore(const RadioCopy& copy, const WriteNet& net, const WayOut& ways) {
+  return ConcludeWrite(RestoreRadio(link_, *this, copy, net), ways);
+}
+
+int RadioSession::Swap(int model, const std::vector<UnitSwap>& swaps, const WayOut& ways) {
+  return ConcludeWrite(SwapUnits(link_, *this, model, swaps), ways);
+}
+
+int RadioSession::BackUp(RadioCopy& copy) {
+  return Conclude(UnitSequences(link_, *this).BackUp(std::nullopt, copy));
+}
+
+int RadioSession::ConcludeWrite(const WriteResult& result, const WayOut& ways) {
+  using Stage = WriteResult::Stage;
+  if (result.stage == Stage::kBackup && result.last.outcome == Outcome::kCancelled) {
+    context_.console.Note(AftermathText(result, ways));  // the reason has been said
     return kExitCannotWrite;
   }
+  if (result.last.outcome == Outcome::kNotAsKnown) return ConcludeUnknown(result);
   if (result.last.outcome != Outcome::kDone) {
-    return Conclude(result.last, ' ' + AftermathText(result, half, restore));
+    return Conclude(result.last, ' ' + AftermathText(result, ways));
   }
   Conclude(result.last);
   report_ = result.write;
-  return net.verify ? ConcludeVerified(result, restore) : static_cast<int>(kExitDone);
+  return result.stage == Stage::kVerify ? ConcludeVerified(result, ways)
+                                        : static_cast<int>(kExitDone);
 }
 
-int RadioSession::ConcludeVerified(const WriteResult& result, const std::string& restore) {
-  const std::size_t count = result.differences.size();
-  if (count == 0) return kExitDone;
-  std::string text;
-  for (const CellDifference& difference : result.differences) {
-    text += DifferenceText(difference) + '\n';
-  }
-  Print(context_, text);
+int RadioSession::ConcludeUnknown(const WriteResult& result) {
+  PrintDifferences(context_, result.differences);
+  return context_.console.Error(kExitNotAsKnown, "Nothing was written: " + result.last.why + " (" +
+                                                     CountText(result.differences.size()) + "). " +
+                                                     result.last.remedy);
+}
+
+int RadioSession::ConcludeVerified(const WriteResult& result, const WayOut& ways) {
+  if (result.differences.empty()) return kExitDone;
+  PrintDifferences(context_, result.differences);
   return context_.console.Error(
-      kExitNotKept,
-      "The radio did not keep everything: " + std::to_string(count) +
-          (count == 1 ? " difference" : " differences") +
-          " between what was written and what it holds." +
-          (result.backup_kept ? " To bring the backup back: " + restore : std::string()));
+      kExitNotKept, "The radio did not keep everything: " + CountText(result.differences.size()) +
+                        " between what was written and what it holds." +
+                        (result.backup_kept && !ways.restore.empty()
+                             ? " To bring the backup back: " + ways.restore
+                             : std::string()));
 }
 
 int RadioSession::Dump(int first_block, int count) {
@@ -152,6 +184,7 @@ int RadioSession::Conclude(const SequenceReport& report, const std::string& writ
     case Outcome::kCommunicationError:
       return console.Error(kExitCommunicationError, kCommunicationErrorText + reason);
     case Outcome::kDataError: return console.Error(kExitDataError, kDataErrorText + reason);
+    case Outcome::kNotAsKnown: return kExitNotAsKnown;  // said with its differences
     case Outcome::kWrongModel:
     case Outcome::kCancelled:
       return console.Error(
