@@ -54,9 +54,10 @@ RadioContent ContentOf(const RadioCopy& copy) {
 }
 
 bool UnitSwap::IsKnown(const std::string& digits) const {
-  return known.empty() || std::any_of(known.begin(), known.end(), [&](const std::string& text) {
-           return SameValues({target.unit, text}, {target.unit, digits});
-         });
+  if (known.empty() || Contains(known, digits)) return true;  // decoding takes longer
+  return std::any_of(known.begin(), known.end(), [&](const std::string& text) {
+    return SameValues({target.unit, text}, {target.unit, digits});
+  });
 }
 
 std::vector<UnitSwap> ChangedUnits(const RadioContent& radio, const CloneData& document) {

@@ -48,7 +48,9 @@ std::string AddressLine(const UnitData& data) {
 std::string DigitsBehind(std::string_view rest, Unit unit, const DialTexts& texts) {
   const std::string start = AddressLine({unit, {}});
   const auto at = rest.find(start);
-  if (at == std::string_view::npos || (at > 0 && rest[at - 1] != '\n')) return {};
+  if (at == std::string_view::npos || (at > 0 && rest[at - 1] != '\n' && rest[at - 1] != '\r')) {
+    return {};
+  }
   const std::string digits(rest.substr(at + start.size(), kUnitDigits));
   if (digits.size() != kUnitDigits || !IsHex(digits)) return {};
   DialTexts spelled = texts;

@@ -55,11 +55,12 @@ std::optional<std::vector<UnitData>> ToWrite(const std::vector<UnitSwap>& swaps,
     const std::string& holds = found[i].digits;
     if (!swap.IsKnown(holds)) {
       AddDifferences({swap.target.unit, swap.known.front()}, found[i], result);
+      result.unlike.push_back(found[i]);
     } else if (UpperCase(holds) != UpperCase(swap.target.digits)) {
       units.push_back(swap.target);
     }
   }
-  if (result.differences.empty()) return units;
+  if (result.unlike.empty()) return units;
   result.last.outcome = Outcome::kNotAsKnown;
   result.last.why = "the radio does not hold what it was known to hold";
   result.last.remedy = "Read it, or write everything.";

@@ -34,6 +34,8 @@ struct WriteResult {
   std::vector<UnitData> planned;
   // In kVerify, a: written, b: in the radio. In kCompare, a: as it was known, b: in the radio.
   std::vector<CellDifference> differences;
+  // In kCompare, the units that are not as they were known, as the radio holds them.
+  std::vector<UnitData> unlike;
 
   // Whether the radio may hold something else than before.
   [[nodiscard]] bool TouchedRadio() const {

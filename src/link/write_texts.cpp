@@ -83,20 +83,26 @@ std::string UnitsText(const std::vector<UnitData>& units) {
   return names + (one ? "channel " : "channels ") + channels;
 }
 
+std::vector<std::string> WayTexts(const WriteResult& result, const WayOut& ways) {
+  std::vector<std::string> texts;
+  if (!result.TouchedRadio() && !ways.has_a_part) return texts;
+  if (!ways.go_on.empty()) texts.push_back("To go on: " + ways.go_on);
+  if ((result.backup_kept || ways.has_a_part) && !ways.restore.empty()) {
+    texts.push_back("To bring the backup back: " + ways.restore);
+  }
+  return texts;
+}
+
 std::string AftermathText(const WriteResult& result, const WayOut& ways) {
   using Stage = WriteResult::Stage;
   if (result.stage == Stage::kBackup) return "The backup was not made, so nothing was written.";
-  if (result.stage == Stage::kCompare) return "Nothing was written.";
   std::string text = "Everything was written, but not verified.";
+  if (result.stage == Stage::kCompare) text = "Nothing was written.";
   if (result.stage == Stage::kWrite) {
     text = Sentence(result.half ? WrittenText(result.write, *result.half)
                                 : SomeUnitsWrittenText(result.write));
   }
-  if (!result.TouchedRadio()) return text;
-  if (!ways.go_on.empty()) text += " To go on: " + ways.go_on;
-  if (result.backup_kept && !ways.restore.empty()) {
-    text += " To bring the backup back: " + ways.restore;
-  }
+  for (const std::string& way : WayTexts(result, ways)) text += ' ' + way;
   return text;
 }
 

@@ -19,7 +19,12 @@ std::string UnitsText(const std::vector<UnitData>& units);
 struct WayOut {
   std::string restore;  // brings the backup back
   std::string go_on;    // writes the rest
+  // The radio held a part when this write began, and `restore` is of before that: the ways are told
+  // whatever this write did.
+  bool has_a_part = false;
 };
+// Those that make sense: "To go on: ", "To bring the backup back: ".
+std::vector<std::string> WayTexts(const WriteResult& result, const WayOut& ways);
 // What a write did that did not end well, in sentences, and the ways out of it that make sense.
 std::string AftermathText(const WriteResult& result, const WayOut& ways);
 

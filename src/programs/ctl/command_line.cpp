@@ -14,8 +14,8 @@ void DefineCommandLine(CLI::App& app, CommandContext& context) {
   app.fallthrough();
   app.require_subcommand(1);
   app.parse_complete_callback([quiet, &context] { context.console.SetQuiet(quiet->count() > 0); });
-  for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddNew, AddCheck, AddShow,
-                         AddDiff, AddLint, AddExport, AddImport, AddDump}) {
+  for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddBackup, AddRestore, AddNew,
+                         AddCheck, AddShow, AddDiff, AddLint, AddExport, AddImport, AddDump}) {
     add(app, context);
   }
   app.footer(std::string("PORT is 1 to 14 or the path of a device; see rxq40ctl ports.\n"

@@ -81,37 +81,42 @@ int RadioSession::BackUp(RadioCopy& copy) {
 }
 
 int RadioSession::ConcludeWrite(const WriteResult& result, const WayOut& ways) {
+  const int code = ConcludeResult(result);
+  if (code == kExitDone || code == kExitNotAsKnown) return code;
+  // Each in a line of its own, to be pasted.
+  for (const std::string& way : WayTexts(result, ways)) context_.console.Error(code, way);
+  return code;
+}
+
+int RadioSession::ConcludeResult(const WriteResult& result) {
   using Stage = WriteResult::Stage;
   if (result.stage == Stage::kBackup && result.last.outcome == Outcome::kCancelled) {
-    context_.console.Note(AftermathText(result, ways));  // the reason has been said
+    context_.console.Note(AftermathText(result, {}));  // the reason has been said
     return kExitCannotWrite;
   }
   if (result.last.outcome == Outcome::kNotAsKnown) return ConcludeUnknown(result);
   if (result.last.outcome != Outcome::kDone) {
-    return Conclude(result.last, ' ' + AftermathText(result, ways));
+    return Conclude(result.last, ' ' + AftermathText(result, {}));
   }
   Conclude(result.last);
   report_ = result.write;
-  return result.stage == Stage::kVerify ? ConcludeVerified(result, ways)
-                                        : static_cast<int>(kExitDone);
+  return result.stage == Stage::kVerify ? ConcludeVerified(result) : static_cast<int>(kExitDone);
 }
 
 int RadioSession::ConcludeUnknown(const WriteResult& result) {
   PrintDifferences(context_, result.differences);
-  return context_.console.Error(kExitNotAsKnown, "Nothing was written: " + result.last.why + " (" +
+  return context_.console.Error(kExitNotAsKnown, "Nothing was written: " + result.last.why + ", " +
+                                                     UnitsText(result.unlike) + " (" +
                                                      CountText(result.differences.size()) + "). " +
                                                      result.last.remedy);
 }
 
-int RadioSession::ConcludeVerified(const WriteResult& result, const WayOut& ways) {
+int RadioSession::ConcludeVerified(const WriteResult& result) {
   if (result.differences.empty()) return kExitDone;
   PrintDifferences(context_, result.differences);
   return context_.console.Error(
       kExitNotKept, "The radio did not keep everything: " + CountText(result.differences.size()) +
-                        " between what was written and what it holds." +
-                        (result.backup_kept && !ways.restore.empty()
-                             ? " To bring the backup back: " + ways.restore
-                             : std::string()));
+                        " between what was written and what it holds.");
 }
 
 int RadioSession::Dump(int first_block, int count) {
@@ -164,6 +169,13 @@ std::string RadioSession::Advice(const PortProblem& problem) const {
   return text;
 }
 
+// "the radio is an RX-Q40T, the data is for an RX-Q40E"
+std::string RadioSession::ModelsText(const SequenceReport& report) const {
+  if (report.outcome == Outcome::kWrongModel) return report.why;
+  return "the radio is an " + std::string(ModelName(report.radio_model)) + ", the data is for an " +
+         std::string(ModelName(document_.model()));
+}
+
 // The one place where the end of a sequence becomes words and an exit code. `written`: what a write
 // left behind; empty for a read.
 int RadioSession::Conclude(const SequenceReport& report, const std::string& written) {
@@ -189,8 +201,7 @@ int RadioSession::Conclude(const SequenceReport& report, const std::string& writ
     case Outcome::kCancelled:
       return console.Error(
           kExitWrongModel,
-          "Model is not correct: the radio is an " + std::string(ModelName(report.radio_model)) +
-              ", the data is for an " + std::string(ModelName(document_.model())) + "." +
+          "Model is not correct: " + ModelsText(report) + "." +
               (written.empty() ? " The file is as it was. --force starts it anew with the radio's "
                                  "model."
                                : written + " Write a file of the radio's model."));
@@ -220,6 +231,25 @@ void AddOnlyOption(CLI::App& command, std::string& only) {
 Half HalfOf(const std::string& only) {
   if (only == "settings") return Half::kSettings;
   return only == "memory" ? Half::kMemory : Half::kBoth;
+}
+
+CLI::Option* AddBackupOption(CLI::App& command, std::optional<std::string>& path) {
+  return command
+      .add_option("--backup", path,
+                  "read the radio first and keep what it holds in this new clone file")
+      ->type_name("FILE");
+}
+
+CLI::Option* AddRestOptions(CLI::App& command, bool& rest, std::optional<std::string>& before) {
+  auto* option = command.add_flag(
+      "--rest", rest, "go on where it broke off: write what the radio does not hold yet, verified");
+  command
+      .add_option("--before", before,
+                  "with --rest: what the radio held before, a backup; if it holds something else\n"
+                  "by now, nothing is written")
+      ->type_name("FILE")
+      ->needs(option);
+  return option;
 }
 
 }  // namespace q40

@@ -42,8 +42,10 @@ class RadioSession final : private SequenceQuestions, private SequenceWatcher {
 
   int Conclude(const SequenceReport& report, const std::string& written = {});
   int ConcludeWrite(const WriteResult& result, const WayOut& ways);
-  int ConcludeVerified(const WriteResult& result, const WayOut& ways);
+  int ConcludeResult(const WriteResult& result);
+  int ConcludeVerified(const WriteResult& result);
   int ConcludeUnknown(const WriteResult& result);
+  [[nodiscard]] std::string ModelsText(const SequenceReport& report) const;
   [[nodiscard]] std::string Advice(const PortProblem& problem) const;
 
   CommandContext& context_;
@@ -64,5 +66,9 @@ std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::
 // Adds the option --only; HalfOf reads it.
 void AddOnlyOption(CLI::App& command, std::string& only);
 Half HalfOf(const std::string& only);
+
+// Adds --backup; and --rest with --before, which needs it.
+CLI::Option* AddBackupOption(CLI::App& command, std::optional<std::string>& path);
+CLI::Option* AddRestOptions(CLI::App& command, bool& rest, std::optional<std::string>& before);
 
 }  // namespace q40
