@@ -6,7 +6,7 @@
 //   Write     RXQ40, KX~WHO, units, End
 //   Verify    Identify, those units, End    as compare
 //
-// Between two commands lies a pause of 10 ms, except between the memory channels of a backup.
+// Between two commands lies a pause of 10 ms, except in front of the memory channels of a backup.
 #pragma once
 
 #include <optional>
