@@ -66,6 +66,13 @@ constexpr WireTime kWriteAll = {
 // The identification, what was written, End; a pause before every unit and around End.
 constexpr WireTime kVerify = {kIdentifyBytes + kEndBytes + (17 + 210) * kReadBytes, 17 + 210 + 2};
 
+// Write Changes: compare, write and verify `units` blocks; in a sequence of units every command but the
+// first has a pause in front of it, the End command one behind it too.
+constexpr WireTime ChangesWire(int units) {
+  return {(kIdentifyBytes + units * kReadBytes + kEndBytes) * 2 + kAnnounceBytes + kIdentifyBytes +
+              units * kWriteBytes + kEndBytes,
+          2 * (units + 2) + 1 + units + 2};
+}
 double Seconds(const WireTime& a, const WireTime& b) { return a.Seconds() + b.Seconds(); }
 
 // ---- measuring
@@ -131,7 +138,8 @@ void Paced(const Folder& folder, const std::string& verb, const WireTime& wire) 
 }
 
 // What a write with a net costs: the wire's time for it, and the program's over that.
-void PacedNet(const Folder& folder, const std::string& option, const WireTime& more) {
+// Seconds that it took.
+double PacedNet(const Folder& folder, const std::string& option, const WireTime& more) {
   SimulatorProcess radio({"--pace", "9600", "--load", folder / "full.Q40"});
   std::vector<std::string> command = {Program("rxq40ctl"), "write", "-p", radio.device(),
                                       folder / "full.Q40", option};
@@ -142,6 +150,30 @@ void PacedNet(const Folder& folder, const std::string& option, const WireTime& m
       Number("%.2f", wire / kWriteAll.Seconds()), "");
   Row("Write All " + option + ", time over the wire's " + Number("%.2f s", wire),
       Number("%.4f", result.seconds / wire), "");
+  return result.seconds;
+}
+
+// The program's own time, from its start to its end, against that of its bytes and pauses.
+double ChangesSeconds(const Folder& folder, const std::string& changed) {
+  SimulatorProcess radio({"--pace", "9600", "--load", folder / "full.Q40"});
+  return Must(test::Run({Program("rxq40ctl"), "write", "-p", radio.device(), "--changes",
+                         folder / "full.Q40", folder / changed},
+                        {.limit = std::chrono::minutes(2)}))
+      .seconds;
+}
+
+// `write_all`: seconds of Write All with --verify.
+void PacedChanges(const Folder& folder, double write_all) {
+  const double one = MedianOf(5, [&] { return ChangesSeconds(folder, "one.Q40"); });
+  Row("one changed channel at 9600 baud, verified, time over the wire's " +
+          Number("%.3f s", ChangesWire(1).Seconds()),
+      Number("%.4f", one / ChangesWire(1).Seconds()), "1.05");
+  Row("Write All --verify over one changed channel, verified", Number("%.1f", write_all / one),
+      "30 or more");
+  const double all = ChangesSeconds(folder, "many.Q40");
+  Row("210 changed channels, verified, time over the wire's for Write Memory and two reads, " +
+          Number("%.2f s", ChangesWire(210).Seconds()),
+      Number("%.4f", all / ChangesWire(210).Seconds()), "1.02");
 }
 
 void Unpaced(const Folder& folder) {
@@ -274,13 +306,13 @@ void Window() {
       "");
 }
 
-// A clone file with all 210 channels in use.
-void MakeFullFile(const std::string& path) {
+// Clone files with all 210 channels in use, and with the first `changed` of them changed.
+void MakeFile(const std::string& path, std::size_t changed) {
   CloneData document = FreshData();
   for (std::size_t n = 0; n < kMemoryChannelCount; ++n) {
     document.image.MemoryTable[n] = document.image.TemplateChannel();
     document.image.MemoryTable[n].Set(ChannelKind::kMemory, Field::kName, 1,
-                                      "CH" + std::to_string(n));
+                                      (n < changed ? "X" : "CH") + std::to_string(n));
     document.image.ChannelInUse[n] = true;
   }
   if (SaveCloneFile(path, document, document.model)) std::exit(1);
@@ -291,7 +323,9 @@ void MakeFullFile(const std::string& path) {
 
 int main() {
   const q40::Folder folder;
-  q40::MakeFullFile(folder / "full.Q40");
+  q40::MakeFile(folder / "full.Q40", 0);
+  q40::MakeFile(folder / "one.Q40", 1);
+  q40::MakeFile(folder / "many.Q40", q40::kMemoryChannelCount);
   std::printf("| what | measured | limit |\n| --- | --- | --- |\n");
   q40::Codec(folder);
   q40::Check(folder);
@@ -301,6 +335,6 @@ int main() {
   q40::Paced(folder, "read", q40::kReadAll);
   q40::Paced(folder, "write", q40::kWriteAll);
   q40::PacedNet(folder, "--backup", q40::kReadAll);
-  q40::PacedNet(folder, "--verify", q40::kVerify);
+  q40::PacedChanges(folder, q40::PacedNet(folder, "--verify", q40::kVerify));
   return 0;
 }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Measures everything in one run and prints one table; with --write also into docs/performance.md.
-# About three minutes, most of it at wire speed. Wants a quiet machine.
+# About four minutes, most of it at wire speed. Wants a quiet machine.
 source "$(dirname "$0")/../tools/setup.sh"
 install_missing "${build_packages[@]}" "${test_packages[@]}"
 build release --target bench >&2

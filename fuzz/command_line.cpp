@@ -24,7 +24,10 @@ constexpr std::string_view kErrorStart = "rxq40ctl: ";  // of a message about a 
 Files FilesToStartWith() {
   CloneData demo = DemoDocument();
   CloneData other = FreshData();
+  CloneData changed = demo;
+  changed.dial[9] = "77";
   return {{"a.Q40", CloneFileText(demo, demo.model).value()},
+          {"c.Q40", CloneFileText(changed, changed.model).value()},
           {"b.Q40", CloneFileText(other, other.model).value()},
           {"bad.Q40", "no clone file"}};
 }
@@ -66,7 +69,7 @@ bool MayRun(const std::vector<std::string>& words) {
 }
 
 bool IsDocumented(int code) {
-  return (code >= kExitDone && code <= kExitImportedInPart) || code == kExitInterrupted;
+  return (code >= kExitDone && code <= kExitNotAsKnown) || code == kExitInterrupted;
 }
 
 SimulatedRadio RadioWith(std::string_view fault_text) {

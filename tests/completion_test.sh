@@ -35,8 +35,8 @@ while IFS=';' read -r line expected; do
   echo "bash: \"$line\" offers \"$got\" instead of \"$expected\""
   failed=1
 done <<'CASES'
-rxq40ctl re;read
-rxq40ctl ;apply|check|diff|dump|export|identify|import|lint|new|ports|read|show|write
+rxq40ctl rea;read
+rxq40ctl ;apply|backup|check|diff|dump|export|identify|import|lint|new|ports|read|restore|show|write
 rxq40ctl --v;--version
 rxq40ctl --quiet wr;write
 rxq40ctl read --;--force|--help|--only|--port|--quiet|--trace
@@ -49,6 +49,7 @@ rxq40ctl dump --trace n;notes.txt
 rxq40ctl read -p 3 ;CLONES
 rxq40ctl read -p 3 mine.Q40 ;
 rxq40ctl read -p /dev/nul;/dev/null
+rxq40ctl write --changes m;mine.Q40
 rxq40ctl new --model RX-Q40T;RX-Q40T|RX-Q40T1
 rxq40ctl check mine.Q40 mine.Q40 ;CLONES
 rxq40ctl export mine.Q40 ;deep|list.csv

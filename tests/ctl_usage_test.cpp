@@ -44,6 +44,11 @@ TEST_F(Ctl, WrongUsageIsTwo) {
        "read: --only: half not in {settings,memory}. See rxq40ctl read --help."},
       {{"new", "--model", "RX-1", "x"},
        "new: --model: RX-1 not in {RX-Q40T,RX-Q40E,RX-Q40T1,RX-Q20A}. See rxq40ctl new --help."},
+      {{"write", "-p", "1", "--before", "a", "b"},
+       "write: --before requires --rest. See rxq40ctl write --help."},
+      {{"restore", "-p", "1", "--rest", "--backup", "a", "b"},
+       "restore: --backup excludes --rest. See rxq40ctl restore --help."},
+      {{"write", "-p", "1", "--changes", "-", "-"}, "only one of the files can be standard input"},
       {{"show", "a", "b"}, "show: \"b\" is one argument too many. See rxq40ctl show --help."},
       {{"dump", "-p", "1", "--count", "0"},
        "dump: --count is a number from 1 to 512. See rxq40ctl dump --help."},
@@ -58,8 +63,8 @@ TEST_F(Ctl, WrongUsageIsTwo) {
     EXPECT_EQ(Run({"dump", "-p", "1", "--first", bad}).code, kExitUsage) << bad;
   }
   EXPECT_EQ(Run({"--help"}).code, 0);
-  for (const char* command : {"ports", "identify", "read", "write", "new", "check", "show", "diff",
-                              "lint", "export", "import", "dump"}) {
+  for (const char* command : {"ports", "identify", "read", "write", "backup", "restore", "new",
+                              "check", "show", "diff", "lint", "export", "import", "dump"}) {
     EXPECT_NE(Run({command, "--help"}).out.find("xample"), std::string::npos) << command;
   }
 }

@@ -275,6 +275,32 @@ TEST(Programs, AnInterruptLeavesTheFileAndSaysWhatTheRadioGot) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
+TEST(Programs, WhatWasStoppedOrKilledGoesOn) {
+  test::TempFolder folder;
+  const std::string link = folder / "radio";
+  ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", folder / "a.Q40"}).code, 0);
+  const std::vector<std::string> write = {"write", "-p", link, folder / "a.Q40"};
+  const auto interrupted = [&](int signal) {
+    return Ctl(write, {.signal = signal, .signal_after = milliseconds(600)});
+  };
+  {
+    // A radio that closes the line when it gets the End command.
+    SimulatorProcess radio({"--pace", "9600", "--link", link, "--fault", "hang-up@END+"});
+    EXPECT_EQ(interrupted(SIGINT).code, 130);
+    EXPECT_EQ(Ctl({"identify", "-p", link}).code, 3);
+  }
+  for (const int signal : {SIGINT, SIGKILL}) {
+    SimulatorProcess radio({"--link", link, "--save", folder / "after.Q40"});
+    const ProcessResult broken = interrupted(signal);
+    EXPECT_EQ(broken.code, 128 + signal);
+    EXPECT_EQ(Says(broken, "To go on: rxq40ctl write -p " + link + " --rest "), signal == SIGINT);
+    EXPECT_EQ(Ctl({"write", "-p", link, "--rest", folder / "a.Q40"}).code, 0);
+    radio.Stop();
+    EXPECT_EQ(Ctl({"diff", folder / "a.Q40", folder / "after.Q40"}).code, 0);
+    std::filesystem::remove(folder / "after.Q40");
+  }
+}
+
 TEST(Programs, SignalsThatTheParentIgnoresStayIgnored) {
   test::TempFolder folder;
   SimulatorProcess radio({"--fault", "late=600"});

@@ -1,8 +1,7 @@
 // Writing with a net, against a radio that keeps what is written to it.
-#include "link/safe_write.h"
-
 #include <set>
 
+#include "link/write_texts.h"
 #include "support/random_document.h"
 #include "support/scripted_radio.h"
 
@@ -22,9 +21,10 @@ TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
   radio.held = test::RandomDocument(41);
   radio.held.model = 0;
   radio.held.image.VersionA = false;
-  radio.data["0200"] = "80" + std::string(62, '0');
-  std::optional<CloneData> backup;
-  const WriteNet net{[&](const CloneData& held) {
+  const std::string radio_held_before = "80" + std::string(62, '0');
+  radio.data["0200"] = radio_held_before;
+  std::optional<RadioCopy> backup;
+  const WriteNet net{[&](const RadioCopy& held) {
                        EXPECT_FALSE(Heard(radio, "RXQ40"));        // before anything is written
                        EXPECT_EQ(radio.host.version_letter, 'A');  // the document says 0
                        backup = held;
@@ -37,12 +37,12 @@ TEST(SafeWrite, BacksUpWritesAndVerifiesInThisOrder) {
   EXPECT_EQ(result.last.outcome, Outcome::kDone);
   EXPECT_TRUE(result.backup_kept && result.differences.empty());
   ASSERT_TRUE(backup);
-  EXPECT_TRUE(backup->image.ChannelInUse[0]);
+  EXPECT_EQ(backup->units.at(17).digits, radio_held_before);
   EXPECT_EQ(result.write.acknowledged.size(), 227U);
-  // 231 exchanges of the backup, 233 of the write, 229 of the verification.
-  EXPECT_EQ(radio.port.sent.size(), 231U + 233U + 229U);
-  EXPECT_EQ(radio.port.sent[231].bytes, "RXQ40\r\n");
-  EXPECT_EQ(radio.host.begins, 5);
+  // 229 exchanges of the backup, 233 of the write, 229 of the verification.
+  EXPECT_EQ(radio.port.sent.size(), 229U + 233U + 229U);
+  EXPECT_EQ(radio.port.sent[229].bytes, "RXQ40\r\n");
+  EXPECT_EQ(radio.host.begins, 4);
   EXPECT_EQ(radio.held.image.MemoryTable, before.image.MemoryTable);
   EXPECT_EQ(radio.host.shown.size(), 0U);  // the backup's data is not shown
 }
@@ -63,8 +63,8 @@ TEST(SafeWrite, WithoutANetItIsTheWrite) {
 }
 
 TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
-  const WriteNet refuses{[](const CloneData&) { return false; }, true};
-  const WriteNet keeps{[](const CloneData&) { return true; }, true};
+  const WriteNet refuses{[](const RadioCopy&) { return false; }, true};
+  const WriteNet keeps{[](const RadioCopy&) { return true; }, true};
   const struct {
     const char* identity;
     const WriteNet& net;
@@ -76,8 +76,8 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
                 "the radio is an RX-Q40T1, the data is for an RX-Q40T"},
                {"RXQ40-90-", keeps, Outcome::kCommunicationError,
                 "the radio reports the unknown variant \"9\""},
-               {"RXQ40-00-", keeps, Outcome::kCommunicationError,
-                "1 reply was damaged: memory channel 2", std::string(63, '0') + "G\r\n"}};
+               {"RXQ40-00-", keeps, Outcome::kCommunicationError, "the reply was damaged twice",
+                std::string(63, '0') + "G\r\n"}};
   for (const auto& c : cases) {
     Radio radio;
     if (!c.channel2.empty()) radio.answers["0240"] = c.channel2;
@@ -88,7 +88,7 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
     EXPECT_EQ(result.last.outcome, c.outcome);
     EXPECT_EQ(result.last.why, c.why);
     EXPECT_FALSE(result.backup_kept || Heard(radio, "RXQ40"));
-    EXPECT_EQ(AftermathText(result, Half::kBoth, "so"),
+    EXPECT_EQ(AftermathText(result, {"so", {}}),
               "The backup was not made, so nothing was written.");
     EXPECT_EQ(radio.host.ends.back().outcome,
               c.outcome == Outcome::kCancelled ? Outcome::kDone : c.outcome);

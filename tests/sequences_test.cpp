@@ -308,14 +308,15 @@ TEST(Sequences, ALineThatDropsInAPauseIsNotTakenUpAgain) {
             Outcome::kDone);  // opened, announced, identified
 }
 
-TEST(Sequences, AStopRequestEndsThemWithoutAnotherByte) {
+TEST(Sequences, AStopRequestEndsThemWithTheEndCommand) {
   Radio radio;
   radio.host.on_progress = [&] { radio.pump.stop = radio.host.progress.size() == 5; };
   const SequenceReport report = radio.sequences.WriteAll();
   EXPECT_EQ(report.outcome, Outcome::kInterrupted);
   EXPECT_EQ(report.acknowledged.size(), 4U);
   EXPECT_FALSE(report.in_flight);
-  EXPECT_EQ(radio.port.sent.size(), 6U);
+  ASSERT_EQ(radio.port.sent.size(), 7U);
+  EXPECT_EQ(radio.port.sent[6].bytes, "KX~E\r\n\n");  // it leaves its clone mode
 }
 
 // A timer whose event a talkative line keeps from ever coming.

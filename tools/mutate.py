@@ -24,8 +24,8 @@ import time
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 TABLE = os.path.join(ROOT, "tools", "mutations.txt")
 SCRATCH = os.path.join(ROOT, "build", "mutate")
-TEST_SECONDS = 180  # the slowest test takes a minute
-LAST = "faults_test"  # that one: for what no other test of the core has seen
+TEST_SECONDS = 180  # the slowest tests take a minute
+LASTS = ["faults_test", "net_faults_test"]  # for what no other test of the core has seen
 GUI = "gui_test --gtest_filter="
 PROGRAMS = "programs_test --gtest_filter=Programs."
 # Programs with their arguments. Those that know a folder best come first, so that most faults cost
@@ -38,6 +38,8 @@ FIRST = {
     "document/value_rules": ["ctl_test --gtest_filter=CtlJson.The*"],
     "document/defaults": ["settings_codec_test"],
     "document/document_parts": ["history_test"],
+    "document/radio_content": ["ctl_test"],
+    "files/radio_copy": ["ctl_test"],
     "document/document": ["safe_write_test", "settings_codec_test", "ctl_test"],
     "document/dialog": ["editing_test"],
     "document/history": ["history_test"],
@@ -52,9 +54,10 @@ FIRST = {
     "files/journal.cpp": ["clone_file_test"],
     "files/journal_folder": [GUI + "JournalTest.*"],
     "files/": ["whole_file_test", "clone_file_test"],
-    "link/safe_write": ["safe_write_test"],
-    "link/read_aside": ["safe_write_test", GUI + "Changes.*"],
-    "link/sequences": ["sequences_test", "safe_write_test"],
+    "link/safe_write": ["safe_write_test", "ctl_test"],
+    "link/write_texts": ["safe_write_test", "ctl_test"],
+    "link/unit_sequences": ["safe_write_test", "ctl_test"],
+    "link/sequence": ["sequences_test", "safe_write_test", "ctl_test"],
     "link/reply": ["sequences_test"],
     "link/write_plan": ["sequences_test", "safe_write_test"],
     "link/": ["link_test", "sequences_test"],
@@ -241,7 +244,7 @@ class Worker:
 
     def order(self, file):
         first = of_file(FIRST, file, [])
-        return first + [t for t in of_file(ROOMS, file, self.core + [LAST]) if t not in first]
+        return first + [t for t in of_file(ROOMS, file, self.core + LASTS) if t not in first]
 
     def run(self, mutation):
         """ "caught" and by which test, "survived", or "does not compile" and why."""

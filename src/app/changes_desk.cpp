@@ -214,10 +214,10 @@ bool ChangesDesk::MayWrite(Half half) {
     }
     const int answer = question.exec();
     if (answer != WriteQuestion::kReadFirst) return answer == WriteQuestion::kWrite;
-    CloneDocument radio;
-    radio.ChangeModel(at_.session.document().model());
+    CloneData radio = FreshData();
+    ChangeModel(radio, at_.session.document().model());
     if (!at_.radio.LookUp(radio, half)) return false;
-    states_.KeepRadio(radio.data(), half, tr("read"));
+    states_.KeepRadio(radio, half, tr("read"));
   }
 }
 

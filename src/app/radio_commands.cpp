@@ -8,9 +8,8 @@
 #include "app/prompts.h"
 #include "app/radio_texts.h"
 #include "app/session.h"
-#include "app/user_options.h"
-#include "files/clone_file.h"
-#include "link/read_aside.h"
+#include "files/radio_copy_file.h"
+#include "link/unit_sequences.h"
 #include "widgets/paths.h"
 
 namespace q40 {
@@ -20,8 +19,10 @@ bool Reads(Sequence sequence) {
   return sequence == Sequence::kReadMemory || sequence == Sequence::kReadSettings;
 }
 
-bool Writes(Sequence sequence) {
-  return sequence == Sequence::kWriteMemory || sequence == Sequence::kWriteSettings;
+// Some move units of all pages, or of none.
+bool ShowsPages(Sequence sequence) {
+  return Reads(sequence) || sequence == Sequence::kWriteSettings ||
+         sequence == Sequence::kWriteMemory;
 }
 
 }  // namespace
@@ -78,14 +79,26 @@ void RadioCommands::Write(Half half) {
   const WriteResult result = SafeWrite(session_.link(), session_.document(), *this, half, net);
   session_.SetBusy(Session::Busy::kNo);
   session_.TellFacts();
-  ReportWrite(result, half, backup);
+  ReportWrite(result, backup);
 }
 
-bool RadioCommands::LookUp(CloneDocument& radio, Half half) {
+bool RadioCommands::LookUp(CloneData& radio, Half half) {
+  std::vector<UnitData> wanted;
+  for (const Unit unit : UnitsOf(half)) wanted.push_back({unit, {}});
+  std::vector<UnitData> found;
   session_.SetBusy(Session::Busy::kTalking);
-  const SequenceReport report = ReadAside(session_.link(), radio, *this, half, Sequence::kLookUp);
+  const SequenceReport report =
+      UnitSequences(session_.link(), *this).Read(Sequence::kLookUp, radio.model, wanted, found);
   session_.SetBusy(Session::Busy::kNo);
-  return report.outcome == Outcome::kDone;
+  if (report.outcome != Outcome::kDone) return false;
+  for (const UnitData& data : found) {
+    if (const auto why = LoadUnit(data, radio)) {
+      prompts_.NoteFailure(
+          Shown(data.unit.Name() + " of the radio cannot be decoded: " + *why + "."));
+      return false;
+    }
+  }
+  return true;
 }
 
 void RadioCommands::WriteFromMenu(Half half) {
@@ -101,7 +114,7 @@ WriteNet RadioCommands::Net(std::string& backup) {
   WriteNet net;
   net.verify = choice.verify;
   if (choice.back_up) {
-    net.keep_backup = [this, &backup](const CloneData& radio) {
+    net.keep_backup = [this, &backup](const RadioCopy& radio) {
       backup = KeepBackup(radio);
       return !backup.empty();
     };
@@ -110,7 +123,7 @@ WriteNet RadioCommands::Net(std::string& backup) {
 }
 
 // The path of the new file, named after model and time. Empty: the user has been told why.
-std::string RadioCommands::KeepBackup(const CloneData& radio) {
+std::string RadioCommands::KeepBackup(const RadioCopy& radio) {
   std::error_code error;  // of a folder that cannot be had the save tells
   std::filesystem::create_directories(options_.backup_folder, error);
   const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
@@ -120,20 +133,19 @@ std::string RadioCommands::KeepBackup(const CloneData& radio) {
   for (int copy = 2; std::filesystem::exists(path, error); ++copy) {
     path = name + " (" + std::to_string(copy) + ").Q40";
   }
-  if (const auto problem = SaveCloneFile(path, radio, radio.model, NewFilesOnly())) {
+  if (const auto problem = SaveRadioCopy(path, radio)) {
     prompts_.ShowError(tr("The backup could not be kept, so nothing was written.\n") +
                        Shown(problem->Message()));
     return {};
   }
-  UserOptions::AddRecentFile(path);
   return path;
 }
 
 // In the status bar; what touched the radio and did not end well, in a window too.
-void RadioCommands::ReportWrite(const WriteResult& result, Half half, const std::string& backup) {
+void RadioCommands::ReportWrite(const WriteResult& result, const std::string& backup) {
   // That a backup could not be kept has been said, at length.
   if (result.last.outcome == Outcome::kCancelled) return;
-  const WriteAccount account = AccountOf(result, half, {Shown(FileName(backup)), Shown(backup)});
+  const WriteAccount account = AccountOf(result, {Shown(FileName(backup)), Shown(backup)});
   if (account.good) return prompts_.Note(account.text);
   prompts_.NoteFailure(account.text);
   if (account.at_length) emit writeTold(account.text, account.differences);
@@ -145,8 +157,7 @@ bool RadioCommands::AskToSave() { return files_.AskToSave(); }
 bool RadioCommands::SelectModel(int model) { return files_.SelectModel(model); }
 
 void RadioCommands::Begin(Sequence sequence) {
-  const bool shows_pages = Reads(sequence) || Writes(sequence);
-  if (follow_pages_ && shows_pages) emit pageWanted(sequence);
+  if (follow_pages_ && ShowsPages(sequence)) emit pageWanted(sequence);
   session_.part().Begin(sequence);
   emit begun(sequence);
 }

@@ -38,8 +38,9 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   RadioCommands(Session& session, Prompts& prompts, FileCommands& files, Options options,
                 QObject* parent = nullptr);
 
-  // Reads into another document than the one that is shown. False: the user has been told why not.
-  bool LookUp(CloneDocument& radio, Half half);
+  // Reads a half of a radio of its model into `radio`, which is not the document that is shown. False:
+  // the user has been told why not.
+  bool LookUp(CloneData& radio, Half half);
   // A command that reads, or identifies.
   void Read(Reading sequence);
   void Write(Half half);
@@ -73,9 +74,9 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
 
   void NoteArrival(const DocumentChange& change);
   WriteNet Net(std::string& backup);
-  std::string KeepBackup(const CloneData& radio);
+  std::string KeepBackup(const RadioCopy& radio);
   void ReportRead(const SequenceReport& report);
-  void ReportWrite(const WriteResult& result, Half half, const std::string& backup);
+  void ReportWrite(const WriteResult& result, const std::string& backup);
   void ComEnd1();
   void ComEnd2();
   void ComEnd3();

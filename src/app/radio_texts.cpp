@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 
+#include "link/write_texts.h"
 #include "radio/models.h"
 
 namespace q40 {
@@ -19,30 +20,26 @@ QString RadioText(int model, char version_letter) {
            QLatin1String(version_letter == 'A' ? "A" : "0"));
 }
 
-const char* CommandOf(Half half) {
-  switch (half) {
-    case Half::kSettings: return "Write Settings";
-    case Half::kMemory: return "Write Memory";
-    default: return "Write All";
-  }
-}
-
-QString RestoreText(Half half, const Backup& backup) {
-  return tr("open it (Recent Files) and choose %1 in the Radio menu. It is\n%2")
-      .arg(QLatin1String(CommandOf(half)), backup.path);
+QString RestoreText(const Backup& backup) {
+  return tr("choose Backups in the Tools menu. It is\n%1").arg(backup.path);
 }
 
 QString GoodText(const WriteResult& result, const Backup& backup) {
   QString text =
       result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
   if (!backup.name.isEmpty()) {
-    text += tr(" Before, the radio held %1 (Recent Files).").arg(backup.name);
+    text += tr(" Before, the radio held %1 (Tools, Backups).").arg(backup.name);
   }
   return text;
 }
 
-QString BadText(const WriteResult& result, Half half, const Backup& backup) {
-  const QString restore = RestoreText(half, backup);
+QString BadText(const WriteResult& result, const Backup& backup) {
+  const QString restore = RestoreText(backup);
+  if (result.last.outcome == Outcome::kNotAsKnown) {
+    return tr(
+        "Nothing was written: the radio does not hold what it was known to hold. These are the "
+        "differences between what was known and what it holds. Read it, or write everything.");
+  }
   if (result.last.outcome == Outcome::kDone) {
     QString text =
         tr("The radio did not keep everything. These are the differences between what was "
@@ -51,7 +48,7 @@ QString BadText(const WriteResult& result, Half half, const Backup& backup) {
     return text;
   }
   const QString aftermath =
-      QString::fromStdString(AftermathText(result, half, restore.toStdString()));
+      QString::fromStdString(AftermathText(result, {restore.toStdString(), {}}));
   if (result.last.outcome == Outcome::kWrongModel) return WrongModelText(result.last, aftermath);
   return ReasonText(result.last) + QLatin1Char(' ') + aftermath;
 }
@@ -76,6 +73,9 @@ QString DoingText(Sequence sequence) {
     case Sequence::kBackUp: return tr("Backing up the radio");
     case Sequence::kLookUp: return tr("Reading what the radio holds");
     case Sequence::kVerify: return tr("Verifying");
+    case Sequence::kCompare: return tr("Comparing");
+    case Sequence::kRestore: return tr("Restoring the radio");
+    case Sequence::kWriteUnits: return tr("Writing changes");
     default: return tr("Identifying the radio");
   }
 }
@@ -137,18 +137,18 @@ QString PartialRead::Text() const {
   return tr("The read broke off: %1.").arg(parts.join(QLatin1String("; ")));
 }
 
-WriteAccount AccountOf(const WriteResult& result, Half half, const Backup& backup) {
+WriteAccount AccountOf(const WriteResult& result, const Backup& backup) {
   WriteAccount account;
   for (const CellDifference& difference : result.differences) {
     account.differences << QString::fromStdString(DifferenceText(difference));
   }
   const bool done = result.last.outcome == Outcome::kDone;
   const bool kept = done && account.differences.isEmpty();
-  account.text = kept ? GoodText(result, backup) : BadText(result, half, backup);
+  account.text = kept ? GoodText(result, backup) : BadText(result, backup);
   if (done && !result.last.note.empty()) account.text += NoteText(result.last);
   account.good = kept && result.last.note.empty();
-  const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
-  account.at_length = !account.good && (touched || result.backup_kept);
+  account.at_length = !account.good && (result.TouchedRadio() || result.backup_kept ||
+                                        result.last.outcome == Outcome::kNotAsKnown);
   return account;
 }
 

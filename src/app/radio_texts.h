@@ -62,6 +62,6 @@ struct WriteAccount {
   QStringList differences;  // between what was written and what the radio holds, one each
   bool at_length = false;   // needs a window of its own
 };
-WriteAccount AccountOf(const WriteResult& result, Half half, const Backup& backup);
+WriteAccount AccountOf(const WriteResult& result, const Backup& backup);
 
 }  // namespace q40

@@ -40,25 +40,27 @@ std::string Joined(const std::optional<ChannelLines>& lines) {
   return lines ? std::string(lines->Joined()) : std::string();
 }
 
-// Whether `a` with some bytes of `b` gives another document, or one that cannot be read.
-bool Shows(const UnitData& a, const UnitData& b, const CloneData& document_a, std::size_t first,
-           std::size_t count) {
+// Whether `a` with some bytes of `b` gives another document, or one that cannot be read. `scratch`: the
+// document of `a`, but for the unit; copying one takes longer than all the rest.
+bool Shows(const UnitData& a, const UnitData& b, const CloneData& document_a, CloneData& scratch,
+           std::size_t first, std::size_t count) {
   UnitData mixed = a;
   mixed.digits.replace(2 * first, 2 * count, b.digits, 2 * first, 2 * count);
-  CloneData document = document_a;
-  return LoadUnit(mixed, document) || !DifferencesAt(a.unit, document_a, document).empty();
+  return LoadUnit(mixed, scratch) || !DifferencesAt(a.unit, document_a, scratch).empty();
 }
 
 // Bytes that differ without showing in any cell: a byte that nobody reads, or bytes that are moved
 // but spell the same.
 void AddHiddenBytes(const UnitData& a, const UnitData& b, const CloneData& document_a,
                     std::vector<CellDifference>& differences) {
+  CloneData scratch = document_a;
   for (std::size_t byte = 0; byte < kUnitSize; ++byte) {
     std::string in_a = UpperCase(a.digits.substr(2 * byte, 2));
     std::string in_b = UpperCase(b.digits.substr(2 * byte, 2));
     if (in_a == in_b) continue;
     StoredByte stored = ByteAt(a.unit, byte);
-    if (Shows(a, b, document_a, byte, 1) && Shows(a, b, document_a, stored.first, stored.count)) {
+    if (Shows(a, b, document_a, scratch, byte, 1) &&
+        Shows(a, b, document_a, scratch, stored.first, stored.count)) {
       continue;
     }
     differences.push_back(
@@ -100,6 +102,19 @@ std::string DigitsOf(const CloneData& document, Unit unit) {
       return MakeDialData(document.dial, 2 * index) + MakeDialData(document.dial, 2 * index + 1);
     default: return Joined(EncodeMemoryChannel(image, index));
   }
+}
+
+bool SameValues(const UnitData& a, const UnitData& b) {
+  if (UpperCase(a.digits) == UpperCase(b.digits)) return true;
+  std::string encoded[2];
+  const UnitData* const units[] = {&a, &b};
+  for (const std::size_t i : {0U, 1U}) {
+    CloneData document = FreshData();
+    if (LoadUnit(*units[i], document)) return false;
+    EncodeSettings(document.settings, document.image);
+    encoded[i] = DigitsOf(document, units[i]->unit);
+  }
+  return encoded[0] == encoded[1];
 }
 
 std::vector<CellDifference> UnitDifferences(const UnitData& a, const UnitData& b) {

@@ -20,6 +20,10 @@ std::string DigitsOf(const CloneData& document, Unit unit);
 // document then is as it was.
 std::optional<std::string> LoadUnit(const UnitData& data, CloneData& document);
 
+// Whether two contents of one unit mean the same to the program: equal digits, or digits that decode to
+// the same values.
+bool SameValues(const UnitData& a, const UnitData& b);
+
 // What an owner would call the difference between two contents of one unit: fields of a channel,
 // settings, dialer texts. Bytes that no field shows are named as such. Empty when the digits are
 // the same.

@@ -60,10 +60,7 @@ std::optional<FileProblem> DecodeLines(const CloneLines& lines, const std::strin
     if (auto problem = DecodeSpecialLines(lines, band, path, image)) return problem;
   }
   ShowBand(image, image.ShownBand);
-  for (std::size_t i = 0; i < document.dial.size(); ++i) {
-    const std::string_view padded = lines.Line(kFirstDialLine + i);
-    document.dial[i] = padded.substr(0, padded.find_last_not_of(kDialPadding) + 1);
-  }
+  document.dial = StoredDialTexts(lines);
   for (int n = 0; n < kMemoryChannelCount; ++n) {
     const std::size_t index = kMemoryStart + 2 * static_cast<std::size_t>(n);
     if (const auto error = DecodeMemoryChannel(lines.Pair(index), n, image)) {
@@ -127,7 +124,7 @@ OpenResult Refused(FileProblem problem) {
 }  // namespace
 
 std::optional<FileProblem> SplitCloneText(std::string_view text, const std::string& path,
-                                          CloneLines& lines) {
+                                          CloneLines& lines, std::string_view* rest) {
   for (std::size_t index = 0; index < kCloneLineCount; ++index) {
     if (text.empty()) {
       return BadData(
@@ -147,6 +144,7 @@ std::optional<FileProblem> SplitCloneText(std::string_view text, const std::stri
     text.remove_prefix(length);
     text.remove_prefix(text.starts_with(kLineEnd) ? 2 : std::min<std::size_t>(1, text.size()));
   }
+  if (rest != nullptr) *rest = text;
   return std::nullopt;
 }
 
@@ -170,6 +168,15 @@ std::string CloneTextOf(const CloneLines& lines) {
 std::string DialLine(std::string text) {
   if (text.size() < kCloneLineLength) text.resize(kCloneLineLength, kDialPadding);
   return text;
+}
+
+DialTexts StoredDialTexts(const CloneLines& lines) {
+  DialTexts texts;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const std::string_view padded = lines.Line(kFirstDialLine + i);
+    texts[i] = padded.substr(0, padded.find_last_not_of(kDialPadding) + 1);
+  }
+  return texts;
 }
 
 std::vector<UnitData> StoredUnits(const CloneLines& lines) {

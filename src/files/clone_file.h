@@ -46,9 +46,10 @@ struct CloneLines {
 };
 
 // Splits a text into lines and checks their number and lengths. `path` only names the file in the
-// problem.
+// problem. `rest`: what follows the last line.
 [[nodiscard]] std::optional<FileProblem> SplitCloneText(std::string_view text,
-                                                        const std::string& path, CloneLines& lines);
+                                                        const std::string& path, CloneLines& lines,
+                                                        std::string_view* rest = nullptr);
 
 // The line in which a unit begins; it takes this one and the next. No value for the dialer memories,
 // which are texts in a file.
@@ -64,6 +65,8 @@ std::string DialLine(std::string text);
 // The settings and channels of a file as the radio's units, in the order of the wire. The dialer
 // memories, texts in a file, are none of them.
 std::vector<UnitData> StoredUnits(const CloneLines& lines);
+// The texts of the dialer memories, without their padding.
+DialTexts StoredDialTexts(const CloneLines& lines);
 
 struct OpenResult {
   std::optional<FileProblem> problem;

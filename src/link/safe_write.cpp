@@ -1,9 +1,7 @@
 #include "link/safe_write.h"
 
-#include <algorithm>
-#include <cctype>
-
-#include "link/read_aside.h"
+#include "base/hex.h"
+#include "link/unit_sequences.h"
 
 namespace q40 {
 namespace {
@@ -11,39 +9,63 @@ namespace {
 // False: `result` says why the write must not start.
 bool BackUp(Link& link, int model, SequenceWatcher& watcher, const WriteNet& net,
             WriteResult& result) {
-  CloneDocument radio;
-  radio.ChangeModel(model);  // and nobody is asked for another one
+  RadioCopy radio;
   result.stage = WriteResult::Stage::kBackup;
-  result.last = ReadAside(link, radio, watcher, Half::kBoth, Sequence::kBackUp);
+  result.last = UnitSequences(link, watcher).BackUp(model, radio);
   if (result.last.outcome != Outcome::kDone) return false;
-  result.backup_kept = net.keep_backup(radio.data());
+  result.backup_kept = net.keep_backup(radio);
   if (result.backup_kept) return true;
   result.last.outcome = Outcome::kCancelled;
   result.last.why = "the backup could not be kept";
   return false;
 }
 
-void Compare(const std::vector<UnitData>& written, const std::vector<UnitData>& found,
-             std::vector<CellDifference>& differences) {
+void AddDifferences(const UnitData& a, const UnitData& b, WriteResult& result) {
+  auto more = UnitDifferences(a, b);
+  result.differences.insert(result.differences.end(), more.begin(), more.end());
+}
+
+void Compare(const std::vector<UnitData>& found, WriteResult& result) {
+  if (result.last.outcome != Outcome::kDone) return;
   for (std::size_t i = 0; i < found.size(); ++i) {
-    auto more = UnitDifferences(written[i], found[i]);
-    differences.insert(differences.end(), more.begin(), more.end());
+    AddDifferences(result.write.acknowledged[i], found[i], result);
   }
 }
 
-// "settings and channels 0 to 41"
-std::string AcknowledgedText(std::size_t settings, std::size_t channels, bool all_settings,
-                             const SequenceReport& write) {
-  std::string text;
-  if (settings > 0) {
-    text = all_settings ? "settings" : "settings up to " + write.acknowledged.back().unit.Name();
+// Writes units as they are, and reads them back.
+void WriteAndVerify(Link& link, SequenceWatcher& watcher, Sequence sequence, int model,
+                    const std::vector<UnitData>& units, WriteResult& result) {
+  UnitSequences sequences(link, watcher);
+  result.stage = WriteResult::Stage::kWrite;
+  result.last = result.write = sequences.Write(sequence, model, units);
+  if (result.write.outcome != Outcome::kDone) return;
+  result.stage = WriteResult::Stage::kVerify;
+  std::vector<UnitData> found;
+  result.last = sequences.Read(Sequence::kVerify, model, result.write.acknowledged, found);
+  Compare(found, result);
+}
+
+// What must be written of what the radio was found to hold. No value: it may not be written.
+std::optional<std::vector<UnitData>> ToWrite(const std::vector<UnitSwap>& swaps,
+                                             const std::vector<UnitData>& found,
+                                             WriteResult& result) {
+  std::vector<UnitData> units;
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    const UnitSwap& swap = swaps[i];
+    const std::string& holds = found[i].digits;
+    if (!swap.IsKnown(holds)) {
+      AddDifferences({swap.target.unit, swap.known.front()}, found[i], result);
+      result.unlike.push_back(found[i]);
+    } else if (UpperCase(holds) != UpperCase(swap.target.digits)) {
+      units.push_back(swap.target);
+    }
   }
-  if (channels > 0) {
-    if (settings > 0) text += " and ";
-    text += channels == 1 ? "channel 0"
-                          : "channels 0 to " + ChannelTitle(static_cast<int>(channels) - 1);
-  }
-  return text;
+  if (result.unlike.empty()) return units;
+  result.last.outcome = Outcome::kNotAsKnown;
+  result.last.why = "the radio does not hold what it was known to hold";
+  result.last.remedy = "Read it, or write everything.";
+  result.last.where.clear();
+  return std::nullopt;
 }
 
 }  // namespace
@@ -51,57 +73,50 @@ std::string AcknowledgedText(std::size_t settings, std::size_t channels, bool al
 WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceWatcher& watcher, Half half,
                       const WriteNet& net) {
   WriteResult result;
+  result.half = half;
+  result.planned = MakeWritePlan(document.data(), half).All();
   // The write refuses data that is none, and says so itself: no need to read the radio first.
-  const bool backs_up = net.keep_backup && !FirstBadUnit(MakeWritePlan(document.data(), half));
+  const bool backs_up = net.keep_backup && !FirstBadUnit(result.planned);
   if (backs_up && !BackUp(link, document.model(), watcher, net, result)) return result;
   Sequences sequences(link, document, watcher);
   result.stage = WriteResult::Stage::kWrite;
-  result.write = sequences.Write(half);
-  result.last = result.write;
+  result.last = result.write = sequences.Write(half);
   if (!net.verify || result.write.outcome != Outcome::kDone) return result;
   result.stage = WriteResult::Stage::kVerify;
   std::vector<UnitData> found;
   result.last = sequences.Verify(result.write.acknowledged, found);
-  if (result.last.outcome == Outcome::kDone) {
-    Compare(result.write.acknowledged, found, result.differences);
-  }
+  Compare(found, result);
   return result;
 }
 
-std::string WrittenText(const SequenceReport& write, Half half) {
-  const std::size_t planned = UnitsOf(half).size();
-  const std::size_t settings_planned = half == Half::kMemory ? 0 : kSettingsUnits;
-  std::size_t done = write.acknowledged.size();
-  if (done == 0 && !write.in_flight) return "nothing was written";
-
-  const std::size_t settings = std::min(done, settings_planned);
-  std::string text =
-      AcknowledgedText(settings, done - settings, settings == settings_planned, write);
-  if (!text.empty()) text += " written";
-  if (write.in_flight) {
-    if (!text.empty()) text += ", ";
-    text += write.in_flight->Name() + " perhaps (sent, but not acknowledged)";
-    ++done;
-  }
-  if (done >= planned) return text;
-  if (done <= settings_planned) return text + ", the rest as before";
-  const int next = static_cast<int>(done - settings_planned);
-  return text + ", " + ChannelTitle(next) + " onwards as before";
+WriteResult RestoreRadio(Link& link, SequenceWatcher& watcher, const RadioCopy& copy,
+                         const WriteNet& net) {
+  WriteResult result;
+  result.half = Half::kBoth;
+  result.planned = copy.units;
+  const bool backs_up = net.keep_backup && !FirstBadUnit(copy.units);
+  if (backs_up && !BackUp(link, copy.model, watcher, net, result)) return result;
+  WriteAndVerify(link, watcher, Sequence::kRestore, copy.model, copy.units, result);
+  return result;
 }
 
-std::string AftermathText(const WriteResult& result, Half half, const std::string& restore) {
-  using Stage = WriteResult::Stage;
-  if (result.stage == Stage::kBackup) return "The backup was not made, so nothing was written.";
-  std::string text;
-  if (result.stage == Stage::kVerify) {
-    text = "Everything was written, but not verified.";
-  } else {
-    text = WrittenText(result.write, half) + '.';
-    text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+WriteResult SwapUnits(Link& link, SequenceWatcher& watcher, int model,
+                      const std::vector<UnitSwap>& swaps) {
+  WriteResult result;
+  for (const UnitSwap& swap : swaps) result.planned.push_back(swap.target);
+  if (FirstBadUnit(result.planned)) {  // refused, and said so, before the first byte
+    WriteAndVerify(link, watcher, Sequence::kWriteUnits, model, result.planned, result);
+    return result;
   }
-  const bool touched = !result.write.acknowledged.empty() || result.write.in_flight;
-  if (result.backup_kept && touched) text += " To bring the backup back: " + restore;
-  return text;
+  result.stage = WriteResult::Stage::kCompare;
+  std::vector<UnitData> found;
+  result.last = UnitSequences(link, watcher).Read(Sequence::kCompare, model, result.planned, found);
+  if (result.last.outcome != Outcome::kDone) return result;
+  const auto units = ToWrite(swaps, found, result);
+  if (units && !units->empty()) {
+    WriteAndVerify(link, watcher, Sequence::kWriteUnits, model, *units, result);
+  }
+  return result;
 }
 
 }  // namespace q40

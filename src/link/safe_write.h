@@ -1,24 +1,26 @@
-// Writing with a net: a backup of the radio before, a comparison with what was written after.
-// Without either, a safe write is the write sequence and nothing else.
+// Writing with a net: a backup of the radio before, a comparison with what it is known to hold, a
+// comparison with what was written after. Without any of them a safe write is the write sequence and
+// nothing else.
 #pragma once
 
 #include <functional>
-#include <string>
+#include <optional>
 #include <vector>
 
+#include "document/radio_content.h"
 #include "link/sequences.h"
 
 namespace q40 {
 
 struct WriteNet {
-  // Stores what the radio held before, a complete document. False: it could not be stored (the
+  // Stores what the radio held before, all of it and to the byte. False: it could not be stored (the
   // callee has said why), and nothing is written. Empty: no backup is made.
-  std::function<bool(const CloneData& radio)> keep_backup;
+  std::function<bool(const RadioCopy& radio)> keep_backup;
   bool verify = false;
 };
 
 struct WriteResult {
-  enum class Stage : unsigned char { kBackup, kWrite, kVerify };
+  enum class Stage : unsigned char { kBackup, kCompare, kWrite, kVerify };
   // How far it came, and how the last sequence ended. Outcome::kDone in kVerify with differences:
   // the radio did not keep what was written.
   Stage stage = Stage::kWrite;
@@ -26,22 +28,36 @@ struct WriteResult {
   // The write's own report; empty when it did not start.
   SequenceReport write;
   bool backup_kept = false;
-  // a: written, b: in the radio.
+  // The half that was to be written; none: single units.
+  std::optional<Half> half;
+  // All that was to be written, for going on with it.
+  std::vector<UnitData> planned;
+  // In kVerify, a: written, b: in the radio. In kCompare, a: as it was known, b: in the radio.
   std::vector<CellDifference> differences;
+  // In kCompare, the units that are not as they were known, as the radio holds them.
+  std::vector<UnitData> unlike;
+
+  // Whether the radio may hold something else than before.
+  [[nodiscard]] bool TouchedRadio() const {
+    return !write.acknowledged.empty() || write.in_flight.has_value();
+  }
 };
 
 // Writes a half of the document, or both, to the radio. The watcher hears of every sequence: kBackUp,
-// then the writes, then kVerify. The backup reads both halves, so that it is a clone file like any
-// other. Before anything is written it refuses a radio of another model, and replies that were damaged.
+// then the writes, then kVerify. The backup reads both halves. Before anything is written it refuses
+// a radio of another model, and replies that are damaged twice.
 WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceWatcher& watcher, Half half,
                       const WriteNet& net);
 
-// What a write that ended early left in the radio, one sentence: "settings and channels 0 to 41
-// written, channel 42 perhaps (sent, but not acknowledged), 43 onwards as before".
-std::string WrittenText(const SequenceReport& write, Half half);
+// Writes all units of a copy to a radio of its model, as they are, and reads them back, whatever the
+// net says of verifying.
+WriteResult RestoreRadio(Link& link, SequenceWatcher& watcher, const RadioCopy& copy,
+                         const WriteNet& net);
 
-// The same for all that a safe write that did not end well did, in sentences. `restore` tells how
-// the backup is brought back; it is said when a kept backup and a touched radio make it worth doing.
-std::string AftermathText(const WriteResult& result, Half half, const std::string& restore);
+// Compares before it swaps: reads the units, and writes them only when each holds what is known of it.
+// Else the outcome is kNotAsKnown and nothing is written. A unit that holds its target already is
+// not written. What was written is read back. At least one unit.
+WriteResult SwapUnits(Link& link, SequenceWatcher& watcher, int model,
+                      const std::vector<UnitSwap>& swaps);
 
 }  // namespace q40

@@ -1,29 +1,11 @@
 #include "link/sequences.h"
 
-#include "base/plain_text.h"
 #include "document/defaults.h"
 #include "radio/channel_codec.h"
 #include "radio/settings_codec.h"
 
 namespace q40 {
 namespace {
-
-// Places in the replies, counted from 0. The characters around digit and letter do not matter.
-constexpr std::size_t kModelTextAt = 8;
-constexpr std::string_view kModelText = "RXQ40";
-constexpr std::size_t kVariantAt = 14;
-constexpr std::size_t kVersionAt = 15;
-
-// What to do about damaged replies.
-const char* Again(Sequence sequence) {
-  switch (sequence) {
-    case Sequence::kReadSettings:
-    case Sequence::kReadMemory: return "; read again";
-    case Sequence::kWriteSettings:
-    case Sequence::kWriteMemory: return "; write again";
-    default: return "; try again";
-  }
-}
 
 SequenceReport Cancelled() {
   SequenceReport report;
@@ -34,99 +16,15 @@ SequenceReport Cancelled() {
 
 }  // namespace
 
-// ---- how a sequence begins, goes on and ends
-
-void Sequences::Begin(Sequence sequence, int units) {
-  report_ = {};
-  progress_ = {};
-  progress_.sequence = sequence;
-  progress_.total = units;
-  StartDeadline();
-  watcher_.Begin(sequence);
-}
-
-void Sequences::StartDeadline() {
-  constexpr int kBesideUnits = 3;  // announcement, identification, End
-  link_.StartDeadline(progress_.total + kBesideUnits);
-}
-
-SequenceReport Sequences::Finish(bool done) {
-  if (done) report_.outcome = Outcome::kDone;
-  if (!report_.damaged.empty()) {
-    report_.note = DamageText(report_.damaged) + Again(progress_.sequence);
-  }
-  link_.StopDeadline();
-  watcher_.End(report_);
-  return report_;
-}
-
-bool Sequences::Fail(Outcome outcome, std::string why) {
-  report_.outcome = outcome;
-  report_.why = std::move(why);
-  return false;
-}
-
-bool Sequences::FailPort() {
-  report_.remedy = link_.port().Problem().remedy;
-  return Fail(Outcome::kPortError, link_.port().Problem().what);
-}
-
-// A reply that is not what it must be.
-bool Sequences::FailReply(const std::string& reply, std::string_view command,
-                          const ReplyForm& form) {
-  if (link_.StopRequested()) return Fail(Outcome::kInterrupted, "stopped");
-  if (reply == kPortFailed) return FailPort();
-  report_.remedy = kCheckTheCable;
-  if (link_.DeadlineIsOver()) {
-    return Fail(Outcome::kCommunicationError, "the whole command took longer than it may");
-  }
-  BadReply bad = JudgeReply(command, form, link_.Received(), reply == kNoReply);
-  report_.remedy = std::move(bad.remedy);
-  return Fail(Outcome::kCommunicationError, std::move(bad.why));
-}
-
-void Sequences::NextUnit(std::string where) {
-  report_.where = where;
-  progress_.where = std::move(where);
-  watcher_.ShowProgress(progress_);
-  ++progress_.done;
-}
-
-// ---- exchanges
-
-// Only here: a port that is lost later stays closed until the next sequence.
-bool Sequences::OpenPort() {
-  if (link_.OpenPort()) return true;
-  return link_.StopRequested() ? Fail(Outcome::kInterrupted, "stopped") : FailPort();
-}
-
-// Sends a command. False: no reply of its form came back.
-bool Sequences::Ask(const std::string& command, const ReplyForm& form, std::string& reply) {
-  reply = link_.TxCommand(command);
-  if (!form.Fits(reply)) return FailReply(reply, command, form);
-  if (IsDamaged(command, form, reply)) report_.damaged.push_back(report_.where);
-  return true;
-}
+// ---- identification
 
 bool Sequences::IdentifyStep(IdentifyFor purpose) {
-  report_.where = "identification";
   std::string reply;
-  if (!Ask(std::string(kIdentifyCommand), kIdentifyReply, reply)) return false;
-  if (reply.compare(kModelTextAt, kModelText.size(), kModelText) != 0) {
-    report_.remedy = kCheckTheCable;
-    return Fail(Outcome::kCommunicationError, "the answer does not come from an RX-Q40 radio");
-  }
-  const char variant = reply[kVariantAt];
-  if (variant < '0' || variant > '2') {
+  if (!AskIdentity(reply)) return false;
+  if (!TakeIdentity(reply)) {
     document_.SetVersionA(false);  // also by a radio that nobody knows
-    report_.remedy = "Known are 0 (RX-Q40T), 1 (RX-Q40E) and 2 (RX-Q40T1).";
-    return Fail(Outcome::kCommunicationError,
-                "the radio reports the unknown variant " + Quoted(std::string(1, variant)));
+    return false;
   }
-  report_.radio_model = variant - '0';
-  report_.version_letter = reply[kVersionAt];
-  progress_.radio_model = report_.radio_model;
-  progress_.version_letter = report_.version_letter;
   // Writing clears VersionA and never sets it, and leaves the choice of the model to the user.
   if (purpose == IdentifyFor::kWriting) {
     document_.SetVersionA(false);
@@ -150,44 +48,11 @@ bool Sequences::MayGoOn(bool changed) {
   return !changed || questions_ == nullptr || questions_->AskToSave();
 }
 
-bool Sequences::Announce() {
-  report_.where = "announcement";
-  if (!OpenPort()) return false;
-  std::string reply;
-  return Ask(std::string(kAnnounceCommand), kAnnounceReply, reply);
-}
-
 bool Sequences::OpenForWriting() {
   if (!Announce()) return false;
   Pause();
   if (!IdentifyStep(IdentifyFor::kWriting)) return false;
   return IsDocumentsModel();
-}
-
-bool Sequences::IsDocumentsModel() {
-  return report_.radio_model == document_.model() ||
-         Fail(Outcome::kWrongModel,
-              "the radio is an " + std::string(ModelName(report_.radio_model)) +
-                  ", the data is for an " + std::string(ModelName(document_.model())));
-}
-
-bool Sequences::ReadUnit(Unit unit, std::string& digits) {
-  NextUnit(unit.Name());
-  std::string reply;
-  if (!Ask(ReadCommand(unit.address()), kReadReply, reply)) return false;
-  digits = DataOf(reply);
-  return true;
-}
-
-bool Sequences::WriteUnit(const UnitData& data) {
-  NextUnit(data.unit.Name());
-  std::string reply;
-  const bool acknowledged = Ask(WriteCommand(data.unit.address(), data.digits), kWriteReply, reply);
-  if (link_.WasSent()) report_.in_flight = data.unit;
-  if (!acknowledged) return false;
-  report_.in_flight.reset();
-  report_.acknowledged.push_back(data);
-  return true;
 }
 
 // ---- reading
@@ -293,8 +158,7 @@ SequenceReport Sequences::RunReadSettings() {
       !ReadSpecialChannels(Band::kVhf) || !ReadSpecialChannels(Band::kUhf) || !ReadDialTexts()) {
     return Finish(false);
   }
-  Pause();
-  link_.TxEnd();
+  EndClone();
   return Finish(true);
 }
 
@@ -304,8 +168,7 @@ SequenceReport Sequences::RunReadMemory(const SequenceReport& before) {
   if (!OpenPort() || !IdentifyStep(IdentifyFor::kReading) || !ReadMemoryChannels()) {
     return Finish(false);
   }
-  Pause();
-  link_.TxEnd();
+  EndClone();
   document_.FinishMemoryRead();
   return Finish(true);
 }
@@ -340,13 +203,12 @@ SequenceReport Sequences::RunWrite(Sequence sequence, const WritePlan& plan,
                                    const SequenceReport& before) {
   const bool settings = sequence == Sequence::kWriteSettings;
   const std::vector<UnitData>& units = settings ? plan.settings : plan.memory;
-  Begin(sequence, static_cast<int>(units.size()));
+  Begin(sequence, units.size());
   report_.damaged = before.damaged;
   if (!IsData(plan) || !OpenForWriting()) return Finish(false);
   if (settings) document_.RebuildSettingsLines();
   if (!WriteUnits(units)) return Finish(false);
-  Pause();
-  link_.TxEnd();
+  EndClone();
   return Finish(true);
 }
 
@@ -367,7 +229,7 @@ SequenceReport Sequences::WriteAll() { return Write(Half::kBoth); }
 
 SequenceReport Sequences::Verify(const std::vector<UnitData>& written,
                                  std::vector<UnitData>& found) {
-  Begin(Sequence::kVerify, static_cast<int>(written.size()));
+  Begin(Sequence::kVerify, written.size());
   if (!OpenPort() || !IdentifyStep(IdentifyFor::kWriting) || !IsDocumentsModel()) {
     return Finish(false);
   }
@@ -376,8 +238,7 @@ SequenceReport Sequences::Verify(const std::vector<UnitData>& written,
     found.push_back({data.unit, {}});
     if (!ReadUnit(data.unit, found.back().digits)) return Finish(false);
   }
-  Pause();
-  link_.TxEnd();
+  EndClone();
   return Finish(true);
 }
 

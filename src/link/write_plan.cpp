@@ -51,13 +51,19 @@ WritePlan MakeWritePlan(const CloneData& document, Half half) {
   return plan;
 }
 
-std::optional<BadUnit> FirstBadUnit(const WritePlan& plan) {
-  for (const auto* units : {&plan.settings, &plan.memory}) {
-    for (const UnitData& unit : *units) {
-      if (auto bad = BadUnitOf(unit)) return bad;
-    }
+std::vector<UnitData> WritePlan::All() const {
+  std::vector<UnitData> all = settings;
+  all.insert(all.end(), memory.begin(), memory.end());
+  return all;
+}
+
+std::optional<BadUnit> FirstBadUnit(const std::vector<UnitData>& units) {
+  for (const UnitData& unit : units) {
+    if (auto bad = BadUnitOf(unit)) return bad;
   }
   return std::nullopt;
 }
+
+std::optional<BadUnit> FirstBadUnit(const WritePlan& plan) { return FirstBadUnit(plan.All()); }
 
 }  // namespace q40

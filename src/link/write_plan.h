@@ -15,6 +15,8 @@ namespace q40 {
 struct WritePlan {
   std::vector<UnitData> settings;  // 17, or none
   std::vector<UnitData> memory;    // 210, or none
+
+  [[nodiscard]] std::vector<UnitData> All() const;
 };
 WritePlan MakeWritePlan(const CloneData& document, Half half);
 
@@ -24,6 +26,7 @@ struct BadUnit {
   std::string why;
 };
 // The first one whose digits are not 64 hexadecimal digits.
+std::optional<BadUnit> FirstBadUnit(const std::vector<UnitData>& units);
 std::optional<BadUnit> FirstBadUnit(const WritePlan& plan);
 
 }  // namespace q40

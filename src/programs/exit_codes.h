@@ -15,6 +15,7 @@ enum ExitCode : int {
   kExitCannotWrite = 7,         // a file, or standard output, could not be written
   kExitNotKept = 8,             // the radio did not keep what was written
   kExitImportedInPart = 9,      // imported or applied, but not all was understood, or is kept
+  kExitNotAsKnown = 10,         // the radio holds something else than it was known to
   kExitInternal = 70,           // the program failed: out of memory
   kExitInterrupted = 130,       // by a signal
 };
@@ -26,6 +27,7 @@ inline constexpr const char* kExitCodeHelp =
     "  2  wrong usage                     7    a file or standard output takes no more\n"
     "  3  COM Port Error                  8    the radio did not keep what was written\n"
     "  4  Communication Error             9    imported or applied, but not all of it\n"
-    "  70 internal error                  130  interrupted\n";
+    "  10 the radio is not as it was known   70 internal error\n"
+    "  130  interrupted\n";
 
 }  // namespace q40

@@ -98,4 +98,11 @@ struct UnitData {
   std::string digits;
 };
 
+// All that a radio holds, as it came over the cable.
+struct RadioCopy {
+  int model = 0;                // 0..2, by the identification
+  char version_letter = '0';    // "A" or another one
+  std::vector<UnitData> units;  // 227, in the order of the wire
+};
+
 }  // namespace q40

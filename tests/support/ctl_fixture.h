@@ -22,8 +22,12 @@ class Ctl : public testing::Test {
     SimulatedRadio::Options options = WithFaults(faults);
     options.model = model;
     radio_.emplace(std::move(options));
-    CloneData document = RandomDocument(21);
-    StoreDocument(document, radio_->memory());
+    static const RadioMemory kMemory = [] {
+      RadioMemory memory;
+      StoreDocument(RandomDocument(21), memory);
+      return memory;
+    }();
+    radio_->memory() = kMemory;
   }
 
   Result Run(const std::vector<std::string>& words) {

@@ -18,7 +18,7 @@ inline void CheckTable(const std::string& name, const std::string& table) {
   ASSERT_TRUE(at >= start.size() && end != std::string::npos)
       << name << " has no place in " << path;
   EXPECT_EQ(text.substr(at, end - at), table)
-      << "RXQ40_WRITE_DOCS=1 build/release/tests/faults_test writes it anew";
+      << "the same test with RXQ40_WRITE_DOCS=1 writes it anew";
   if (std::getenv("RXQ40_WRITE_DOCS") != nullptr) Store(path, text.replace(at, end - at, table));
 }
 

@@ -18,6 +18,7 @@ struct NameRow {
 constexpr NameRow kNames[] = {
     {"PORT", ValueKind::kPort},
     {"FILE", ValueKind::kCloneFile},
+    {"BASE", ValueKind::kCloneFile},
     {"A", ValueKind::kCloneFile},
     {"B", ValueKind::kCloneFile},
     {"OUT", ValueKind::kCloneFile},

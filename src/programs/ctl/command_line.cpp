@@ -15,8 +15,9 @@ void DefineCommandLine(CLI::App& app, CommandContext& context) {
   app.fallthrough();
   app.require_subcommand(1);
   app.parse_complete_callback([quiet, &context] { context.console.SetQuiet(quiet->count() > 0); });
-  for (const auto add : {AddPorts, AddIdentify, AddRead, AddWrite, AddNew, AddCheck, AddShow,
-                         AddDiff, AddLint, AddExport, AddImport, AddApply, AddDump}) {
+  for (const auto add :
+       {AddPorts, AddIdentify, AddRead, AddWrite, AddBackup, AddRestore, AddNew, AddCheck, AddShow,
+        AddDiff, AddLint, AddExport, AddImport, AddApply, AddDump}) {
     add(app, context);
   }
   AddTraceOptions(app, context);

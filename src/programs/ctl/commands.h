@@ -50,6 +50,8 @@ void AddPorts(CLI::App& app, CommandContext& context);
 void AddIdentify(CLI::App& app, CommandContext& context);
 void AddRead(CLI::App& app, CommandContext& context);
 void AddWrite(CLI::App& app, CommandContext& context);
+void AddBackup(CLI::App& app, CommandContext& context);
+void AddRestore(CLI::App& app, CommandContext& context);
 void AddNew(CLI::App& app, CommandContext& context);
 void AddCheck(CLI::App& app, CommandContext& context);
 void AddShow(CLI::App& app, CommandContext& context);

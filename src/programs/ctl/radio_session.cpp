@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/hex.h"
+#include "link/unit_sequences.h"
 #include "programs/ctl/trace_option.h"
 
 namespace q40 {
@@ -16,6 +17,9 @@ std::string JobName(Sequence sequence) {
     case Sequence::kWriteMemory: return "Writing memory";
     case Sequence::kBackUp: return "Backing up";
     case Sequence::kVerify: return "Verifying";
+    case Sequence::kCompare: return "Comparing";
+    case Sequence::kRestore: return "Restoring";
+    case Sequence::kWriteUnits: return "Writing changes";
     default: return "Identifying";
   }
 }
@@ -27,6 +31,16 @@ bool IsBlockAnswer(std::string_view answer) {
   const std::string_view digits = answer.substr(2, kBlockDigits);
   return answer.starts_with("\r\n") && answer.ends_with("\r\n") &&
          std::all_of(digits.begin(), digits.end(), IsHexDigit);
+}
+
+std::string CountText(std::size_t differences) {
+  return std::to_string(differences) + (differences == 1 ? " difference" : " differences");
+}
+
+void PrintDifferences(CommandContext& context, const std::vector<CellDifference>& differences) {
+  std::string text;
+  for (const CellDifference& difference : differences) text += DifferenceText(difference) + '\n';
+  Print(context, text);
 }
 
 }  // namespace
@@ -50,36 +64,59 @@ int RadioSession::Read(Half half) {
   }
 }
 
-int RadioSession::Write(Half half, const WriteNet& net, const std::string& restore) {
-  const WriteResult result = SafeWrite(link_, document_, *this, half, net);
-  const bool unkept_backup =
-      result.stage == WriteResult::Stage::kBackup && result.last.outcome == Outcome::kCancelled;
-  if (unkept_backup) {
-    context_.console.Note(AftermathText(result, half, restore));  // the reason has been said
+int RadioSession::Write(Half half, const WriteNet& net, const WayOut& ways) {
+  return ConcludeWrite(SafeWrite(link_, document_, *this, half, net), ways);
+}
+
+int RadioSession::Restore(const RadioCopy& copy, const WriteNet& net, const WayOut& ways) {
+  return ConcludeWrite(RestoreRadio(link_, *this, copy, net), ways);
+}
+
+int RadioSession::Swap(int model, const std::vector<UnitSwap>& swaps, const WayOut& ways) {
+  return ConcludeWrite(SwapUnits(link_, *this, model, swaps), ways);
+}
+
+int RadioSession::BackUp(RadioCopy& copy) {
+  return Conclude(UnitSequences(link_, *this).BackUp(std::nullopt, copy));
+}
+
+int RadioSession::ConcludeWrite(const WriteResult& result, const WayOut& ways) {
+  const int code = ConcludeResult(result);
+  if (code == kExitDone || code == kExitNotAsKnown) return code;
+  // Each in a line of its own, to be pasted.
+  for (const std::string& way : WayTexts(result, ways)) context_.console.Error(code, way);
+  return code;
+}
+
+int RadioSession::ConcludeResult(const WriteResult& result) {
+  using Stage = WriteResult::Stage;
+  if (result.stage == Stage::kBackup && result.last.outcome == Outcome::kCancelled) {
+    context_.console.Note(AftermathText(result, {}));  // the reason has been said
     return kExitCannotWrite;
   }
+  if (result.last.outcome == Outcome::kNotAsKnown) return ConcludeUnknown(result);
   if (result.last.outcome != Outcome::kDone) {
-    return Conclude(result.last, ' ' + AftermathText(result, half, restore));
+    return Conclude(result.last, ' ' + AftermathText(result, {}));
   }
   Conclude(result.last);
   report_ = result.write;
-  return net.verify ? ConcludeVerified(result, restore) : static_cast<int>(kExitDone);
+  return result.stage == Stage::kVerify ? ConcludeVerified(result) : static_cast<int>(kExitDone);
 }
 
-int RadioSession::ConcludeVerified(const WriteResult& result, const std::string& restore) {
-  const std::size_t count = result.differences.size();
-  if (count == 0) return kExitDone;
-  std::string text;
-  for (const CellDifference& difference : result.differences) {
-    text += DifferenceText(difference) + '\n';
-  }
-  Print(context_, text);
+int RadioSession::ConcludeUnknown(const WriteResult& result) {
+  PrintDifferences(context_, result.differences);
+  return context_.console.Error(kExitNotAsKnown, "Nothing was written: " + result.last.why + ", " +
+                                                     UnitsText(result.unlike) + " (" +
+                                                     CountText(result.differences.size()) + "). " +
+                                                     result.last.remedy);
+}
+
+int RadioSession::ConcludeVerified(const WriteResult& result) {
+  if (result.differences.empty()) return kExitDone;
+  PrintDifferences(context_, result.differences);
   return context_.console.Error(
-      kExitNotKept,
-      "The radio did not keep everything: " + std::to_string(count) +
-          (count == 1 ? " difference" : " differences") +
-          " between what was written and what it holds." +
-          (result.backup_kept ? " To bring the backup back: " + restore : std::string()));
+      kExitNotKept, "The radio did not keep everything: " + CountText(result.differences.size()) +
+                        " between what was written and what it holds.");
 }
 
 int RadioSession::Dump(int first_block, int count) {
@@ -132,6 +169,13 @@ std::string RadioSession::Advice(const PortProblem& problem) const {
   return text;
 }
 
+// "the radio is an RX-Q40T, the data is for an RX-Q40E"
+std::string RadioSession::ModelsText(const SequenceReport& report) const {
+  if (report.outcome == Outcome::kWrongModel) return report.why;
+  return "the radio is an " + std::string(ModelName(report.radio_model)) + ", the data is for an " +
+         std::string(ModelName(document_.model()));
+}
+
 // The one place where the end of a sequence becomes words and an exit code. `written`: what a write
 // left behind; empty for a read.
 int RadioSession::Conclude(const SequenceReport& report, const std::string& written) {
@@ -152,12 +196,12 @@ int RadioSession::Conclude(const SequenceReport& report, const std::string& writ
     case Outcome::kCommunicationError:
       return console.Error(kExitCommunicationError, kCommunicationErrorText + reason);
     case Outcome::kDataError: return console.Error(kExitDataError, kDataErrorText + reason);
+    case Outcome::kNotAsKnown: return kExitNotAsKnown;  // said with its differences
     case Outcome::kWrongModel:
     case Outcome::kCancelled:
       return console.Error(
           kExitWrongModel,
-          "Model is not correct: the radio is an " + std::string(ModelName(report.radio_model)) +
-              ", the data is for an " + std::string(ModelName(document_.model())) + "." +
+          "Model is not correct: " + ModelsText(report) + "." +
               (written.empty() ? " The file is as it was. --force starts it anew with the radio's "
                                  "model."
                                : written + " Write a file of the radio's model."));
@@ -172,6 +216,25 @@ void AddOnlyOption(CLI::App& command, std::string& only) {
 Half HalfOf(const std::string& only) {
   if (only == "settings") return Half::kSettings;
   return only == "memory" ? Half::kMemory : Half::kBoth;
+}
+
+CLI::Option* AddBackupOption(CLI::App& command, std::optional<std::string>& path) {
+  return command
+      .add_option("--backup", path,
+                  "read the radio first and keep what it holds in this new clone file")
+      ->type_name("FILE");
+}
+
+CLI::Option* AddRestOptions(CLI::App& command, bool& rest, std::optional<std::string>& before) {
+  auto* option = command.add_flag(
+      "--rest", rest, "go on where it broke off: write what the radio does not hold yet, verified");
+  command
+      .add_option("--before", before,
+                  "with --rest: what the radio held before, a backup; if it holds something else\n"
+                  "by now, nothing is written")
+      ->type_name("FILE")
+      ->needs(option);
+  return option;
 }
 
 }  // namespace q40

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "link/safe_write.h"
+#include "link/write_texts.h"
 #include "programs/ctl/commands.h"
 
 namespace q40 {
@@ -22,9 +22,12 @@ class RadioSession final : private SequenceQuestions, private SequenceWatcher {
   // Each returns an exit code; the message has been said.
   int Identify();
   int Read(Half half);
-  // `restore` is the command that brings a kept backup back; empty without one. What the radio did
-  // not keep goes to standard output.
-  int Write(Half half, const WriteNet& net, const std::string& restore);
+  // `ways`: commands for a user whose write did not end well. What the radio did not keep, or does not
+  // hold as it was known, goes to standard output.
+  int Write(Half half, const WriteNet& net, const WayOut& ways);
+  int Restore(const RadioCopy& copy, const WriteNet& net, const WayOut& ways);
+  int Swap(int model, const std::vector<UnitSwap>& swaps, const WayOut& ways);
+  int BackUp(RadioCopy& copy);
   // Blocks as text on standard output, up to the first that is not answered.
   int Dump(int first_block, int count);
 
@@ -38,7 +41,11 @@ class RadioSession final : private SequenceQuestions, private SequenceWatcher {
   void End(const SequenceReport& report) override;
 
   int Conclude(const SequenceReport& report, const std::string& written = {});
-  int ConcludeVerified(const WriteResult& result, const std::string& restore);
+  int ConcludeWrite(const WriteResult& result, const WayOut& ways);
+  int ConcludeResult(const WriteResult& result);
+  int ConcludeVerified(const WriteResult& result);
+  int ConcludeUnknown(const WriteResult& result);
+  [[nodiscard]] std::string ModelsText(const SequenceReport& report) const;
   [[nodiscard]] std::string Advice(const PortProblem& problem) const;
 
   CommandContext& context_;
@@ -60,5 +67,9 @@ std::optional<std::string> DeviceOrComplain(CommandContext& context, const std::
 // Adds the option --only; HalfOf reads it.
 void AddOnlyOption(CLI::App& command, std::string& only);
 Half HalfOf(const std::string& only);
+
+// Adds --backup; and --rest with --before, which needs it.
+CLI::Option* AddBackupOption(CLI::App& command, std::optional<std::string>& path);
+CLI::Option* AddRestOptions(CLI::App& command, bool& rest, std::optional<std::string>& before);
 
 }  // namespace q40
