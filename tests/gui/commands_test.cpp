@@ -126,6 +126,10 @@ TEST_F(Commands, WithoutABackupNothingIsWritten) {
       << prompts_.log;
   EXPECT_EQ(heard_.find("RXQ40"), std::string::npos) << heard_;
   EXPECT_FALSE(session_->IsBusy());
+  // Within a second they would have the same name.
+  std::filesystem::remove(folder_ / "backups");
+  for (int i = 0; i < 3; ++i) radio_->Write(Half::kSettings);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "backups"), {}), 3);
 }
 
 }  // namespace
