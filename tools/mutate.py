@@ -78,8 +78,8 @@ FIRST = {
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
     "app/routing": [GUI + "Wiring.Every*"],
-    "app/frm_main": [GUI + "Wiring.*:RadioCommands.*Busy*:*.AnotherModel*:*.NothingRuns*:*.ExitAsks*"],
-    "app/radio_": [GUI + "Commands.*:RadioCommands.Errors*:*.Damaged*:Net.A*:CheckUpTest.*"],
+    "app/frm_main": [GUI + "Wiring.*:RadioCommands.*Busy*:*.AnotherM*:*.NothingRuns*:*.ExitAsks*"],
+    "app/radio_": [GUI + "Commands.*:RadioTexts.*:RadioCommands.Err*:*.Damaged*:Net.A*:CheckUp*"],
     "app/": [GUI + "FileCommands.*:Commands.*:CheckUpTest.*:PagesTest.A*:*.StartUp*:*.ThePort*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.

@@ -7,6 +7,7 @@
 #include "app/main_options.h"
 #include "app/prompts.h"
 #include "app/radio_commands.h"
+#include "app/radio_texts.h"
 #include "app/session.h"
 #include "files/clone_file.h"
 #include "sim/demo_radio.h"
@@ -130,6 +131,21 @@ TEST_F(Commands, WithoutABackupNothingIsWritten) {
   std::filesystem::remove(folder_ / "backups");
   for (int i = 0; i < 3; ++i) radio_->Write(Half::kSettings);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "backups"), {}), 3);
+}
+
+TEST(RadioTexts, WhatIsNotAllGoodIsTold) {
+  SequenceReport broken;
+  broken.outcome = Outcome::kCommunicationError;
+  PartialRead part;
+  for (const int last : {41, 2}) {  // the second read brings less, and the first is still there
+    part.Begin(Sequence::kReadMemory);
+    part.ChannelArrived(last);
+    part.End(broken);
+    EXPECT_TRUE(part.Text().contains(QLatin1String("channels 0 to 41 ")));
+  }
+  WriteResult damaged;
+  damaged.last.note = "1 reply was damaged";
+  EXPECT_FALSE(AccountOf(damaged, Half::kMemory, {}).good);
 }
 
 }  // namespace
