@@ -8,6 +8,7 @@
 #include "app/prompts.h"
 #include "app/radio_commands.h"
 #include "app/radio_texts.h"
+#include "app/service_commands.h"
 #include "app/session.h"
 #include "files/clone_file.h"
 #include "sim/demo_radio.h"
@@ -131,6 +132,14 @@ TEST_F(Commands, WithoutABackupNothingIsWritten) {
   std::filesystem::remove(folder_ / "backups");
   for (int i = 0; i < 3; ++i) radio_->Write(Half::kSettings);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "backups"), {}), 3);
+}
+
+TEST_F(Commands, NoBlockIsReadWhileTheRadioTalks) {
+  Start();
+  session_->SetBusy(Session::Busy::kTalking);
+  ServiceCommands(*session_).ReadBlock(QStringLiteral("0200"));
+  EXPECT_EQ(heard_, "");
+  EXPECT_TRUE(session_->IsBusy());
 }
 
 TEST(RadioTexts, WhatIsNotAllGoodIsTold) {
