@@ -97,8 +97,8 @@ FIRST = {
     "app/change": [GUI + "Changes.*"],
     "app/known": [GUI + "Changes.*"],
     "app/routing": [GUI + "Wiring.Every*"],
-    "app/frm_main": [GUI + "Wiring.*:RadioCommands.*Busy*:*.AnotherModel*:*.NothingRuns*:*.ExitAsks*"],
-    "app/radio_": [GUI + "Commands.*:RadioCommands.Errors*:*.Damaged*:Net.A*:CheckUpTest.*"],
+    "app/frm_main": [GUI + "Wiring.*:RadioCommands.*Busy*:*.AnotherM*:*.NothingRuns*:*.ExitAsks*"],
+    "app/radio_": [GUI + "Commands.*:RadioTexts.*:RadioCommands.Err*:*.Damaged*:Net.A*:CheckUp*"],
     "app/": [GUI + "FileCommands.*:Commands.*:CheckUpTest.*:PagesTest.A*:*.StartUp*:*.ThePort*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.

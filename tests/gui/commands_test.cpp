@@ -7,6 +7,8 @@
 #include "app/main_options.h"
 #include "app/prompts.h"
 #include "app/radio_commands.h"
+#include "app/radio_texts.h"
+#include "app/service_commands.h"
 #include "app/session.h"
 #include "app/trace_command.h"
 #include "files/clone_file.h"
@@ -167,6 +169,33 @@ TEST_F(Commands, WithoutABackupNothingIsWritten) {
       << prompts_.log;
   EXPECT_EQ(heard_.find("RXQ40"), std::string::npos) << heard_;
   EXPECT_FALSE(session_->IsBusy());
+  // Within a second they would have the same name.
+  std::filesystem::remove(folder_ / "backups");
+  for (int i = 0; i < 3; ++i) radio_->Write(Half::kSettings);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "backups"), {}), 3);
+}
+
+TEST_F(Commands, NoBlockIsReadWhileTheRadioTalks) {
+  Start();
+  session_->SetBusy(Session::Busy::kTalking);
+  ServiceCommands(*session_).ReadBlock(QStringLiteral("0200"));
+  EXPECT_EQ(heard_, "");
+  EXPECT_TRUE(session_->IsBusy());
+}
+
+TEST(RadioTexts, WhatIsNotAllGoodIsTold) {
+  SequenceReport broken;
+  broken.outcome = Outcome::kCommunicationError;
+  PartialRead part;
+  for (const int last : {41, 2}) {  // the second read brings less, and the first is still there
+    part.Begin(Sequence::kReadMemory);
+    part.ChannelArrived(last);
+    part.End(broken);
+    EXPECT_TRUE(part.Text().contains(QLatin1String("channels 0 to 41 ")));
+  }
+  WriteResult damaged;
+  damaged.last.note = "1 reply was damaged";
+  EXPECT_FALSE(AccountOf(damaged, Half::kMemory, {}).good);
 }
 
 }  // namespace

@@ -98,6 +98,8 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     Click("cmdCopyReport");
     EXPECT_TRUE(QApplication::clipboard()->text().endsWith(
         '\n' + Find<QPlainTextEdit>("txtReport").toPlainText()));
+    Trigger("mnuWrSet");  // each fault happens once
+    EXPECT_FALSE(report->isVisible()) << c.fault;
   }
 }
 
