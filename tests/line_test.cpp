@@ -35,10 +35,13 @@ TEST(TracedPort, TellsWhatWentOverTheLine) {
   port.can_open = true;
   traced.Open();
   port.Close();  // the cable, while nobody listens
+  port.reply = {};
+  traced.Write("nothing of this goes anywhere");
   EXPECT_EQ(link.TxCommand("KX~WHO\r"), "False00");
   EXPECT_TRUE(link.OpenPort());
-  port.dies_at_write = 1;
+  port.dies_at_write = 2;
   EXPECT_EQ(link.TxCommand("KX~E\r"), "False00");
+  traced.Open();
   const std::string told =
       "# rxq40 trace 1\n"
       "      0 = open\n"
@@ -53,6 +56,7 @@ TEST(TracedPort, TellsWhatWentOverTheLine) {
       "     32 = open\n"
       "     52 > KX~E\\r\\n\n";
   EXPECT_EQ(trace, told);  // and no more, though the port was lost
+  EXPECT_EQ(room, -1);     // a file that took no line is not asked again
   std::vector<TraceEvent> events;
   EXPECT_FALSE(ParseTrace(trace, "t", events));
   std::string again = std::string(kTraceTitle) + '\n';

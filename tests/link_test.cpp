@@ -124,8 +124,7 @@ TEST(TxCommand, LateAnswerToTheCommandBeforeIsThrownAway) {
   EXPECT_EQ(t.link.TxCommand("KX~WHO\r"), "False01");
 }
 
-// What lies on the line before the first command: how long that is waited for, and that none of it
-// becomes a part of the reply.
+// What lies on the line before the first command, and how long the link waits for its end.
 TEST(OpenPort, WaitsUntilTheLineIsQuiet) {
   using Reply = test::ScriptedPort::Reply;
   const Reply chatter(100, {"x", milliseconds(10)});
