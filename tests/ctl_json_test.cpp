@@ -239,12 +239,12 @@ TEST_F(CtlJson, BoundsAndFiles) {
   for (int i = 0; i < 100'000; ++i) unknown += "\"Memory" + std::to_string(i) + "\": 1,";
   unknown.back() = '}';
   const std::string long_name = "{\"" + std::string(3U << 20U, 'x') + "\": 1}";
-  for (const std::string& text :
-       {deep, "{\"a\": " + deep, unknown, long_name, std::string(5U << 20U, ' ')}) {
+  for (const std::string& text : {deep, "{\"a\": " + deep, unknown, long_name}) {
     const Result result = Apply(path, text);
     EXPECT_EQ(result.code, kExitDataError);
     EXPECT_LT(result.err.size(), 5000U);
   }
+  EXPECT_NE(Apply(path, std::string(5U << 20U, ' ')).err.find("4 MiB"), std::string::npos);
   EXPECT_EQ(Run({"apply", "-", "-"}).code, kExitUsage);
   EXPECT_EQ(Run({"apply", path, path}).code, kExitUsage);
   test::Store(folder_ / "v.json", R"j({"Settings": {"Volume": 3}})j");
