@@ -225,6 +225,16 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
     if (*pointer == '\0') continue;
     EXPECT_EQ(json::parse(Shown(out_))[json::json_pointer(pointer)], value) << text;
   }
+  // A limit comes back with its mark.
+  Apply(path, R"j({"VHF PH": {"In use": false}})j");
+  test::Store(folder_ / "c.Q40", made_);
+  EXPECT_EQ(made_.substr(11 * kLine, 8), "00000000");
+  EXPECT_EQ(Apply(folder_ / "c.Q40", R"j({"VHF PH": {"Frequency": 145.5}})j").code, 0);
+  EXPECT_EQ(made_.substr(11 * kLine, 16), "8000000001455000");
+  // An erased channel comes into use: what it held was not a value.
+  const std::string erased = R"j({"Memory 5": {"stored data": ")j" + std::string(64, 'F');
+  EXPECT_EQ(Apply(path, erased + R"j(", "In use": true}})j").code, 0);
+  EXPECT_EQ(json::parse(Shown(out_))["Memory 5"]["TxDCS"], "023");
   const Result wrong =
       Apply(path, R"j({"Memory 3": {"stored data": ")j" + std::string(64, '8') + R"j("}})j");
   EXPECT_NE(wrong.err.find("/Memory 3/stored data byte 12 (TxTone) holds 0x88"), std::string::npos)
@@ -239,12 +249,12 @@ TEST_F(CtlJson, BoundsAndFiles) {
   for (int i = 0; i < 100'000; ++i) unknown += "\"Memory" + std::to_string(i) + "\": 1,";
   unknown.back() = '}';
   const std::string long_name = "{\"" + std::string(3U << 20U, 'x') + "\": 1}";
-  for (const std::string& text :
-       {deep, "{\"a\": " + deep, unknown, long_name, std::string(5U << 20U, ' ')}) {
+  for (const std::string& text : {deep, "{\"a\": " + deep, unknown, long_name}) {
     const Result result = Apply(path, text);
     EXPECT_EQ(result.code, kExitDataError);
     EXPECT_LT(result.err.size(), 5000U);
   }
+  EXPECT_NE(Apply(path, std::string(5U << 20U, ' ')).err.find("4 MiB"), std::string::npos);
   EXPECT_EQ(Run({"apply", "-", "-"}).code, kExitUsage);
   EXPECT_EQ(Run({"apply", path, path}).code, kExitUsage);
   test::Store(folder_ / "v.json", R"j({"Settings": {"Volume": 3}})j");
