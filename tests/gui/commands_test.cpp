@@ -195,7 +195,7 @@ TEST(RadioTexts, WhatIsNotAllGoodIsTold) {
   }
   WriteResult damaged;
   damaged.last.note = "1 reply was damaged";
-  EXPECT_FALSE(AccountOf(damaged, Half::kMemory, {}).good);
+  EXPECT_FALSE(AccountOf(damaged, {}).good);
 }
 
 }  // namespace
