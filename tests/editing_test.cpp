@@ -369,6 +369,13 @@ TEST(Document, WhatIsTakenBackIsAsBefore) {
     EXPECT_EQ(document.image().ChannelInUse, before.image.ChannelInUse);
     const auto& table = before.image.MemoryTable;  // its last row is the model's own
     EXPECT_TRUE(std::equal(table.begin(), table.end() - 1, document.image().MemoryTable.begin()));
+    // The same data, but no longer in use.
+    for (const std::size_t flag : {7U, 211U}) {
+      CloneData gone = before;
+      gone.image.ChannelInUse[flag] = !gone.image.ChannelInUse[flag];
+      ASSERT_FALSE(DifferencesOf(before, gone).empty()) << flag;
+      EXPECT_EQ(DifferencesOf(before, gone)[0].name, "In use");
+    }
   }
 }
 
