@@ -284,8 +284,8 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       {"nothing to take back", [](D& d) { d.TakeBack(FreshData(), {{}}); }, "--", ""},
       {"take back",
        [](D& d) {
-         d.TakeBack(FreshData(), {{.unit = Unit::Memory(7), .setting = {}, .field = {}},
-                                  {.unit = Unit::Memory(3), .setting = {}, .field = kPower}});
+         d.TakeBack(FreshData(), {{.unit = Unit::Memory(3), .setting = {}, .field = {}},
+                                  {.unit = Unit::Memory(7), .setting = {}, .field = kPower}});
        },
        "SM", "[3-7]"},
       {"take back a special channel",
@@ -375,6 +375,9 @@ TEST(Document, WhatIsTakenBackIsAsBefore) {
       gone.image.ChannelInUse[flag] = !gone.image.ChannelInUse[flag];
       ASSERT_FALSE(DifferencesOf(before, gone).empty()) << flag;
       EXPECT_EQ(DifferencesOf(before, gone)[0].name, "In use");
+      CloneDocument back(gone);
+      back.TakeBack(before, {DifferencesOf(before, gone)[0].at});
+      EXPECT_TRUE(DifferencesOf(before, back.data()).empty()) << flag;
     }
   }
 }
