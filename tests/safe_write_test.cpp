@@ -3,6 +3,7 @@
 
 #include <set>
 
+#include "link/read_aside.h"
 #include "support/random_document.h"
 #include "support/scripted_radio.h"
 
@@ -92,6 +93,21 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
               "The backup was not made, so nothing was written.");
     EXPECT_EQ(radio.host.ends.back().outcome,
               c.outcome == Outcome::kCancelled ? Outcome::kDone : c.outcome);
+  }
+}
+
+// Told once, at the end of all that is read.
+TEST(ReadAside, WhatDamagedRepliesToldIsNotWhatTheRadioHolds) {
+  for (const Half half : {Half::kSettings, Half::kMemory, Half::kBoth}) {
+    Radio radio;
+    radio.answers[half == Half::kMemory ? "0240" : "0040"] = std::string(63, '0') + "G\r\n";
+    CloneDocument held;
+    EXPECT_EQ(ReadAside(radio.link, held, radio.host, half, Sequence::kLookUp).outcome,
+              Outcome::kCommunicationError);
+    EXPECT_EQ(radio.host.ends.size(), half == Half::kBoth ? 2U : 1U);
+    EXPECT_EQ(radio.host.ends[0].outcome == Outcome::kDone, half == Half::kBoth);
+    EXPECT_EQ(Heard(radio, "KX~F0020R"), half != Half::kMemory);
+    EXPECT_EQ(Heard(radio, "KX~F0200R"), half != Half::kSettings);
   }
 }
 
