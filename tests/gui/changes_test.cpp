@@ -303,6 +303,7 @@ TEST_F(Changes, AreMarkedWhereTheyStand) {
   EXPECT_TRUE(Find("cmbTB").toolTip().endsWith("four bursts.\nwas \"1750\""));
   EXPECT_EQ(Find("txtDial_2").toolTip(), "was \"\"");
   EXPECT_TRUE(Find("chkBeep").findChild<QWidget*>("ChangeMark")->isVisibleTo(&Find("chkBeep")));
+  EXPECT_EQ(Find("chkBeep").childAt(2, 2), nullptr);  // for the mouse it is not there
   ShowTab(1);
   Press("chkBeep", Qt::Key_Space);
   Settle();
