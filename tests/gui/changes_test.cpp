@@ -214,6 +214,7 @@ TEST_F(Changes, ShowWhatAnImportDid) {
   EXPECT_FALSE(Against().join('|').contains("import"));
   Settle();
   EXPECT_EQ(Summary(), "No changes.");
+  EXPECT_FALSE(Find("lblLost").isVisible());
 }
 
 TEST_F(Changes, AreShownBeforeAWriteIfWanted) {
