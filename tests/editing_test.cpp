@@ -284,8 +284,8 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       {"nothing to take back", [](D& d) { d.TakeBack(FreshData(), {{}}); }, "--", ""},
       {"take back",
        [](D& d) {
-         d.TakeBack(FreshData(), {{.unit = Unit::Memory(7), .setting = {}, .field = {}},
-                                  {.unit = Unit::Memory(3), .setting = {}, .field = kPower}});
+         d.TakeBack(FreshData(), {{.unit = Unit::Memory(3), .setting = {}, .field = {}},
+                                  {.unit = Unit::Memory(7), .setting = {}, .field = kPower}});
        },
        "SM", "[3-7]"},
       {"take back a special channel",
@@ -369,6 +369,16 @@ TEST(Document, WhatIsTakenBackIsAsBefore) {
     EXPECT_EQ(document.image().ChannelInUse, before.image.ChannelInUse);
     const auto& table = before.image.MemoryTable;  // its last row is the model's own
     EXPECT_TRUE(std::equal(table.begin(), table.end() - 1, document.image().MemoryTable.begin()));
+    // The same data, but no longer in use.
+    for (const std::size_t flag : {7U, 211U}) {
+      CloneData gone = before;
+      gone.image.ChannelInUse[flag] = !gone.image.ChannelInUse[flag];
+      ASSERT_FALSE(DifferencesOf(before, gone).empty()) << flag;
+      EXPECT_EQ(DifferencesOf(before, gone)[0].name, "In use");
+      CloneDocument back(gone);
+      back.TakeBack(before, {DifferencesOf(before, gone)[0].at});
+      EXPECT_TRUE(DifferencesOf(before, back.data()).empty()) << flag;
+    }
   }
 }
 

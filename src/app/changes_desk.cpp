@@ -137,14 +137,14 @@ bool ChangesDesk::Load(const std::string& path) {
 const KnownStates::State* ChangesDesk::Chosen() const {
   switch (chosen_.kind) {
     case Against::Kind::kRadio: return states_.radio() ? &*states_.radio() : nullptr;
-    case Against::Kind::kImport: return &*states_.before_import();
+    case Against::Kind::kImport:
+      return states_.before_import() ? &*states_.before_import() : &states_.file();
     case Against::Kind::kClone: return &clone_;
     default: return &states_.file();
   }
 }
 
 void ChangesDesk::FollowStates() {
-  if (!states_.before_import() && chosen_.kind == Against::Kind::kImport) chosen_ = {};
   if (changes_ == nullptr || !changes_->isVisible()) return;
   Fill();
   refresh_->start();

@@ -133,7 +133,7 @@ TEST_F(Commands, ATraceIsKeptUntilItIsChosenAgain) {
   trace.Toggle();  // cancelled
   prompts_.path = folder_ / "nowhere/t.trace";
   trace.Toggle();
-  EXPECT_EQ(prompts_.TakeLog(), "path4? path4? error: Data Error ");
+  EXPECT_EQ(prompts_.TakeLog(), "path5? path5? error: Data Error ");
   read();
   EXPECT_EQ(marks, "");
   prompts_.path = folder_ / "t.trace";
@@ -146,12 +146,12 @@ TEST_F(Commands, ATraceIsKeptUntilItIsChosenAgain) {
   read();
   EXPECT_EQ(Content(prompts_.path), told);
   EXPECT_EQ(marks, "+-");
-  EXPECT_EQ(prompts_.TakeLog(), "path4? ");
+  EXPECT_EQ(prompts_.TakeLog(), "path5? ");
   prompts_.path = "/dev/full";
   trace.Toggle();
   read();
   EXPECT_TRUE(document().SettingsChanged());
-  EXPECT_EQ(prompts_.TakeLog(), "path4? ");
+  EXPECT_EQ(prompts_.TakeLog(), "path5? ");
   QCoreApplication::processEvents();
   EXPECT_EQ(prompts_.TakeLog(),
             "error: The trace in /dev/full is not whole: No space left on "
