@@ -245,10 +245,10 @@ TEST_F(Ctl, WriteChanges) {
       {"e", "raw", "", kExitWrongModel, 0, "", "e.Q40 is for an RX-Q40E, "},
       {"none", "raw", "", kExitDataError, 0, "", "none.Q40"},
       // identify, 2 reads, End; announce, identify, 2 writes, End; identify, 2 reads, End
-      {"read", "changed", "", 0, 13, "", "2 blocks written and verified, auto-dialer memories M9"},
+      {"read", "changed", "", 0, 13, "", "2 blocks written and verified (auto-dialer memories M9"},
       {"changed", "read", "", 0, 13, "", ""},
       {"raw", "changed", "--verify", 0, 13, "", "channel 7"},
-      {"changed", "again", "", 0, 10, "", "1 block written and verified, channel 7"},
+      {"changed", "again", "", 0, 10, "", "1 block written and verified (channel 7)"},
       {"read", "changed", "", kExitNotAsKnown, 4,
        "Auto dialer: St: ", "known to hold, auto-dialer memories M9 and St, channel 7 ("},
       {"read", "changed", "--rest", kExitNotAsKnown, 4, "Memory 7: ", "channel 7 ("},
