@@ -177,12 +177,56 @@ TEST_F(Ctl, ChangesOfARadioWithDigitsOfItsOwn) {
   EXPECT_EQ(values.code, 0) << values.err;
   EXPECT_NE(values.err.find("1 block written and verified (channel 5)"), std::string::npos);
 
+  radio_->memory().Write(0x0020, "11");  // of no meaning: a write makes it A5
   const std::string held(radio_->memory().raw());
   radio_->memory().Write(static_cast<Address>(Unit::Memory(9).address() + 12),
                          "63");  // a tone that is none
   ASSERT_EQ(Run({"backup", "-p", "1", folder_ / "raw.Q40"}).code, 0);
   EXPECT_NE(write("raw.Q40").err.find("written and verified (channel 9)"), std::string::npos);
   EXPECT_TRUE(radio_->memory().raw() == held);
+}
+
+// An edit of the text outdates the bytes that the backup keeps beside it.
+TEST_F(Ctl, AnEditedTextOfABackupCounts) {
+  const std::string path = folder_ / "b.Q40";
+  radio_->memory().Write(0x1D20, std::string(kUnitDigits, 'F'));
+  ASSERT_EQ(Run({"backup", "-p", "1", path}).code, 0);
+  std::string text = test::Content(path);
+  EXPECT_TRUE(text.ends_with("\r\n1D20 " + std::string(kUnitDigits, 'F') + "\r\n"));
+  constexpr std::size_t kLine = 34;
+  test::Store(path, text.replace((25 + 2) * kLine, 1, "5"));
+  EXPECT_EQ(Run({"restore", "-p", "1", path}).code, 0);
+  EXPECT_EQ(radio_->memory().Read(0x1D20, kUnitSize), "35" + std::string(62, '0'));
+}
+
+TEST_F(Ctl, WhatBrokeOffNamesTheWholeCommand) {
+  const std::string file = Save("a.Q40", FreshData());
+  const std::string base = Save("base.Q40", test::RandomDocument(21));
+  const std::string kept = folder_ / "kept.Q40";
+  const std::string back = "To bring the backup back: rxq40ctl restore -p 1 ";
+  using Words = std::vector<std::string>;
+  const std::tuple<const char*, Words, std::string, std::string> cases[] = {
+      {"ng@#240",
+       {"restore", "-p", "1", "--backup", kept, file},
+       "restore -p 1 --rest --before " + kept + ' ' + file,
+       back + kept},
+      {"silence",
+       {"write", "-p", "1", "--only", "memory", "--rest", "--before", base, file},
+       "write -p 1 --only memory --rest --before " + base + ' ' + file,
+       back + base},
+      {"ng@#240",
+       {"write", "-p", "1", "--changes", base, file},
+       "write -p 1 --changes " + base + " --rest " + file,
+       ""}};
+  for (const auto& [fault, words, go_on, restore] : cases) {
+    Radio({fault});
+    const Result result = Run(words);
+    EXPECT_EQ(result.code, kExitCommunicationError);
+    EXPECT_NE(result.err.find("To go on: rxq40ctl " + go_on + '\n'), std::string::npos)
+        << result.err;
+    EXPECT_NE(result.err.find(restore), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find(back) == std::string::npos, restore.empty()) << result.err;
+  }
 }
 
 TEST_F(Ctl, AFileThatAppearsMeanwhileIsNotReplaced) {
