@@ -95,7 +95,6 @@ TEST(SafeWrite, NothingIsWrittenWithoutTheBackupThatWasAskedFor) {
   }
 }
 
-// Told once, at the end of all that is read.
 TEST(SafeWrite, VerifyingNamesWhatTheRadioDidNotKeep) {
   Radio radio;
   radio.deaf_to = "1D00";

@@ -86,6 +86,7 @@ std::vector<UnitSwap> RestOf(std::vector<UnitSwap> swaps) {
 
 std::vector<UnitSwap> RestOf(const std::vector<UnitData>& targets, const RadioContent& radio) {
   std::vector<UnitSwap> swaps;
+  swaps.reserve(targets.size());
   for (const UnitData& target : targets) swaps.push_back({target, radio.At(target.unit)});
   return RestOf(std::move(swaps));
 }

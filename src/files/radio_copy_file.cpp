@@ -11,7 +11,6 @@ namespace q40 {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::size_t kAddressDigits = 4;
 
 bool IsHex(std::string_view text) { return std::all_of(text.begin(), text.end(), IsHexDigit); }
 

@@ -83,6 +83,11 @@ std::string UnitsText(const std::vector<UnitData>& units) {
   return names + (one ? "channel " : "channels ") + channels;
 }
 
+std::string FewUnitsText(const std::vector<UnitData>& units) {
+  constexpr std::size_t kMany = 20;
+  return units.size() > kMany ? std::to_string(units.size()) + " blocks" : UnitsText(units);
+}
+
 std::vector<std::string> WayTexts(const WriteResult& result, const WayOut& ways) {
   std::vector<std::string> texts;
   if (!result.TouchedRadio() && !ways.has_a_part) return texts;

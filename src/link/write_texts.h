@@ -14,6 +14,8 @@ std::string WrittenText(const SequenceReport& write, Half half);
 
 // "settings area 1, channels 3 to 7 and 12"; `units` in the order of the wire.
 std::string UnitsText(const std::vector<UnitData>& units);
+// The same of a few units; the number of many: "57 blocks".
+std::string FewUnitsText(const std::vector<UnitData>& units);
 
 // How the user goes on after a write that did not end well. Empty: there is no such way.
 struct WayOut {

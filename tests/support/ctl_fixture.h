@@ -18,9 +18,10 @@ class Ctl : public testing::Test {
 
   Ctl() { Radio({}); }
 
-  void Radio(const std::vector<std::string>& faults, int model = 0) {
+  void Radio(const std::vector<std::string>& faults, int model = 0, char version = '0') {
     SimulatedRadio::Options options = WithFaults(faults);
     options.model = model;
+    options.version = version;
     radio_.emplace(std::move(options));
     static const RadioMemory kMemory = [] {
       RadioMemory memory;

@@ -85,9 +85,9 @@ int WriteChanges(CommandContext& context, const Arguments& arguments, const Clon
     return kExitDone;
   }
   if (const int code = session.Swap(data.model, swaps, WaysOf(arguments))) return code;
-  const std::string names = UnitsText(session.report().acknowledged);
+  const std::string names = FewUnitsText(session.report().acknowledged);
   context.console.Note("The radio has the difference between " + files + ": " + CountText(session) +
-                       " written and verified" + (names.empty() ? "" : ", " + names));
+                       " written and verified" + (names.empty() ? "" : " (" + names + ')'));
   return kExitDone;
 }
 

@@ -106,7 +106,7 @@ int RadioSession::ConcludeResult(const WriteResult& result) {
 int RadioSession::ConcludeUnknown(const WriteResult& result) {
   PrintDifferences(context_, result.differences);
   return context_.console.Error(kExitNotAsKnown, "Nothing was written: " + result.last.why + ", " +
-                                                     UnitsText(result.unlike) + " (" +
+                                                     FewUnitsText(result.unlike) + " (" +
                                                      CountText(result.differences.size()) + "). " +
                                                      result.last.remedy);
 }
