@@ -11,6 +11,7 @@
 #include "app/main_menus.h"
 #include "app/navigation.h"
 #include "app/radio_display.h"
+#include "app/safety_net.h"
 #include "app/status_line.h"
 #include "app/user_options.h"
 #include "checkup/finding.h"
@@ -49,6 +50,9 @@ frmMain::frmMain(const MainOptions& options)
       checkup_(new CheckUpCommand(session_, *this)),
       help_(new HelpDesk(*this, [this] { return navigation_->Front(); })),
       menus_(new MainMenus(*this)),
+      net_(new SafetyNet({session_, prompts_, files_, radio_, *display_, *menus_, *status_,
+                          [this] { return MayRun(); }},
+                         *this)),
       editor_(pages_, session_.document(), *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
@@ -88,6 +92,7 @@ void frmMain::ConnectSession() {
   display_->Follow(service_);
   connect(display_, &RadioDisplay::opened, this, &frmMain::ShowWindow);
   connect(checkup_, &CheckUpCommand::opened, this, &frmMain::ShowWindow);
+  connect(&net_->backups(), &BackupsCommand::opened, this, &frmMain::ShowWindow);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
@@ -165,6 +170,8 @@ void frmMain::ConnectCommands() {
   connect(checkup_, &CheckUpCommand::placeChosen, this, [this](const Place& place) {
     if (MayRun()) navigation_->GoTo(place);
   });
+  connect(net_, &SafetyNet::restWanted, this, [this] { Run(Command::kWriteRest); });
+  connect(this, &frmMain::ready, &net_->units(), &UnitCommands::FindRest);
 }
 
 // ---- start-up and exit
@@ -193,9 +200,7 @@ void frmMain::FinishStartUp() {
 
 void frmMain::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (session_.busy() == Session::Busy::kTalking) {
-    return status_->Hint(tr("The radio is being read or written."));
-  }
+  if (session_.busy() == Session::Busy::kTalking) return net_->stop().AskToClose();
   // Intended: changed channels alone are not asked about.
   if (document().SettingsChanged() && !files_.AskToSave()) return;
   session_.KeepPortNumber();
@@ -206,6 +211,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
   if (!isMinimized()) UserOptions::RememberPlacement(size_->Placement());
   event->accept();
 }
+
+void frmMain::WhenQuiet(std::function<void()> then) { net_->stop().StopThen(std::move(then)); }
 
 // ---- commands
 
@@ -248,6 +255,9 @@ void frmMain::Execute(Command command) {
     case Command::kMenuWriteSettings: return radio_.WriteFromMenu(Half::kSettings);
     case Command::kMenuWriteMemory: return radio_.WriteFromMenu(Half::kMemory);
     case Command::kMenuWriteAll: return radio_.WriteFromMenu(Half::kBoth);
+    case Command::kWriteChanges: return net_->units().WriteChanges();
+    case Command::kWriteRest: return net_->units().WriteRest();
+    case Command::kBackups: return net_->backups().Show();
     case Command::kChoosePort: return ChoosePort();
     case Command::kCheckUp: return checkup_->Show();
     case Command::kCheckAgain: return checkup_->CheckAgain();

@@ -31,6 +31,9 @@ std::span<const CommandRow> CommandRows() {
       {"mnuWrSet", Menu::kRadio, "&Write Settings", kNoKey, "Shift+F5", C::kMenuWriteSettings},
       {"mnuWrMem", Menu::kRadio, "Write M&emory", kNoKey, "Shift+F6", C::kMenuWriteMemory},
       {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", C::kMenuWriteAll},
+      {nullptr, Menu::kRadio},
+      {"mnuWriteChanges", Menu::kRadio, "Write &Changes", kNoKey, "Ctrl+F7", C::kWriteChanges},
+      {kWriteRestEntry, Menu::kRadio, "Write the Res&t", kNoKey, "", C::kWriteRest},
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", C::kChoosePort},
       {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", C::kCheckUp},
@@ -40,6 +43,7 @@ std::span<const CommandRow> CommandRows() {
        kBackUpOption},
       {kVerifyEntry, Menu::kTools, "&Verify After Writing", kNoKey, "", C::kNone, "", "",
        kVerifyOption},
+      {"mnuBackups", Menu::kTools, "Bac&kups...", kNoKey, "", C::kBackups},
       {nullptr, Menu::kTools},
       {"mnuToolsService", Menu::kTools, "&Service", kNoKey, "", C::kService},
 
@@ -58,6 +62,12 @@ std::span<const CommandHint> CommandHints() {
        "Asks about changes, but not after Read Memory, Clear All, Clear PH or Clear PL alone."},
       {"mnuWrSet", "Writes settings and special channels to the radio, if the model is its own."},
       {"mnuWrMem", "Writes all 210 memory channels to the radio, if the model is its own."},
+      {"mnuWriteChanges",
+       "Writes what differs from what the radio is known to hold, after a look whether it still "
+       "does."},
+      {kWriteRestEntry, "Goes on with a write that broke off."},
+      {"mnuBackups",
+       "What radios held before they were written to: restore, compare, open, delete."},
       {"mnuBackUp", "Reads the whole radio into a file before each write."},
       {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
       {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},

@@ -13,6 +13,7 @@ inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 inline constexpr const char* kVerifyEntry = "mnuVerify";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
+inline constexpr const char* kWriteRestEntry = "mnuWriteRest";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 
 // What the window can be told to do. The compiler sees to it that each is carried out.
@@ -37,6 +38,9 @@ enum class Command : unsigned char {
   kMenuWriteSettings,
   kMenuWriteMemory,
   kMenuWriteAll,
+  kWriteChanges,
+  kWriteRest,
+  kBackups,
   kChoosePort,
   kCheckUp,
   kCheckAgain,

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QPushButton>
 
 #include "app/status_line.h"
 #include "base/hex.h"
@@ -99,6 +100,22 @@ bool WindowPrompts::IsNoCloneFile(const std::string& path) {
   if (!IsCloneFile(path)) return true;
   ShowError(tr("%1 is a clone file.\nName another file for the channel list.").arg(Shown(path)));
   return false;
+}
+
+Prompts::Instead WindowPrompts::AskInstead(const QString& why) {
+  QMessageBox box(QMessageBox::Question, QStringLiteral("Write Changes"), why, QMessageBox::Cancel,
+                  &window_);
+  box.setTextFormat(Qt::PlainText);
+  const QAbstractButton* back_up = box.addButton(tr("&Back Up First"), QMessageBox::AcceptRole);
+  const QAbstractButton* write_all = box.addButton(tr("&Write All"), QMessageBox::AcceptRole);
+  box.setDefaultButton(QMessageBox::Cancel);
+  box.exec();
+  if (box.clickedButton() == back_up) return Instead::kBackUp;
+  return box.clickedButton() == write_all ? Instead::kWriteAll : Instead::kNothing;
+}
+
+bool WindowPrompts::Confirm(const char* title, const QString& text) {
+  return Confirmed(&window_, title, text.toUtf8().constData());
 }
 
 void WindowPrompts::ShowError(const QString& text) {

@@ -26,6 +26,15 @@ class FakePrompts final : public Prompts {
     log += "path" + std::to_string(static_cast<int>(kind)) + "? ";
     return path;
   }
+  Instead AskInstead(const QString&) override {
+    log += "instead? ";
+    return instead;
+  }
+  bool Confirm(const char* title, const QString& text) override {
+    log += std::string(title) + "? ";
+    question = text.toStdString();
+    return true;
+  }
   void ShowError(const QString& text) override { log += "error: " + text.toStdString() + ' '; }
   void ShowGone(const QString& text) override { log += "gone: " + text.toStdString() + ' '; }
   void Note(const QString& text) override { note = text.toStdString(); }
@@ -33,6 +42,8 @@ class FakePrompts final : public Prompts {
   std::string TakeLog() { return std::exchange(log, {}); }
 
   Answer answer = Answer::kYes;
+  Instead instead = Instead::kNothing;
+  std::string question;
   std::string path;
   std::string log;
   std::string note;
