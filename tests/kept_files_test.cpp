@@ -26,7 +26,7 @@ TEST(BackupFolder, ListsTheLatestFirstWithWhatTheNamesTell) {
   ASSERT_FALSE(KeepBackup(backups, radio, "2026-11-22 01.02.03", R::kByHand, path));
   const std::string by_hand = path;
   radio.units[17].digits = "80" + std::string(62, '0');
-  radio.units[18].digits = std::string(64, '9');  // no channel at all
+  radio.units[18].digits = "80" + std::string(62, '9');  // no channel at all
   ASSERT_FALSE(KeepBackup(backups, radio, "2026-11-22 01.02.03", R::kByHand, path));
   EXPECT_EQ(path, backups + "/RX-Q40E 2026-11-22 01.02.03 by hand (2).Q40");
   ASSERT_FALSE(KeepBackup(backups, radio, "2026-11-23 00.00.00", R::kAfterBrokenWrite, path));

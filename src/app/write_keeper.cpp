@@ -59,6 +59,8 @@ void WriteKeeper::BeforeFirstByte() {
 }
 
 void WriteKeeper::Finish(const WriteResult& result) {
+  // The radio held all of it already: nothing was sent, and what had broken off is settled.
+  if (EndOf(result) == UnfinishedWork::End::kDone) BeforeFirstByte();
   session_.unfinished().Finish(EndOf(result));
   planned_.clear();
   writes_ = false;
