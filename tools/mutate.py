@@ -46,6 +46,8 @@ FIRST = {
     "files/channel_csv": ["channel_csv_test"],
     "files/csv_text": ["channel_csv_test"],
     "files/clone_file": ["clone_file_test"],
+    "files/backup": ["whole_file_test"],
+    "files/unfinished": ["whole_file_test"],
     "files/": ["whole_file_test", "clone_file_test"],
     "link/safe_write": ["safe_write_test"],
     "link/sequences": ["sequences_test", "safe_write_test"],
@@ -75,7 +77,14 @@ FIRST = {
     "dialogs/dlg_com": [GUI + "RadioCommands.ThePort*"],
     "dialogs/help": [GUI + "Help.*"],
     "dialogs/report": [GUI + "Net.*"],
+    "dialogs/backups": [GUI + "Backups.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
+    "app/unfinished": [GUI + "Commands.*"],
+    "app/write_keeper": [GUI + "Commands.*"],
+    "app/unit": [GUI + "Commands.*"],
+    "app/stop": [GUI + "Backups.*"],
+    "app/backups": [GUI + "Backups.*"],
+    "app/radio_commands": [GUI + "Commands.*", GUI + "Wiring.Every*"],
     "app/": [GUI + "Wiring.Every*"],
 }
 # All that can see a fault of a room which the tests of the core do not know.

@@ -28,6 +28,19 @@ QString RestoreText(const Backup& backup) {
 
 QString GoOnText() { return tr("choose Write the Rest, here or in the Radio menu."); }
 
+// All of the settings are one thing.
+QString TextOf(std::vector<UnitData> units) {
+  const auto memory = std::find_if(units.begin(), units.end(), [](const UnitData& data) {
+    return data.unit.kind() == Unit::Kind::kMemory;
+  });
+  const bool settings = memory - units.begin() == kSettingsUnits;
+  if (settings) units.erase(units.begin(), memory);
+  QStringList parts;
+  if (settings) parts << tr("settings");
+  if (!units.empty()) parts << QString::fromStdString(UnitsText(units));
+  return parts.join(tr(", "));
+}
+
 QString GoodText(const WriteResult& result, const Backup& backup) {
   using Stage = WriteResult::Stage;
   if (result.stage == Stage::kCompare) {
@@ -35,8 +48,7 @@ QString GoodText(const WriteResult& result, const Backup& backup) {
   }
   QString text = result.stage == Stage::kVerify ? tr("Written and verified.") : tr("Written.");
   if (!result.half) {
-    text = tr("Written and verified: %1.")
-               .arg(QString::fromStdString(UnitsText(result.write.acknowledged)));
+    text = tr("Written and verified: %1.").arg(TextOf(result.write.acknowledged));
   }
   if (!backup.name.isEmpty()) {
     text += tr(" Before, the radio held %1 (Tools, Backups).").arg(backup.name);
@@ -123,11 +135,10 @@ QString ReasonText(const SequenceReport& report) {
 QString UnfinishedText(const UnfinishedWrite& write, const Backup& backup) {
   std::vector<UnitData> units;
   for (const UnitSwap& swap : write.swaps) units.push_back(swap.target);
-  QString text = tr("A write to an %1 that began on %2 has not ended: the program was ended "
-                    "before. The radio may "
-                    "hold a part of it. It was to write: %3.\nTo go on: %4")
-                     .arg(Shown(ModelName(write.model)), TimeText(write.time),
-                          QString::fromStdString(UnitsText(units)), GoOnText());
+  QString text =
+      tr("A write to an %1 that began on %2 was not finished: the program ended in the middle of "
+         "it. The radio may hold a part of it. It was to write: %3.\nTo go on: %4")
+          .arg(Shown(ModelName(write.model)), TimeText(write.time), TextOf(units), GoOnText());
   const QString restore = RestoreText(backup);
   if (!restore.isEmpty()) text += tr(" To go back to the last backup of a whole radio: ") + restore;
   return text;

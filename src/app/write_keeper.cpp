@@ -18,7 +18,7 @@ std::string Now() {
 
 UnfinishedWork::End EndOf(const WriteResult& result) {
   using End = UnfinishedWork::End;
-  if (result.last.outcome == Outcome::kDone && result.differences.empty()) return End::kDone;
+  if (result.last.outcome == Outcome::kDone) return End::kDone;
   return result.TouchedRadio() ? End::kBrokeOff : End::kUntouched;
 }
 

@@ -92,8 +92,9 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     ASSERT_EQ(report != nullptr, c.report != nullptr) << c.fault;
     if (report == nullptr) continue;
     EXPECT_TRUE(report->isVisible());
-    // What the radio did not keep can be written once more.
-    EXPECT_TRUE(Find("cmdWriteRest").isVisible() && Find<QAction>("mnuWriteRest").isEnabled());
+    // What has ended can be followed by a Write Changes.
+    EXPECT_EQ(Find("cmdWriteRest").isVisible(), c.box != nullptr);
+    EXPECT_EQ(Find<QAction>("mnuWriteRest").isEnabled(), c.box != nullptr);
     EXPECT_TRUE(Find<QLabel>("lblReport").text().contains(c.report)) << c.report;
     EXPECT_EQ(
         Find<QPlainTextEdit>("txtReport").toPlainText().startsWith("Memory 0: In use: \"no\""),
@@ -102,6 +103,11 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     Click("cmdCopyReport");
     EXPECT_TRUE(QApplication::clipboard()->text().endsWith(
         '\n' + Find<QPlainTextEdit>("txtReport").toPlainText()));
+    if (c.box == nullptr) {
+      Trigger("mnuWriteChanges");
+      EXPECT_TRUE(Status().endsWith("channel 0.")) << Status().toStdString();
+      continue;
+    }
     answers_.Add([&](QWidget& box) {
       QTest::mouseClick(static_cast<QMessageBox&>(box).button(kOk), Qt::LeftButton);
     });
