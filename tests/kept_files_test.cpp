@@ -87,6 +87,10 @@ TEST(UnfinishedWrite, ComesBackAsItWas) {
   EXPECT_EQ(read.time, write.time);
   EXPECT_EQ(Told(read), "0:f< 16:F<01 226:a<B ");
   EXPECT_EQ(UnfinishedWriteText(read), UnfinishedWriteText(write));
+  // The form is documented, and files of earlier versions must stay readable.
+  EXPECT_EQ(UnfinishedWriteText({1, "2026-11-22 01.02.03", {Swap(17, '8', "F")}}),
+            "Korvex RX-Q40 unfinished write 1\nmodel 1\ntime 2026-11-22 01.02.03\n0200 " +
+                std::string(64, '8') + ' ' + std::string(64, 'F') + "\nend 1 02F9602E\n");
 }
 
 // One changed, lost or added character anywhere, and nothing of it is written to a radio.

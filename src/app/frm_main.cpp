@@ -1,13 +1,11 @@
 #include "app/frm_main.h"
 
 #include <QCloseEvent>
-#include <QDragEnterEvent>
-#include <QMimeData>
 #include <QTabWidget>
 #include <QTimer>
-#include <QUrl>
 
 #include "app/checkup_command.h"
+#include "app/file_drop.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
 #include "app/radio_display.h"
@@ -57,7 +55,6 @@ frmMain::frmMain(const MainOptions& options)
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
-  setAcceptDrops(true);
   setStatusBar(status_);
   setCentralWidget(&navigation_->tabs());
   new HeldKeys(this);
@@ -151,6 +148,8 @@ void frmMain::ConnectCommands() {
   connect(menus_, &MainMenus::recentFileChosen, this, [this](const std::string& path) {
     if (MayRun()) files_.OpenRecentFile(path);
   });
+  auto* drop = new FileDrop(*this, [this] { return !IsBusy(); });
+  connect(drop, &FileDrop::dropped, &files_, &FileCommands::OpenAfterQuestion);
   connect(&pages_.service(), &ServicePage::readRequested, &service_, &ServiceCommands::ReadBlock);
   connect(&pages_.service(), &ServicePage::dumpRequested, this,
           [this] { Run(Command::kServiceDump); });
@@ -326,23 +325,6 @@ void frmMain::ShowWindow(QWidget& window) {
 void frmMain::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   QTimer::singleShot(0, navigation_, &Navigation::PlaceService);
-}
-
-// ---- a file dropped on the window
-
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (!IsBusy() && urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
-}
-
-void frmMain::dropEvent(QDropEvent* event) {
-  if (IsBusy()) return;
-  event->acceptProposedAction();
-  const std::string path = PathBytes(event->mimeData()->urls().front());
-  // After the drop is over: a question must not keep the other program waiting.
-  QTimer::singleShot(0, this, [this, path] {
-    if (!IsBusy()) files_.OpenAfterQuestion(path);
-  });
 }
 
 }  // namespace q40

@@ -51,8 +51,6 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
  protected:
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
 
  private:
   void ConnectSession();
