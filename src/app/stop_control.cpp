@@ -76,12 +76,14 @@ void StopControl::AskAboutWrite() {
   question_->setObjectName(QStringLiteral("frmStop"));
   question_->setTextFormat(Qt::PlainText);
   question_->setAttribute(Qt::WA_DeleteOnClose);
-  const auto* stop = question_->addButton(tr("&Stop"), QMessageBox::DestructiveRole);
+  const QAbstractButton* stop = question_->addButton(tr("&Stop"), QMessageBox::DestructiveRole);
   auto* go_on = question_->addButton(tr("&Go On"), QMessageBox::RejectRole);
   question_->setDefaultButton(go_on);
   question_->setEscapeButton(go_on);
-  connect(stop, &QAbstractButton::clicked, this, &StopControl::Stop);
-  connect(go_on, &QAbstractButton::clicked, this, [this] { closes_ = false; });
+  connect(question_, &QDialog::finished, this, [this, stop] {
+    if (question_->clickedButton() == stop) Stop();
+    closes_ = false;
+  });
   question_->open();
 }
 

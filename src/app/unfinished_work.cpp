@@ -18,8 +18,7 @@ constexpr const char* kLockName = "/unfinished write.lock";
 std::string AsideName(const std::string& folder) {
   std::error_code error;
   for (int number = 1;; ++number) {
-    const std::string path =
-        folder + "/damaged unfinished write " + std::to_string(number) + ".txt";
+    std::string path = folder + "/damaged unfinished write " + std::to_string(number) + ".txt";
     if (!fs::exists(path, error)) return path;
   }
 }
