@@ -26,7 +26,7 @@ class SafetyNet final : public QObject {
     std::function<bool()> may_run;  // says so when not
   };
   // All must outlive it.
-  SafetyNet(const Parts& parts, QWidget& window);
+  SafetyNet(const Parts& at, QWidget& window);
 
   [[nodiscard]] UnitCommands& units() { return units_; }
   [[nodiscard]] BackupsCommand& backups() { return backups_; }

@@ -68,6 +68,7 @@ void UnitCommands::WriteChanges() {
 
 void UnitCommands::Swap(int model, const std::vector<UnitSwap>& swaps, const QString& aside) {
   std::vector<UnitData> planned;
+  planned.reserve(swaps.size());
   for (const UnitSwap& swap : swaps) planned.push_back(swap.target);
   radio_.Run({model, planned,
               [&](SequenceWatcher& watcher, const WriteNet&) {

@@ -24,7 +24,7 @@ QString ReasonOf(const BackupEntry& entry) {
 
 QString ChannelsOf(const BackupEntry& entry) {
   if (!entry.problem.empty()) return BackupsWindow::tr("no clone: ") + Shown(entry.problem);
-  const QString count = QString::number(entry.channels);
+  QString count = QString::number(entry.channels);
   if (entry.undecodable == 0) return count;
   return BackupsWindow::tr("%1, of which %2 cannot be decoded").arg(count).arg(entry.undecodable);
 }
