@@ -120,6 +120,7 @@ class Session {
     options.start_pause = std::chrono::milliseconds(0);
     options.program_folder = settings_.path().toStdString();
     options.user_folder = options.program_folder;
+    options.backup_folder = options.program_folder + "/backups";
     window_ = std::make_unique<frmMain>(options);
     window_->StartUp();
     window_->activateWindow();
@@ -347,6 +348,31 @@ void TakeWriteReport(Session& session, const std::string& file) {
   session.Stop();
 }
 
+// A Write Memory that breaks off at channel 57, the 60th exchange, and the rest of it.
+void TakeRest(Session& session, const std::string& file) {
+  session.Start({true, 0, {"silence@#60"}}, file);
+  EditRow(session, 0,
+          [](QWidget& dialog) { dialog.findChild<QLineEdit*>("txtName")->setText("NEW"); });
+  session.InDialog([&] { session.Trigger("mnuWrMem"); }, [](QWidget&) {});
+  session.Take("write-rest", &session.Find<QWidget>("frmReport"));
+  session.Click("cmdWriteRest");
+  session.Stop();
+}
+
+// The same after two backups, of 229 exchanges each, and with one afterwards.
+void TakeBackups(Session& session, const std::string& file) {
+  session.Start({true, 0, {"silence@#520"}}, file);
+  session.Trigger("mnuBackups");
+  session.Click("cmdBackUpNow");
+  session.Find<QAction>("mnuBackUp").setChecked(true);
+  session.InDialog([&] { session.Trigger("mnuWrMem"); }, [](QWidget&) {});
+  session.Find<QAction>("mnuBackUp").setChecked(false);
+  session.Click("cmdBackUpNow");
+  session.Take("backups", &session.Find<QWidget>("BackupsWindow"));
+  session.Click("cmdWriteRest");
+  session.Stop();
+}
+
 // A read at the speed of a real radio, caught in the middle.
 void TakeReading(Session& session) {
   session.Start({true, 9600, {}}, {});
@@ -411,6 +437,8 @@ void TakeAll(const QString& docs, const QString& look) {
   if (look == "light") {
     TakeReading(session);
     TakeWriteReport(session, examples + "/radio.Q40");
+    TakeRest(session, examples + "/radio.Q40");
+    TakeBackups(session, examples + "/radio.Q40");
     TakeErrors(session);
   }
 }

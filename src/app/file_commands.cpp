@@ -113,6 +113,17 @@ void FileCommands::OpenRecentFile(const std::string& path) {
   prompts_.ShowGone(tr("%1 is gone.\nRecent Files no longer names it.").arg(Shown(path)));
 }
 
+void FileCommands::OpenBackup(const std::string& path) {
+  if (!MayLetGo()) return;
+  CloneData opened = session_.document().data();
+  const OpenResult result = q40::OpenCloneFile(path, opened);
+  if (result.problem) return prompts_.DataError(*result.problem);
+  session_.document().Open(std::move(opened));
+  session_.SetPath({});
+  prompts_.Note(tr("Opened the backup %1. Save asks for a name.").arg(Shown(FileName(path))));
+  session_.TellReplaced();
+}
+
 // ---- Save
 
 // Takes the document's own model: while the user is asked about a change of the model, the option

@@ -23,6 +23,8 @@ class FileCommands final : public QObject {
   void OpenCloneFile(const std::string& path);
   void OpenAfterQuestion(const std::string& path);
   void OpenRecentFile(const std::string& path);
+  // After the question. The data then has no file, so that no Save replaces the backup.
+  void OpenBackup(const std::string& path);
 
   // False: not saved.
   bool Save();

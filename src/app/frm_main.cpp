@@ -2,18 +2,17 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDragEnterEvent>
-#include <QMimeData>
 #include <QTabWidget>
 #include <QTimer>
-#include <QUrl>
 
 #include "app/changes_desk.h"
 #include "app/checkup_command.h"
+#include "app/file_drop.h"
 #include "app/journal_keeper.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
 #include "app/radio_display.h"
+#include "app/safety_net.h"
 #include "app/status_line.h"
 #include "app/user_options.h"
 #include "checkup/finding.h"
@@ -56,13 +55,15 @@ frmMain::frmMain(const MainOptions& options)
       menus_(new MainMenus(*this)),
       changes_(new ChangesDesk(
           {session_, prompts_, pages_, files_, lists_, radio_, options.backup_folder}, *this)),
+      net_(new SafetyNet({session_, prompts_, files_, radio_, *display_, *menus_, *status_,
+                          [this] { return MayRun(); }},
+                         *this)),
       editor_(pages_, session_.document(), *this),
       journal_(new JournalKeeper({session_, prompts_, files_, undo_}, options.state_folder,
                                  !options.startup_path.empty(), *this)) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
   setContextMenuPolicy(Qt::NoContextMenu);
-  setAcceptDrops(true);
   setStatusBar(status_);
   setCentralWidget(&navigation_->tabs());
   new HeldKeys(this);
@@ -102,6 +103,7 @@ void frmMain::ConnectSession() {
   connect(checkup_, &CheckUpCommand::opened, this, &frmMain::ShowWindow);
   connect(changes_, &ChangesDesk::opened, this, &frmMain::ShowWindow);
   connect(changes_, &ChangesDesk::placeChosen, checkup_, &CheckUpCommand::placeChosen);
+  connect(&net_->backups(), &BackupsCommand::opened, this, &frmMain::ShowWindow);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
@@ -160,6 +162,8 @@ void frmMain::ConnectCommands() {
   connect(menus_, &MainMenus::recentFileChosen, this, [this](const std::string& path) {
     if (MayRun()) files_.OpenRecentFile(path);
   });
+  auto* drop = new FileDrop(*this, [this] { return !IsBusy(); });
+  connect(drop, &FileDrop::dropped, &files_, &FileCommands::OpenAfterQuestion);
   connect(&pages_.service(), &ServicePage::readRequested, &service_, &ServiceCommands::ReadBlock);
   connect(&pages_.service(), &ServicePage::dumpRequested, this,
           [this] { Run(Command::kServiceDump); });
@@ -181,6 +185,8 @@ void frmMain::ConnectCommands() {
   connect(checkup_, &CheckUpCommand::placeChosen, this, [this](const Place& place) {
     if (MayRun()) navigation_->GoTo(place);
   });
+  connect(net_, &SafetyNet::restWanted, this, [this] { Run(Command::kWriteRest); });
+  connect(this, &frmMain::ready, &net_->units(), &UnitCommands::FindRest);
 }
 
 // ---- start-up and exit
@@ -211,9 +217,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
   // Nobody can be asked while the whole session ends, and the journal is kept.
   if (qApp->isSavingSession()) return event->accept();
   event->ignore();
-  if (session_.busy() == Session::Busy::kTalking) {
-    return status_->Hint(tr("The radio is being read or written."));
-  }
+  if (session_.busy() == Session::Busy::kTalking) return net_->stop().AskToClose();
   // Intended: changed channels alone are not asked about.
   if (document().SettingsChanged() && !files_.AskToSave()) return;
   session_.KeepPortNumber();
@@ -225,6 +229,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
   journal_->Forget();
   event->accept();
 }
+
+void frmMain::WhenQuiet(std::function<void()> then) { net_->stop().StopThen(std::move(then)); }
 
 // ---- commands
 
@@ -270,6 +276,9 @@ void frmMain::Execute(Command command) {
     case Command::kMenuWriteSettings: return radio_.WriteFromMenu(Half::kSettings);
     case Command::kMenuWriteMemory: return radio_.WriteFromMenu(Half::kMemory);
     case Command::kMenuWriteAll: return radio_.WriteFromMenu(Half::kBoth);
+    case Command::kWriteChanges: return net_->units().WriteChanges();
+    case Command::kWriteRest: return net_->units().WriteRest();
+    case Command::kBackups: return net_->backups().Show();
     case Command::kChoosePort: return ChoosePort();
     case Command::kCheckUp: return checkup_->Show();
     case Command::kCheckAgain: return checkup_->CheckAgain();
@@ -340,23 +349,6 @@ void frmMain::ShowWindow(QWidget& window) {
 void frmMain::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   QTimer::singleShot(0, navigation_, &Navigation::PlaceService);
-}
-
-// ---- a file dropped on the window
-
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (!IsBusy() && urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
-}
-
-void frmMain::dropEvent(QDropEvent* event) {
-  if (IsBusy()) return;
-  event->acceptProposedAction();
-  const std::string path = PathBytes(event->mimeData()->urls().front());
-  // After the drop is over: a question must not keep the other program waiting.
-  QTimer::singleShot(0, this, [this, path] {
-    if (!IsBusy()) files_.OpenAfterQuestion(path);
-  });
 }
 
 }  // namespace q40

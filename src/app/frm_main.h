@@ -1,6 +1,7 @@
 // The program's window. Builds the pages, the menus and the commands, and connects them.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include <QMainWindow>
@@ -28,6 +29,7 @@ class MainMenus;
 class Navigation;
 class OuterSize;
 class RadioDisplay;
+class SafetyNet;
 
 class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   Q_OBJECT
@@ -41,6 +43,9 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   void StartUp();
 
   [[nodiscard]] const CloneDocument& document() const { return session_.document(); }
+  // Stops the radio at its next unit, without a question, then runs `then`; at once when it is quiet. For
+  // a program that is told to end.
+  void WhenQuiet(std::function<void()> then);
   // A sequence, a service read or the start-up pause is running.
   [[nodiscard]] bool IsBusy() const { return session_.IsBusy(); }
 
@@ -50,8 +55,6 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
  protected:
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
 
  private:
   void ConnectSession();
@@ -92,6 +95,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   HelpDesk* help_;
   MainMenus* menus_;
   ChangesDesk* changes_;
+  SafetyNet* net_;
   ChannelEditor editor_;
   JournalKeeper* journal_;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it

@@ -27,6 +27,12 @@ class Prompts {
   // model of its data make the name that is offered.
   virtual std::string AskPath(FileDialog kind, const std::string& path, int model) = 0;
 
+  // What to do when changes are to be written and `why`, in sentences, nothing is known of the radio.
+  enum class Instead : unsigned char { kNothing, kBackUp, kWriteAll };
+  virtual Instead AskInstead(const QString& why) = 0;
+  // OK or Cancel before something is destroyed.
+  virtual bool Confirm(const char* title, const QString& text) = 0;
+
   // A box with the title "ERROR".
   virtual void ShowError(const QString& text) = 0;
   // A box about a recent file that is gone.

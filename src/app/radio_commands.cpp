@@ -1,14 +1,9 @@
 #include "app/radio_commands.h"
 
-#include <filesystem>
-
-#include <QDateTime>
-
 #include "app/file_commands.h"
 #include "app/prompts.h"
 #include "app/radio_texts.h"
 #include "app/session.h"
-#include "files/radio_copy_file.h"
 #include "link/unit_sequences.h"
 #include "widgets/paths.h"
 
@@ -34,6 +29,7 @@ RadioCommands::RadioCommands(Session& session, Prompts& prompts, FileCommands& f
       prompts_(prompts),
       files_(files),
       options_(std::move(options)),
+      keeper_(session, prompts, options_.backup_folder, this),
       sequences_(session.link(), session.document(), *this, this) {
   connect(&session, &Session::changed, this, &RadioCommands::NoteArrival);
 }
@@ -68,18 +64,52 @@ void RadioCommands::ReportRead(const SequenceReport& report) {
 
 // ---- writing
 
+bool RadioCommands::MayWrite(Half half) {
+  if (options_.may_write(half)) return true;
+  prompts_.Note(tr("Nothing was written."));
+  return false;
+}
+
 void RadioCommands::Write(Half half) {
-  emit writeStarting();
   session_.Settle();
-  if (!options_.may_write(half)) return prompts_.Note(tr("Nothing was written."));
+  if (!MayWrite(half)) return;
+  CloneDocument& document = session_.document();
+  Run({document.model(),
+       MakeWritePlan(document.data(), half).All(),
+       [&](SequenceWatcher& watcher, const WriteNet& net) {
+         return SafeWrite(session_.link(), document, watcher, half, net);
+       },
+       {}});
+}
+
+void RadioCommands::Run(const Job& job) {
+  emit writeStarting();
   files_.ForgetLetGo();
+  keeper_.Plan(job.model, job.planned);
+  const NetChoice choice = options_.net();
+  const RadioContent known = session_.radio();
   session_.SetBusy(Session::Busy::kTalking);
-  std::string backup;
-  const WriteNet net = Net(backup);
-  const WriteResult result = SafeWrite(session_.link(), session_.document(), *this, half, net);
+  const WriteResult result = job.write(*this, keeper_.Net(choice.back_up, choice.verify));
+  keeper_.Finish(result);
+  // What a comparison has found is no knowledge to base the next write on: nobody has looked at it.
+  const bool compared = result.stage == WriteResult::Stage::kCompare;
+  if (compared && result.last.outcome != Outcome::kDone) session_.radio() = known;
   session_.SetBusy(Session::Busy::kNo);
   session_.TellFacts();
-  ReportWrite(result, backup);
+  ReportWrite(result, job.aside);
+}
+
+bool RadioCommands::BackUp() {
+  files_.ForgetLetGo();
+  session_.SetBusy(Session::Busy::kTalking);
+  RadioCopy copy;
+  const SequenceReport report = UnitSequences(session_.link(), *this).BackUp(std::nullopt, copy);
+  session_.SetBusy(Session::Busy::kNo);
+  session_.TellFacts();
+  if (report.outcome != Outcome::kDone) return false;
+  const std::string path = keeper_.KeepBackup(copy);
+  if (!path.empty()) prompts_.Note(tr("Backed up as %1.").arg(Shown(FileName(path))));
+  return !path.empty();
 }
 
 bool RadioCommands::LookUp(CloneData& radio, Half half) {
@@ -108,44 +138,13 @@ void RadioCommands::WriteFromMenu(Half half) {
   follow_pages_ = false;
 }
 
-// `backup` becomes the path of the backup and must outlive the net.
-WriteNet RadioCommands::Net(std::string& backup) {
-  const NetChoice choice = options_.net();
-  WriteNet net;
-  net.verify = choice.verify;
-  if (choice.back_up) {
-    net.keep_backup = [this, &backup](const RadioCopy& radio) {
-      backup = KeepBackup(radio);
-      return !backup.empty();
-    };
-  }
-  return net;
-}
-
-// The path of the new file, named after model and time. Empty: the user has been told why.
-std::string RadioCommands::KeepBackup(const RadioCopy& radio) {
-  std::error_code error;  // of a folder that cannot be had the save tells
-  std::filesystem::create_directories(options_.backup_folder, error);
-  const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
-  std::string name(ModelName(radio.model));
-  name.insert(0, options_.backup_folder + '/').append(" ").append(time.toStdString());
-  std::string path = name + ".Q40";
-  for (int copy = 2; std::filesystem::exists(path, error); ++copy) {
-    path = name + " (" + std::to_string(copy) + ").Q40";
-  }
-  if (const auto problem = SaveRadioCopy(path, radio)) {
-    prompts_.ShowError(tr("The backup could not be kept, so nothing was written.\n") +
-                       Shown(problem->Message()));
-    return {};
-  }
-  return path;
-}
-
 // In the status bar; what touched the radio and did not end well, in a window too.
-void RadioCommands::ReportWrite(const WriteResult& result, const std::string& backup) {
+void RadioCommands::ReportWrite(const WriteResult& result, const QString& aside) {
   // That a backup could not be kept has been said, at length.
   if (result.last.outcome == Outcome::kCancelled) return;
-  const WriteAccount account = AccountOf(result, {Shown(FileName(backup)), Shown(backup)});
+  const std::string backup = keeper_.WayBack();
+  WriteAccount account = AccountOf(result, {Shown(FileName(backup)), Shown(backup)});
+  account.text += aside;
   if (account.good) return prompts_.Note(account.text);
   prompts_.NoteFailure(account.text);
   if (account.at_length) emit writeTold(account.text, account.differences);
@@ -159,10 +158,15 @@ bool RadioCommands::SelectModel(int model) { return files_.SelectModel(model); }
 void RadioCommands::Begin(Sequence sequence) {
   if (follow_pages_ && ShowsPages(sequence)) emit pageWanted(sequence);
   session_.part().Begin(sequence);
+  if (Writes(sequence)) keeper_.BeforeFirstByte();
   emit begun(sequence);
 }
 
+void RadioCommands::NoteHeld(const UnitData& data) { session_.radio().SetHeld(data); }
+void RadioCommands::NotePerhapsHeld(const UnitData& data) { session_.radio().SetPerhapsHeld(data); }
+
 void RadioCommands::ShowProgress(const SequenceProgress& progress) {
+  session_.radio().SetModel(progress.radio_model);
   emit progressed(progress);
   session_.TellFacts();
 }
@@ -180,7 +184,9 @@ void RadioCommands::End(const SequenceReport& report) {
   emit ended();
   session_.part().End(report);
   emit told(session_.part().sequence(), report);
+  if (report.radio_model >= 0) session_.radio().SetModel(report.radio_model);
   switch (report.outcome) {
+    case Outcome::kInterrupted: NoteEnd(ReasonText(report)); return ComEnd3();
     case Outcome::kPortError: NoteEnd(ReasonText(report)); return ComEnd2();
     case Outcome::kCommunicationError: NoteEnd(ReasonText(report)); return ComEnd1();
     case Outcome::kWrongModel:

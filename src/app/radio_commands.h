@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QStringList>
 
+#include "app/write_keeper.h"
 #include "link/safe_write.h"
 #include "link/sequences.h"
 
@@ -44,10 +45,25 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   // A command that reads, or identifies.
   void Read(Reading sequence);
   void Write(Half half);
+  // Shows what a write would change, where the user wants that. False: nothing is to be written.
+  bool MayWrite(Half half);
+  // What is to be written to a radio of a model, and how. Everything that goes with a write goes with
+  // it: the user is told, and can go on when it breaks off.
+  struct Job {
+    int model = 0;
+    std::vector<UnitData> planned;
+    std::function<WriteResult(SequenceWatcher& watcher, const WriteNet& net)> write;
+    QString aside;  // one more thing to tell, a sentence with a blank before it
+  };
+  void Run(const Job& job);
+  // Reads all that the radio holds into a new file among the backups. False: the user was told why not.
+  bool BackUp();
   // The same from the menu, which first brings the page that shows the data to the front; `first` is
   // the sequence that the reading begins with.
   void ReadFromMenu(Reading sequence, Sequence first);
   void WriteFromMenu(Half half);
+
+  [[nodiscard]] const WriteKeeper& keeper() const { return keeper_; }
 
  signals:
   void pageWanted(q40::Sequence sequence);
@@ -71,12 +87,12 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   void Begin(Sequence sequence) override;
   void ShowProgress(const SequenceProgress& progress) override;
   void End(const SequenceReport& report) override;
+  void NoteHeld(const UnitData& data) override;
+  void NotePerhapsHeld(const UnitData& data) override;
 
   void NoteArrival(const DocumentChange& change);
-  WriteNet Net(std::string& backup);
-  std::string KeepBackup(const RadioCopy& radio);
   void ReportRead(const SequenceReport& report);
-  void ReportWrite(const WriteResult& result, const std::string& backup);
+  void ReportWrite(const WriteResult& result, const QString& aside);
   void ComEnd1();
   void ComEnd2();
   void ComEnd3();
@@ -86,6 +102,7 @@ class RadioCommands final : public QObject, private SequenceQuestions, private S
   Prompts& prompts_;
   FileCommands& files_;
   Options options_;
+  WriteKeeper keeper_;
   Sequences sequences_;
   bool follow_pages_ = false;  // a menu entry brings the pages to the front
 };

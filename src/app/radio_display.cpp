@@ -108,8 +108,18 @@ void RadioDisplay::ShowService(bool talking) {
   }
 }
 
+void RadioDisplay::OfferRest() {
+  report_->OfferRest(at_.session.unfinished().pending().has_value());
+}
+
 void RadioDisplay::ShowReport(const QString& text, const QStringList& differences) {
-  if (report_ == nullptr) report_ = new ReportWindow(&window_);
+  if (report_ == nullptr) {
+    report_ = new ReportWindow("frmReport", tr("Write Report"), &window_);
+    connect(report_, &ReportWindow::restWanted, this, &RadioDisplay::restWanted);
+    connect(report_, &ReportWindow::forgetWanted, this, &RadioDisplay::forgetWanted);
+    connect(&at_.session.unfinished(), &UnfinishedWork::changed, report_, [this] { OfferRest(); });
+  }
+  OfferRest();
   report_->Tell(text, differences);
   emit opened(*report_);
 }

@@ -33,9 +33,12 @@ class RadioDisplay final : public QObject {
 
   void Follow(RadioCommands& radio);
   void Follow(ServiceCommands& service) const;
+  void ShowReport(const QString& text, const QStringList& differences);
 
  signals:
   void opened(QWidget& window);  // to be shown
+  void restWanted();             // of a write that broke off
+  void forgetWanted();
 
  private:
   void ShowBusy();
@@ -44,7 +47,7 @@ class RadioDisplay final : public QObject {
   void End();
   void Over();
   void ShowService(bool talking);
-  void ShowReport(const QString& text, const QStringList& differences);
+  void OfferRest();
   void SetCloneButtonsEnabled(bool enabled);
 
   Parts at_;

@@ -7,6 +7,7 @@
 
 #include "link/write_texts.h"
 #include "radio/models.h"
+#include "widgets/paths.h"
 
 namespace q40 {
 namespace {
@@ -21,12 +22,34 @@ QString RadioText(int model, char version_letter) {
 }
 
 QString RestoreText(const Backup& backup) {
+  if (backup.path.isEmpty()) return {};
   return tr("choose Backups in the Tools menu. It is\n%1").arg(backup.path);
 }
 
+QString GoOnText() { return tr("choose Write the Rest, here or in the Radio menu."); }
+
+// All of the settings are one thing.
+QString TextOf(std::vector<UnitData> units) {
+  const auto memory = std::find_if(units.begin(), units.end(), [](const UnitData& data) {
+    return data.unit.kind() == Unit::Kind::kMemory;
+  });
+  const bool settings = memory - units.begin() == kSettingsUnits;
+  if (settings) units.erase(units.begin(), memory);
+  QStringList parts;
+  if (settings) parts << tr("settings");
+  if (!units.empty()) parts << QString::fromStdString(UnitsText(units));
+  return parts.join(tr(", "));
+}
+
 QString GoodText(const WriteResult& result, const Backup& backup) {
-  QString text =
-      result.stage == WriteResult::Stage::kVerify ? tr("Written and verified.") : tr("Written.");
+  using Stage = WriteResult::Stage;
+  if (result.stage == Stage::kCompare) {
+    return tr("The radio holds all of it already. Nothing was written.");
+  }
+  QString text = result.stage == Stage::kVerify ? tr("Written and verified.") : tr("Written.");
+  if (!result.half) {
+    text = tr("Written and verified: %1.").arg(TextOf(result.write.acknowledged));
+  }
   if (!backup.name.isEmpty()) {
     text += tr(" Before, the radio held %1 (Tools, Backups).").arg(backup.name);
   }
@@ -44,11 +67,14 @@ QString BadText(const WriteResult& result, const Backup& backup) {
     QString text =
         tr("The radio did not keep everything. These are the differences between what was "
            "written and what it holds.");
-    if (result.backup_kept) text += tr(" To bring the backup back: ") + restore;
+    if (!restore.isEmpty()) text += tr(" To bring the backup back: ") + restore;
     return text;
   }
-  const QString aftermath =
-      QString::fromStdString(AftermathText(result, {restore.toStdString(), {}}));
+  QString aftermath = QString::fromStdString(
+      AftermathText(result, {restore.toStdString(), GoOnText().toStdString()}));
+  if (result.TouchedRadio() && !result.backup_kept && !restore.isEmpty()) {
+    aftermath += tr(" To go back to the last backup of a whole radio: ") + restore;
+  }
   if (result.last.outcome == Outcome::kWrongModel) return WrongModelText(result.last, aftermath);
   return ReasonText(result.last) + QLatin1Char(' ') + aftermath;
 }
@@ -62,6 +88,11 @@ QString NoteText(const SequenceReport& report) {
 
 bool MovesMemory(Sequence sequence) {
   return sequence == Sequence::kReadMemory || sequence == Sequence::kWriteMemory;
+}
+
+bool Writes(Sequence sequence) {
+  return sequence == Sequence::kWriteSettings || sequence == Sequence::kWriteMemory ||
+         sequence == Sequence::kRestore || sequence == Sequence::kWriteUnits;
 }
 
 QString DoingText(Sequence sequence) {
@@ -90,6 +121,9 @@ QString ProgressText(const SequenceProgress& progress) {
 
 QString ReasonText(const SequenceReport& report) {
   std::string text = report.why + '.';
+  if (report.outcome == Outcome::kInterrupted && !report.where.empty()) {
+    text = report.why + " before " + report.where + '.';
+  }
   if (report.outcome == Outcome::kCommunicationError || report.outcome == Outcome::kDataError) {
     text = report.where + ": " + text;
   }
@@ -97,6 +131,23 @@ QString ReasonText(const SequenceReport& report) {
   if (!report.note.empty() && !report.note.starts_with(report.why)) text += ' ' + report.note + '.';
   text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
   return QString::fromStdString(text);
+}
+
+QString UnfinishedText(const UnfinishedWrite& write, const Backup& backup) {
+  std::vector<UnitData> units;
+  for (const UnitSwap& swap : write.swaps) units.push_back(swap.target);
+  QString text =
+      tr("A write to an %1 that began on %2 was not finished: the program ended in the middle of "
+         "it. The radio may hold a part of it. It was to write: %3.\nTo go on: %4")
+          .arg(Shown(ModelName(write.model)), TimeText(write.time), TextOf(units), GoOnText());
+  const QString restore = RestoreText(backup);
+  if (!restore.isEmpty()) text += tr(" To go back to the last backup of a whole radio: ") + restore;
+  return text;
+}
+
+QString TimeText(const std::string& time) {
+  return Shown(time.substr(0, 10)) + Shown(time.substr(std::min<std::size_t>(time.size(), 10)))
+                                         .replace(QLatin1Char('.'), QLatin1Char(':'));
 }
 
 QString WrongModelText(const SequenceReport& report, const QString& aftermath) {

@@ -3,12 +3,16 @@
 
 #include <QStringList>
 
+#include "files/unfinished_write.h"
 #include "link/safe_write.h"
 
 namespace q40 {
 
 // Of memory channels, not of settings.
 bool MovesMemory(Sequence sequence);
+
+// Changes what the radio holds.
+bool Writes(Sequence sequence);
 
 // "Reading memory"
 QString DoingText(Sequence sequence);
@@ -17,6 +21,9 @@ QString ProgressText(const SequenceProgress& progress);
 
 // Why and where a sequence ended, in sentences, with what to try next.
 QString ReasonText(const SequenceReport& report);
+
+// A time as it stands in the name of a backup: "2026-11-22 01:02:03".
+QString TimeText(const std::string& time);
 
 // Of a radio of another model: which is which, then `aftermath`, then what the advice of the message
 // box would do to the data.
@@ -62,6 +69,9 @@ struct WriteAccount {
   QStringList differences;  // between what was written and what the radio holds, one each
   bool at_length = false;   // needs a window of its own
 };
+// `backup`: the one that brings a whole radio back.
 WriteAccount AccountOf(const WriteResult& result, const Backup& backup);
+// Of a write that an earlier run has not ended, in sentences.
+QString UnfinishedText(const UnfinishedWrite& write, const Backup& backup);
 
 }  // namespace q40

@@ -18,6 +18,7 @@ inline constexpr const char* kRestoreEntry = "mnuRestoreUnsaved";
 inline constexpr const char* kUndoEntry = "mnuUndo";
 inline constexpr const char* kRedoEntry = "mnuRedo";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
+inline constexpr const char* kWriteRestEntry = "mnuWriteRest";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 inline constexpr const char* kTraceEntry = "mnuTrace";
 
@@ -46,6 +47,9 @@ enum class Command : unsigned char {
   kMenuWriteSettings,
   kMenuWriteMemory,
   kMenuWriteAll,
+  kWriteChanges,
+  kWriteRest,
+  kBackups,
   kChoosePort,
   kCheckUp,
   kCheckAgain,

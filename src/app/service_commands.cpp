@@ -26,7 +26,7 @@ void ServiceCommands::Dump() {
   session_.SetBusy(Session::Busy::kTalking);
   emit dumpingChanged(true);
   session_.link().OpenPort();
-  for (int block = 0; block < kBlocks; ++block) {
+  for (int block = 0; block < kBlocks && !session_.StopRequested(); ++block) {
     const std::string number = HexByteText(block);
     const auto reply = session_.link().ServiceRead("KX~F0" + number + "0R\r", {});
     if (!reply) break;

@@ -9,7 +9,8 @@ Session::Session(const MainOptions& options, QObject* parent)
       port_file_(options.program_folder, options.user_folder),
       port_(new ComPort(options.simulation, this)),
       events_(this),
-      link_(port_->port(), events_.Timers(), events_) {
+      link_(port_->port(), events_.Timers(), events_),
+      unfinished_(options.backup_folder) {
   port_->setObjectName(QStringLiteral("MSComm1"));
   port_->SetNumber(port_file_.Read());
   document_.SetListener(this);
@@ -26,7 +27,12 @@ void Session::SetSaved(const std::string& path) {
   emit pathChanged();
 }
 
+void Session::Stop() {
+  if (busy_ == Busy::kTalking) events_.EndSequence();
+}
+
 void Session::SetBusy(Busy busy) {
+  events_.ForgetStop();
   busy_ = busy;
   emit busyChanged();
 }

@@ -8,7 +8,9 @@
 
 #include "app/com_port.h"
 #include "app/radio_texts.h"
+#include "app/unfinished_work.h"
 #include "document/clone_document.h"
+#include "document/radio_content.h"
 #include "files/port_number_file.h"
 #include "link/link.h"
 #include "serial/serial_port.h"
@@ -46,6 +48,14 @@ class Session final : public QObject, private DocumentListener {
   // How much of the document a read that broke off has brought.
   [[nodiscard]] PartialRead& part() { return part_; }
 
+  // What the radio is known to hold: what was read from it or written to it in this run.
+  [[nodiscard]] RadioContent& radio() { return radio_; }
+  [[nodiscard]] UnfinishedWork& unfinished() { return unfinished_; }
+
+  // Whatever talks to the radio ends before its next exchange. Nothing while nothing talks.
+  void Stop();
+  [[nodiscard]] bool StopRequested() const { return events_.StopRequested(); }
+
   // Asks whoever holds back an edit to hand it over; called before the document is saved, sent or
   // checked.
   void Settle() { emit settling(); }
@@ -75,6 +85,8 @@ class Session final : public QObject, private DocumentListener {
   Link link_;
   Busy busy_ = Busy::kNo;
   PartialRead part_;
+  RadioContent radio_;
+  UnfinishedWork unfinished_;
 };
 
 }  // namespace q40

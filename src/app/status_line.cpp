@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QStyle>
 #include <QTimer>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kHintStays{2000};
 constexpr int kWorkWidth = 120;
+constexpr int kAroundALine = 6;
 
 // Draws as much of its text as it has room for, and asks for no room itself.
 class ElidedLabel final : public QLabel {
@@ -51,6 +53,7 @@ StatusLine::StatusLine(QWidget* parent)
     : QStatusBar(parent),
       text_(new ElidedLabel(this)),
       work_(new QProgressBar(this)),
+      stop_(new QPushButton(tr("Stop"), this)),
       hint_ends_(new QTimer(this)) {
   setObjectName(QStringLiteral("sbStatusBar"));
   text_->setObjectName(QStringLiteral("lblStatusText"));
@@ -62,6 +65,13 @@ StatusLine::StatusLine(QWidget* parent)
   work_->setMaximumHeight(fontMetrics().height());
   addPermanentWidget(work_);
   work_->hide();
+  stop_->setObjectName(QStringLiteral("cmdStop"));
+  stop_->setToolTip(tr("Esc"));
+  stop_->setFocusPolicy(Qt::TabFocus);  // a click leaves the keyboard where it is
+  stop_->setMaximumHeight(work_->maximumHeight() + kAroundALine);
+  addPermanentWidget(stop_);
+  stop_->hide();
+  connect(stop_, &QPushButton::clicked, this, &StatusLine::stopWanted);
   const auto label = [this](const char* name) {
     auto* made = new QLabel(this);
     made->setObjectName(QLatin1String(name));
@@ -141,6 +151,13 @@ void StatusLine::ShowWork(int done, int total) {
   MakeRoom();
 }
 
+// A button that goes with the focus on it would pass it on to the next control.
+void StatusLine::ShowStop(bool shown) {
+  if (!shown && stop_->hasFocus()) window()->setFocus();
+  stop_->setVisible(shown);
+  MakeRoom();
+}
+
 void StatusLine::resizeEvent(QResizeEvent* event) {
   QStatusBar::resizeEvent(event);
   MakeRoom();
@@ -155,6 +172,7 @@ void StatusLine::MakeRoom() {
     needed += label->sizeHint().width() + kAroundALabel;
   }
   if (!work_->isHidden()) needed += kWorkWidth + kAroundALabel;
+  if (!stop_->isHidden()) needed += stop_->sizeHint().width() + kAroundALabel;
   for (QLabel* label : {model_, port_}) label->setVisible(needed <= width());
 }
 

@@ -13,6 +13,7 @@
 
 class QLabel;
 class QProgressBar;
+class QPushButton;
 class QTimer;
 
 namespace q40 {
@@ -42,8 +43,14 @@ class StatusLine final : public QStatusBar {
   void ShowFacts(const Facts& facts);
   [[nodiscard]] QString port() const;
 
+  // A button that ends what is going on.
+  void ShowStop(bool shown);
+
   // A bar for work that the page in front does not show. A total of 0 takes it away.
   void ShowWork(int done, int total);
+
+ signals:
+  void stopWanted();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -56,6 +63,7 @@ class StatusLine final : public QStatusBar {
 
   QLabel* text_;
   QProgressBar* work_;
+  QPushButton* stop_;
   QLabel* model_;
   QLabel* port_;
   QLabel* data_;

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QPushButton>
 
 #include "app/status_line.h"
 #include "base/hex.h"
@@ -105,6 +106,22 @@ bool WindowPrompts::IsNoCloneFile(const std::string& path, FileDialog kind) {
   const QString what = kind == FileDialog::kTrace ? tr("trace") : tr("channel list");
   ShowError(tr("%1 is a clone file.\nName another file for the %2.").arg(Shown(path), what));
   return false;
+}
+
+Prompts::Instead WindowPrompts::AskInstead(const QString& why) {
+  QMessageBox box(QMessageBox::Question, QStringLiteral("Write Changes"), why, QMessageBox::Cancel,
+                  &window_);
+  box.setTextFormat(Qt::PlainText);
+  const QAbstractButton* back_up = box.addButton(tr("&Back Up First"), QMessageBox::AcceptRole);
+  const QAbstractButton* write_all = box.addButton(tr("&Write All"), QMessageBox::AcceptRole);
+  box.setDefaultButton(QMessageBox::Cancel);
+  box.exec();
+  if (box.clickedButton() == back_up) return Instead::kBackUp;
+  return box.clickedButton() == write_all ? Instead::kWriteAll : Instead::kNothing;
+}
+
+bool WindowPrompts::Confirm(const char* title, const QString& text) {
+  return Confirmed(&window_, title, text.toUtf8().constData());
 }
 
 void WindowPrompts::ShowError(const QString& text) {

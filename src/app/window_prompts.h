@@ -16,6 +16,8 @@ class WindowPrompts final : public Prompts {
 
   Answer AskToSave() override;
   std::string AskPath(FileDialog kind, const std::string& path, int model) override;
+  Instead AskInstead(const QString& why) override;
+  bool Confirm(const char* title, const QString& text) override;
   void ShowError(const QString& text) override;
   void ShowGone(const QString& text) override;
   void Note(const QString& text) override;

@@ -99,7 +99,11 @@ void PlaceList::ShowRows(const QString& summary, const std::vector<Row>& rows) {
 void PlaceList::Choose() {
   const int row = table_->currentRow();
   if (row < 0) return;
-  if (const auto& place = places_[static_cast<std::size_t>(row)]) emit placeChosen(*place);
+  if (const auto& place = places_[static_cast<std::size_t>(row)]) {
+    emit placeChosen(*place);
+  } else {
+    emit rowChosen(row);
+  }
 }
 
 }  // namespace q40

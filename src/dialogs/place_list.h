@@ -31,6 +31,8 @@ class PlaceList : public QWidget {
  signals:
   // Double click, or the Enter key, on a row that leads to a place.
   void placeChosen(const q40::Place& place);
+  // Double click, or the Enter key, on one that does not.
+  void rowChosen(int row);
 
  protected:
   // Names of the objects, for the style and for tests.
@@ -43,6 +45,7 @@ class PlaceList : public QWidget {
   // The last column takes the room that the others leave.
   PlaceList(const Names& names, const QString& title, const QStringList& headings, QWidget* owner);
 
+  [[nodiscard]] QTableWidget& table() const { return *table_; }
   // Adds a button before the existing ones.
   QPushButton* AddButton(const char* name, const QString& caption);
   // "Channel 3": with a capital, as a place stands at the start of a line here.

@@ -10,10 +10,10 @@
 
 namespace q40 {
 
-ReportWindow::ReportWindow(QWidget* parent)
+ReportWindow::ReportWindow(const char* name, const QString& title, QWidget* parent)
     : QDialog(parent), summary_(new QLabel(this)), list_(new QPlainTextEdit(this)) {
-  setObjectName(QStringLiteral("frmReport"));
-  setWindowTitle(tr("Write Report"));
+  setObjectName(QLatin1String(name));
+  setWindowTitle(title);
   summary_->setObjectName(QStringLiteral("lblReport"));
   summary_->setTextFormat(Qt::PlainText);
   summary_->setWordWrap(true);
@@ -22,11 +22,19 @@ ReportWindow::ReportWindow(QWidget* parent)
   list_->setObjectName(QStringLiteral("txtReport"));
   list_->setAccessibleName(tr("Differences"));
   list_->setReadOnly(true);
-  auto* copy = new QPushButton(tr("&Copy"), this);
-  copy->setObjectName(QStringLiteral("cmdCopyReport"));
-  close_ = new QPushButton(tr("Close"), this);
-  close_->setObjectName(QStringLiteral("cmdCloseReport"));
+  const auto button = [this](const char* object, const QString& caption) {
+    auto* made = new QPushButton(caption, this);
+    made->setObjectName(QLatin1String(object));
+    return made;
+  };
+  auto* copy = button("cmdCopyReport", tr("&Copy"));
+  rest_ = button("cmdWriteRest", tr("&Write the Rest"));
+  forget_ = button("cmdForgetRest", tr("&Forget It"));
+  close_ = button("cmdCloseReport", tr("Close"));
   close_->setDefault(true);
+  OfferRest(false);
+  connect(rest_, &QPushButton::clicked, this, &ReportWindow::restWanted);
+  connect(forget_, &QPushButton::clicked, this, &ReportWindow::forgetWanted);
   connect(copy, &QPushButton::clicked, this, [this] {
     QGuiApplication::clipboard()->setText(summary_->text() + QLatin1Char('\n') +
                                           list_->toPlainText());
@@ -36,11 +44,19 @@ ReportWindow::ReportWindow(QWidget* parent)
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(copy);
   buttons->addStretch();
+  buttons->addWidget(rest_);
+  buttons->addWidget(forget_);
   buttons->addWidget(close_);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(summary_);
   layout->addWidget(list_);
   layout->addLayout(buttons);
+}
+
+void ReportWindow::OfferRest(bool offered) {
+  if (!offered && (rest_->hasFocus() || forget_->hasFocus())) close_->setFocus();
+  rest_->setVisible(offered);
+  forget_->setVisible(offered);
 }
 
 void ReportWindow::Tell(const QString& summary, const QStringList& lines) {

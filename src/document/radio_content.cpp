@@ -70,6 +70,7 @@ std::vector<UnitSwap> ChangedUnits(const RadioContent& radio, const CloneData& d
     const auto& held = radio.At(unit);
     if (held.empty()) continue;
     UnitData target{unit, DigitsOf(wanted, unit)};
+    if (held.size() == 1 && Contains(held, target.digits)) continue;
     const bool changed = held.size() > 1 || target.digits != DigitsOf(read, unit) ||
                          std::find(unreadable.begin(), unreadable.end(), unit) != unreadable.end();
     if (changed) swaps.push_back({std::move(target), held});

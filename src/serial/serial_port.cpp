@@ -259,7 +259,7 @@ LinkTimers EventLoop::Timers() {
 
 void EventLoop::WaitForEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
 
-bool EventLoop::StopRequested() const { return stop_requested != 0; }
+bool EventLoop::StopRequested() const { return stop_wanted_ || stop_requested != 0; }
 
 void EventLoop::StopOnSignals() {
   if (pipe2(wake_pipe, O_CLOEXEC | O_NONBLOCK) != 0) return;

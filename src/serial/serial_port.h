@@ -52,6 +52,10 @@ class EventLoop final : public EventPump {
   void WaitForEvents() override;
   [[nodiscard]] bool StopRequested() const override;
 
+  // The window's own request, from inside the loop: the running sequence ends before its next exchange.
+  void EndSequence() { stop_wanted_ = true; }
+  void ForgetStop() { stop_wanted_ = false; }
+
   // From now on the first interrupt or termination signal stops the running sequence instead of the
   // program. One loop at a time; call it once, in the command-line tool.
   void StopOnSignals();
@@ -59,6 +63,7 @@ class EventLoop final : public EventPump {
  private:
   class Parts;
   std::unique_ptr<Parts> parts_;
+  bool stop_wanted_ = false;
 };
 
 // A command-line program has no Qt application of its own; this one lives as long as the object.

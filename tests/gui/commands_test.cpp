@@ -11,9 +11,13 @@
 #include "app/service_commands.h"
 #include "app/session.h"
 #include "app/trace_command.h"
+#include "app/unit_commands.h"
+#include "files/backup_folder.h"
 #include "files/clone_file.h"
+#include "files/radio_copy_file.h"
 #include "sim/demo_radio.h"
 #include "support/temp_folder.h"
+#include "widgets/paths.h"
 
 namespace q40::test {
 namespace {
@@ -29,6 +33,15 @@ class FakePrompts final : public Prompts {
     log += "path" + std::to_string(static_cast<int>(kind)) + "? ";
     return path;
   }
+  Instead AskInstead(const QString&) override {
+    log += "instead? ";
+    return instead;
+  }
+  bool Confirm(const char* title, const QString& text) override {
+    log += std::string(title) + "? ";
+    question = text.toStdString();
+    return true;
+  }
   void ShowError(const QString& text) override { log += "error: " + text.toStdString() + ' '; }
   void ShowGone(const QString& text) override { log += "gone: " + text.toStdString() + ' '; }
   void Note(const QString& text) override { note = text.toStdString(); }
@@ -36,6 +49,8 @@ class FakePrompts final : public Prompts {
   std::string TakeLog() { return std::exchange(log, {}); }
 
   Answer answer = Answer::kYes;
+  Instead instead = Instead::kNothing;
+  std::string question;
   std::string path;
   std::string log;
   std::string note;
@@ -44,25 +59,40 @@ class FakePrompts final : public Prompts {
 class Commands : public testing::Test {
  protected:
   void Start(const std::vector<std::string>& faults = {}) {
-    options_.simulation = {true, 0, faults,
-                           [this](std::string_view line) { heard_.append(line) += ' '; }};
+    options_.simulation = {true, 0, faults, [this](std::string_view line) {
+                             heard_.append(line) += ' ';
+                             if (line == stop_at_) session_->Stop();
+                           }};
+    options_.backup_folder = folder_ / "backups";
+    units_.reset();
+    radio_.reset();
+    lists_.reset();
+    files_.reset();
     session_ = std::make_unique<Session>(options_, nullptr);
     files_ = std::make_unique<FileCommands>(*session_, prompts_);
     lists_ = std::make_unique<ListCommands>(*session_, prompts_, *files_);
-    const auto net = [] { return RadioCommands::NetChoice{true, false}; };
+    const auto net = [this] { return RadioCommands::NetChoice{backs_up_, false}; };
     radio_ = std::make_unique<RadioCommands>(*session_, prompts_, *files_,
-                                             RadioCommands::Options{folder_ / "backups", net});
+                                             RadioCommands::Options{options_.backup_folder, net});
+    units_ = std::make_unique<UnitCommands>(*session_, prompts_, *radio_);
   }
   CloneDocument& document() { return session_->document(); }
+  // A document with what the radio holds, without having read it.
+  void OpenDemo() { document().Open(DemoDocument()); }
+  std::string TakeHeard() { return std::exchange(heard_, {}); }
+  bool Told(const std::string& part) { return prompts_.note.find(part) != std::string::npos; }
 
   TempFolder folder_;
   MainOptions options_;
   FakePrompts prompts_;
   std::string heard_;
+  std::string stop_at_;
+  bool backs_up_ = true;
   std::unique_ptr<Session> session_;
   std::unique_ptr<FileCommands> files_;
   std::unique_ptr<ListCommands> lists_;
   std::unique_ptr<RadioCommands> radio_;
+  std::unique_ptr<UnitCommands> units_;
 };
 
 TEST_F(Commands, AFailedOrCancelledSaveCountsAsCancel) {
@@ -196,6 +226,157 @@ TEST(RadioTexts, WhatIsNotAllGoodIsTold) {
   WriteResult damaged;
   damaged.last.note = "1 reply was damaged";
   EXPECT_FALSE(AccountOf(damaged, {}).good);
+}
+
+TEST_F(Commands, ChangesAreWrittenWhereTheRadioIsAsItIsKnown) {
+  Start();
+  OpenDemo();
+  units_->WriteChanges();  // nothing is known: asked, and cancelled
+  EXPECT_EQ(prompts_.TakeLog(), "instead? ");
+  EXPECT_EQ(TakeHeard(), "");
+  prompts_.instead = Prompts::Instead::kBackUp;
+  units_->WriteChanges();
+  EXPECT_EQ(prompts_.TakeLog(), "instead? ");
+  EXPECT_TRUE(Told("Nothing differs")) << prompts_.note;
+  TakeHeard();
+  document().ClearChannel(3);
+  document().SetVersionA(true);
+  units_->WriteChanges();
+  EXPECT_EQ(prompts_.note, "Written and verified: channel 3.");
+  EXPECT_TRUE(TakeHeard().starts_with("KX~WHO KX~F0260R KX~E RXQ40 KX~WHO KX~F0260W"));
+  EXPECT_TRUE(document().image().VersionA && document().HasChanges());  // as a write leaves them
+  units_->WriteChanges();
+  EXPECT_TRUE(Told("Nothing differs") && TakeHeard().empty());
+  // Somebody has used the radio in between: refused, and however often one tries.
+  session_->radio().SetHeld({Unit::Memory(5), std::string(64, 'F')});
+  document().ClearChannel(1);
+  for (int time = 0; time < 2; ++time) {
+    QSignalSpy told(radio_.get(), &RadioCommands::writeTold);
+    units_->WriteChanges();
+    EXPECT_TRUE(Told("! Nothing was written: the radio does not hold")) << prompts_.note;
+    EXPECT_EQ(TakeHeard(), "KX~WHO KX~F0220R KX~F02A0R KX~E ");
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_TRUE(told[0][1].toStringList().join("").contains("Memory 5"));
+  }
+  // What is loaded is for another model: the radio itself says no.
+  document().ChangeModel(0);
+  units_->WriteChanges();
+  EXPECT_TRUE(prompts_.TakeLog().starts_with("error: Model is not correct"));
+  EXPECT_EQ(TakeHeard(), "KX~WHO ");
+}
+
+TEST_F(Commands, AHalfThatIsNotKnownIsNeitherComparedNorWritten) {
+  Start();
+  OpenDemo();
+  radio_->Read(&Sequences::ReadMemory);
+  document().ChangeDialText(0, "999");
+  document().ClearChannel(3);
+  TakeHeard();
+  units_->WriteChanges();
+  EXPECT_EQ(
+      prompts_.note,
+      "Written and verified: channel 3. What the radio holds of its settings is not known, so "
+      "that was neither compared nor written.");
+  EXPECT_EQ(TakeHeard().find("KX~F1D"), std::string::npos);
+}
+
+// The program is killed between the two runs: the second one has only the file.
+TEST_F(Commands, TheRestIsWrittenInThisRunOrTheNext) {
+  for (const bool killed : {false, true}) {
+    Start({"ng@#300"});
+    OpenDemo();
+    document().ClearAllChannels();
+    radio_->Write(Half::kMemory);
+    EXPECT_EQ(prompts_.TakeLog(), "error: Communication Error ");
+    ASSERT_TRUE(session_->unfinished().pending());
+    const std::string whole = radio_->keeper().WayBack();
+    EXPECT_TRUE(whole.ends_with("before a write.Q40")) << whole;
+    EXPECT_TRUE(Told("To go on: choose Write the Rest") && Told(FileName(whole))) << prompts_.note;
+    radio_->BackUp();
+    EXPECT_TRUE(Told("after a broken write"));
+    EXPECT_EQ(radio_->keeper().WayBack(), whole);  // never to a half written state
+    if (killed) {
+      Start();
+      units_->FindRest();
+      EXPECT_TRUE(Told("! A write to an RX-Q40E") && Told("channels 0 to D9") && Told(whole));
+      ASSERT_TRUE(session_->unfinished().pending());
+    }
+    TakeHeard();
+    units_->WriteRest();
+    EXPECT_TRUE(Told("Written and verified: ") && Told("channels ")) << prompts_.note;
+    EXPECT_FALSE(session_->unfinished().pending());
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "backups/unfinished write.txt"));
+    // Of what the radio holds now, everything is known.
+    if (!killed) units_->WriteChanges();
+    EXPECT_EQ(Told("Nothing differs"), !killed);
+  }
+}
+
+TEST_F(Commands, ADamagedRestIsPutAside) {
+  Start();
+  std::filesystem::create_directories(folder_ / "backups");
+  for (int time = 1; time < 3; ++time) {
+    Store(folder_ / "backups/unfinished write.txt", "Korvex RX-Q40 unfinished write 1\nmodel 1\n");
+    units_->FindRest();
+    EXPECT_TRUE(Told("! What was left of a write cannot be read")) << prompts_.note;
+    EXPECT_FALSE(session_->unfinished().pending());
+    EXPECT_TRUE(Told("damaged unfinished write " + std::to_string(time) + ".txt"));
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "backups/unfinished write.txt"));
+}
+
+TEST_F(Commands, ARestoredRadioIsWhatItWas) {
+  Start({"ng@#300"});
+  OpenDemo();
+  ASSERT_TRUE(radio_->BackUp());
+  const std::string backup = LastWholeBackup(folder_ / "backups", 1);
+  backs_up_ = false;
+  document().ClearAllChannels();
+  radio_->Write(Half::kMemory);
+  EXPECT_EQ(prompts_.TakeLog(), "error: Communication Error ");
+  units_->Restore(backup);
+  EXPECT_EQ(prompts_.TakeLog(), "RESTORE OK? ");
+  EXPECT_NE(prompts_.question.find("RX-Q40E"), std::string::npos);
+  EXPECT_NE(prompts_.question.find(FileName(backup)), std::string::npos);
+  EXPECT_FALSE(session_->unfinished().pending());  // it covers what had broken off
+  ASSERT_TRUE(radio_->BackUp());
+  RadioCopy before;
+  RadioCopy after;
+  ASSERT_FALSE(OpenRadioCopy(backup, before));
+  ASSERT_FALSE(OpenRadioCopy(LastWholeBackup(folder_ / "backups", 1), after));
+  EXPECT_EQ(RadioCopyText(before), RadioCopyText(after));
+}
+
+// The exchange in flight is finished, nothing more is sent but the End command.
+TEST_F(Commands, AStopEndsEverythingAtTheNextUnit) {
+  const struct {
+    const char* at;
+    std::function<void()> run;
+    const char* note;
+  } cases[] = {
+      {"KX~F0400R", [this] { radio_->Read(&Sequences::ReadAll); },
+       "! Stopped before memory channel 17. The read broke off: channels 0 to 16"},
+      {"KX~F0040R", [this] { radio_->Read(&Sequences::ReadAll); },
+       "! Stopped before VHF special channel VFO. The read broke off: a part of"},
+      {"KX~F0400R", [this] { radio_->BackUp(); }, "! Stopped before memory channel 17."},
+      {"KX~F0400R", [this] { radio_->Write(Half::kBoth); },
+       "! Stopped before memory channel 17. The backup was not made, so nothing was written."},
+      {"RXQ40", [this] { radio_->Write(Half::kBoth); },
+       "! Stopped before identification. Nothing was written."},
+      {"KX~E", [this] { radio_->Write(Half::kBoth); },
+       "! Stopped before announcement. Nothing was written."},
+  };
+  for (const auto& c : cases) {
+    stop_at_ = c.at;
+    Start();
+    OpenDemo();
+    c.run();
+    EXPECT_TRUE(prompts_.note.starts_with(c.note)) << prompts_.note;
+    EXPECT_TRUE(TakeHeard().ends_with(stop_at_ == "KX~E" ? "KX~E " : stop_at_ + " KX~E ")) << c.at;
+    EXPECT_FALSE(session_->unfinished().pending()) << c.at;
+    EXPECT_EQ(prompts_.TakeLog(), "") << c.at;
+    EXPECT_FALSE(session_->StopRequested());  // the next command runs
+  }
 }
 
 }  // namespace

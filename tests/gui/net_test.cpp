@@ -4,6 +4,7 @@
 #include <QStatusTipEvent>
 
 #include "app/user_options.h"
+#include "files/backup_folder.h"
 #include "files/clone_file.h"
 #include "gui/window_test.h"
 #include "support/process.h"
@@ -46,13 +47,15 @@ TEST_F(Net, AWriteIsBackedUpAndVerified) {
   });
   Trigger("mnuWrSet");
   EXPECT_FALSE(Find("prgStatus").isVisible());
-  const std::string backup = UserOptions::RecentFiles().front();
+  EXPECT_TRUE(UserOptions::RecentFiles().front().ends_with("demo.Q40"));
+  const std::string backup = LastWholeBackup(options_.backup_folder, 1);
   const QString name = QString::fromStdString(backup).split('/').back();
   CloneData kept;
   EXPECT_FALSE(OpenCloneFile(backup, kept).problem);
   EXPECT_EQ(kept.dial[0], "0123456789");
   EXPECT_TRUE(kept.image.ChannelInUse[0]);  // both halves, whatever is written
-  EXPECT_EQ(Status(), "Written and verified. Before, the radio held " + name + " (Recent Files).");
+  EXPECT_EQ(Status(),
+            "Written and verified. Before, the radio held " + name + " (Tools, Backups).");
   EXPECT_EQ(window_->findChild<QWidget*>("frmReport"), nullptr);
   ShowTab(1);
   Press("chkBeep", Qt::Key_Space);
@@ -70,7 +73,7 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     const char* status;
   } cases[] = {
       {"silence@1C20", true, false, "Communication Error", nullptr, "nothing was written"},
-      {"ng@#234", true, true, "Communication Error", "To bring the backup back: open it",
+      {"ng@#234", true, true, "Communication Error", "To bring the backup back: choose Backups",
        "perhaps"},
       {"ng@#3", false, false, "Communication Error", "perhaps", "the rest as before"},
       {"ng@#1", false, false, "Communication Error", nullptr, "Nothing was written"},
@@ -89,7 +92,9 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     ASSERT_EQ(report != nullptr, c.report != nullptr) << c.fault;
     if (report == nullptr) continue;
     EXPECT_TRUE(report->isVisible());
-    EXPECT_EQ(UserOptions::RecentFiles().front().ends_with("demo.Q40"), !c.back_up);
+    // What has ended can be followed by a Write Changes.
+    EXPECT_EQ(Find("cmdWriteRest").isVisible(), c.box != nullptr);
+    EXPECT_EQ(Find<QAction>("mnuWriteRest").isEnabled(), c.box != nullptr);
     EXPECT_TRUE(Find<QLabel>("lblReport").text().contains(c.report)) << c.report;
     EXPECT_EQ(
         Find<QPlainTextEdit>("txtReport").toPlainText().startsWith("Memory 0: In use: \"no\""),
@@ -98,8 +103,16 @@ TEST_F(Net, WhatWentWrongIsToldAtLength) {
     Click("cmdCopyReport");
     EXPECT_TRUE(QApplication::clipboard()->text().endsWith(
         '\n' + Find<QPlainTextEdit>("txtReport").toPlainText()));
-    Trigger("mnuWrSet");  // each fault happens once
-    EXPECT_FALSE(report->isVisible()) << c.fault;
+    if (c.box == nullptr) {
+      Trigger("mnuWriteChanges");
+      EXPECT_TRUE(Status().endsWith("channel 0.")) << Status().toStdString();
+      continue;
+    }
+    answers_.Add([&](QWidget& box) {
+      QTest::mouseClick(static_cast<QMessageBox&>(box).button(kOk), Qt::LeftButton);
+    });
+    Click("cmdForgetRest");
+    EXPECT_FALSE(Find("cmdWriteRest").isVisible() || Find<QAction>("mnuWriteRest").isEnabled());
   }
 }
 
