@@ -227,6 +227,10 @@ TEST_F(Steps, PlacesAndLimits) {
   EXPECT_EQ(data_.image.MemoryTable[7].value[3], -5);
   Undo();
   EXPECT_EQ(part_, kFirstMemoryPart + 7);
+  data_.image.TemplateChannel().value[3] = 6;  // nobody sees it
+  Do(8, {"Model"});
+  Undo();
+  EXPECT_EQ(part_, kFirstSettingPart + 11);
   for (int n = 0; n < 1500; ++n) Do(1 + n % 2);
   EXPECT_EQ(history_.size(), 1500U);
   const std::size_t small = history_.bytes();
