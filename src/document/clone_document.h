@@ -33,6 +33,7 @@ enum class DocumentAct : unsigned char {
   kChangeModel,
   kOpen,
   kImport,
+  kTakeBack,
   kRestore,
 };
 
