@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDateTime>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -30,6 +31,8 @@
 #include "app/frm_main.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
+#include "files/journal.h"
+#include "files/journal_folder.h"
 #include "files/whole_file.h"
 #include "widgets/readable_style.h"
 
@@ -121,12 +124,16 @@ class Session {
     options.program_folder = settings_.path().toStdString();
     options.user_folder = options.program_folder;
     options.backup_folder = options.program_folder + "/backups";
+    options.state_folder = state_folder();
     window_ = std::make_unique<frmMain>(options);
     window_->StartUp();
     window_->activateWindow();
     QTest::qWait(kSettleMs);
   }
 
+  [[nodiscard]] std::string state_folder() const {
+    return settings_.filePath("state").toStdString();
+  }
   [[nodiscard]] frmMain& window() { return *window_; }
   template <class Widget>
   Widget& Find(const char* name) {
@@ -334,6 +341,35 @@ void TakeWriteQuestion(Session& session) {
   session.Find<QAction>("mnuShowChanges").setChecked(false);
 }
 
+// A step to take back, and one to do again.
+void TakeSteps(Session& session) {
+  EditRow(session, 5,
+          [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("optPw_0")->click(); });
+  session.Trigger("mnuUndo");
+  session.TakeMenu("menu-edit", "Edit");
+}
+
+// What a window has left that was interrupted.
+void LeaveUnsaved(Session& session, const CloneData& data) {
+  std::optional<FileProblem> problem;
+  const auto file = NewJournalFile(session.state_folder(), problem);
+  if (file == nullptr) return Complain(QString::fromStdString(problem->Message()));
+  const std::int64_t time = QDateTime({2026, 11, 22}, {14, 3}).toSecsSinceEpoch();
+  problem = file->Write(JournalText({time, {}, {data, "radio.Q40"}}));
+  if (problem) Complain(QString::fromStdString(problem->Message()));
+}
+
+void TakeUnsaved(Session& session) {
+  session.InDialog([&] { session.Start(kFastRadio, {}); },
+                   [&](QWidget& dialog) {
+                     session.Take("unsaved-changes", &dialog);
+                     for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
+                       if (button->text() == "&Discard") button->click();
+                     }
+                   });
+  session.Stop();
+}
+
 // A radio that does not keep memory channel 0, the 23rd exchange of a Write All.
 void TakeWriteReport(Session& session, const std::string& file) {
   session.Start({true, 0, {"not-stored@#23"}}, file);
@@ -427,6 +463,8 @@ void TakeAll(const QString& docs, const QString& look) {
     TakeRedrawnRow(session);
     TakeQuestions(session);
     TakeCheckUp(session);
+    TakeSteps(session);
+    LeaveUnsaved(session, session.window().document().data());
   }
   session.Stop();
   session.Start(kFastRadio, examples + "/radio.Q40");
@@ -435,6 +473,7 @@ void TakeAll(const QString& docs, const QString& look) {
   if (look == "light") TakeWriteQuestion(session);
   session.Stop();
   if (look == "light") {
+    TakeUnsaved(session);
     TakeReading(session);
     TakeWriteReport(session, examples + "/radio.Q40");
     TakeRest(session, examples + "/radio.Q40");

@@ -56,7 +56,7 @@ JournalKeeper::JournalKeeper(const Parts& parts, std::string folder, bool opens_
   connect(&parts.session, &Session::busyChanged, this, &JournalKeeper::NoteBusy);
   connect(&parts.session, &Session::saved, this, [this] {
     saved_ = {at_.session.document().data(), at_.session.path()};
-    Await();
+    Keep();  // there is nothing any more
   });
   // Both may be the last that the program hears before it is ended.
   connect(qApp, &QGuiApplication::commitDataRequest, this, &JournalKeeper::Keep);

@@ -51,8 +51,9 @@ Label LabelOf(const DocumentChange& change, const CloneData& data) {
       return {"Model " + std::string(ModelName(data.model)), Label::kEverywhere, true};
     case Act::kOpen: return {"Open", Label::kEverywhere, true};
     case Act::kImport: return {"Import", Label::kByDifference, true};
-    case Act::kTakeBack: return {"Take Back", Label::kByDifference};
-    default: return {"Restore", Label::kEverywhere, true};
+    case Act::kTakeBack: return {"Take Back"};
+    case Act::kRestore: return {"Restore", Label::kEverywhere, true};
+    default: return {"Change"};
   }
 }
 
@@ -135,7 +136,7 @@ void UndoCommands::Note(const DocumentChange& change) {
     replaces_ = replaces_ || change.anew;
     return;  // one step at the end
   }
-  const bool no_step = change.act == Act::kPart || change.act == Act::kChooseBand;
+  const bool no_step = (change.act == Act::kPart && !change.edit) || change.act == Act::kChooseBand;
   if (no_step || moving_ || IsFilledIn(change)) {
     Amend();
   } else {
