@@ -11,6 +11,7 @@
 #include "app/journal_keeper.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
+#include "app/page_edits.h"
 #include "app/radio_display.h"
 #include "app/safety_net.h"
 #include "app/status_line.h"
@@ -68,8 +69,8 @@ frmMain::frmMain(const MainOptions& options)
   setCentralWidget(&navigation_->tabs());
   new HeldKeys(this);
   ConnectSession();
-  ConnectSettings();
-  ConnectChannels();
+  ConnectEdits(pages_, session_.document());
+  ConnectPages();
   ConnectCommands();
   undo_.Attach(*this, *navigation_, radio_, lists_);
   pages_.Show(kEverything);
@@ -104,53 +105,32 @@ void frmMain::ConnectSession() {
   connect(changes_, &ChangesDesk::opened, this, &frmMain::ShowWindow);
   connect(changes_, &ChangesDesk::placeChosen, checkup_, &CheckUpCommand::placeChosen);
   connect(&net_->backups(), &BackupsCommand::opened, this, &frmMain::ShowWindow);
+  // The journal ends the program when the radio is quiet.
+  connect(journal_, &JournalKeeper::endRequested, &net_->stop(),
+          [this] { net_->stop().StopThen([] {}); });
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
-void frmMain::ConnectSettings() {
+void frmMain::ConnectPages() {
   const auto run = [this](Command command) { return [this, command] { Run(command); }; };
+  const auto note = [this](const QString& text) { prompts_.Note(text); };
   for (const SettingsPage* page : {static_cast<SettingsPage*>(&pages_.settings1()),
                                    static_cast<SettingsPage*>(&pages_.settings2())}) {
-    connect(page, &SettingsPage::settingChosen, this, [this](const Setting& setting, int value) {
-      session_.document().ChangeSetting(setting, value);
-    });
-    connect(page, &SettingsPage::looseBoxClicked, this,
-            [this] { session_.document().ChangeLooseSetting(); });
     connect(page, &SettingsPage::readRequested, this, run(Command::kReadSettings));
     connect(page, &SettingsPage::writeRequested, this, run(Command::kWriteSettings));
   }
-  const SettingsPage1* page = &pages_.settings1();
-  connect(page, &SettingsPage1::modelChosen, this, &frmMain::ChooseModel);
-  connect(page, &SettingsPage1::bandChosen, this, &frmMain::ChooseBand);
-  connect(page, &SettingsPage1::autoSelectRequested, this, run(Command::kAutoSelect));
-  connect(&pages_.settings2(), &SettingsPage2::dialEdited, this,
-          [this](int index, const std::string& text) {
-            session_.document().ChangeDialText(index, text);
-          });
-}
-
-void frmMain::ConnectChannels() {
-  const auto run = [this](Command command) { return [this, command] { Run(command); }; };
-  const auto note = [this](const QString& text) { prompts_.Note(text); };
-  CloneDocument& document = session_.document();
+  const SettingsPage1* settings = &pages_.settings1();
+  connect(settings, &SettingsPage1::modelChosen, this, &frmMain::ChooseModel);
+  connect(settings, &SettingsPage1::bandChosen, this, &frmMain::ChooseBand);
+  connect(settings, &SettingsPage1::autoSelectRequested, this, run(Command::kAutoSelect));
   const MemoryPage* memory = &pages_.memory();
   connect(memory, &MemoryPage::readRequested, this, run(Command::kReadMemory));
   connect(memory, &MemoryPage::writeRequested, this, run(Command::kWriteMemory));
-  connect(memory, &MemoryPage::insertRequested, this,
-          [&document](int n) { document.InsertChannel(n); });
-  connect(memory, &MemoryPage::deleteRequested, this,
-          [&document](int n) { document.DeleteChannel(n); });
-  connect(memory, &MemoryPage::clearRequested, this,
-          [&document](int n) { document.ClearChannel(n); });
-  connect(memory, &MemoryPage::clearAllRequested, this,
-          [&document] { document.ClearAllChannels(); });
   connect(memory, &MemoryPage::noted, this, note);
   connect(memory, &MemoryPage::openRequested, this, [this](int n) {
     if (!IsBusy()) editor_.OpenMemory(n);
   });
   const SpecialChannels* special = &pages_.special();
-  connect(special, &SpecialChannels::clearLimitRequested, this,
-          [&document](int k) { document.ClearLimit(k); });
   connect(special, &SpecialChannels::noted, this, note);
   connect(special, &SpecialChannels::openRequested, this, [this](int k) {
     if (!IsBusy()) editor_.OpenSpecial(k);
@@ -229,8 +209,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
   journal_->Forget();
   event->accept();
 }
-
-void frmMain::WhenQuiet(std::function<void()> then) { net_->stop().StopThen(std::move(then)); }
 
 // ---- commands
 

@@ -1,7 +1,6 @@
 // The program's window. Builds the pages, the menus and the commands, and connects them.
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include <QMainWindow>
@@ -43,9 +42,6 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   void StartUp();
 
   [[nodiscard]] const CloneDocument& document() const { return session_.document(); }
-  // Stops the radio at its next unit, without a question, then runs `then`; at once when it is quiet. For
-  // a program that is told to end.
-  void WhenQuiet(std::function<void()> then);
   // A sequence, a service read or the start-up pause is running.
   [[nodiscard]] bool IsBusy() const { return session_.IsBusy(); }
 
@@ -58,8 +54,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
 
  private:
   void ConnectSession();
-  void ConnectSettings();
-  void ConnectChannels();
+  void ConnectPages();
   void ConnectCommands();
   RadioCommands::Options RadioOptions();
 

@@ -10,6 +10,11 @@
 namespace q40 {
 namespace {
 
+// The radio gets these frequencies in its RPT rows, whatever the rows hold. Intended.
+constexpr Units100Hz RepeaterFrequency(Band band) {
+  return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
+}
+
 std::optional<std::string> Why(const std::optional<CodecError>& error) {
   return error ? std::optional(error->Message()) : std::nullopt;
 }
@@ -73,6 +78,14 @@ std::vector<CellDifference> Unreadable(Unit unit, const std::string& why) {
 }
 
 }  // namespace
+
+CloneData AsWritten(CloneData document) {
+  EncodeSettings(document.settings, document.image);
+  for (const Band band : kBands) {
+    SpecialStore(document.image, band)[kRptRow].value[0] = RepeaterFrequency(band);
+  }
+  return document;
+}
 
 std::optional<std::string> LoadUnit(const UnitData& data, CloneData& document) {
   const Unit unit = data.unit;

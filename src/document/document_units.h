@@ -16,6 +16,10 @@ namespace q40 {
 // channel cannot be encoded, which no reader, editor or import lets happen.
 std::string DigitsOf(const CloneData& document, Unit unit);
 
+// The document as the write commands send it: the settings in their lines, and in the RPT rows the
+// frequencies that the radio always gets there.
+CloneData AsWritten(CloneData document);
+
 // Takes one unit into a document, as a read of it would. No value, or why it cannot be decoded: the
 // document then is as it was.
 std::optional<std::string> LoadUnit(const UnitData& data, CloneData& document);

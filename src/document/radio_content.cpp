@@ -63,6 +63,7 @@ bool UnitSwap::IsKnown(const std::string& digits) const {
 std::vector<UnitSwap> ChangedUnits(const RadioContent& radio, const CloneData& document) {
   CloneData wanted = document;
   EncodeSettings(wanted.settings, wanted.image);
+  const CloneData written = AsWritten(document);
   std::vector<Unit> unreadable;
   const CloneData read = AsRead(radio, wanted, unreadable);
   std::vector<UnitSwap> swaps;
@@ -70,7 +71,9 @@ std::vector<UnitSwap> ChangedUnits(const RadioContent& radio, const CloneData& d
     const auto& held = radio.At(unit);
     if (held.empty()) continue;
     UnitData target{unit, DigitsOf(wanted, unit)};
-    if (held.size() == 1 && Contains(held, target.digits)) continue;
+    // The second is what the radio has when a write command has sent the document.
+    const bool same = Contains(held, target.digits) || Contains(held, DigitsOf(written, unit));
+    if (held.size() == 1 && same) continue;
     const bool changed = held.size() > 1 || target.digits != DigitsOf(read, unit) ||
                          std::find(unreadable.begin(), unreadable.end(), unit) != unreadable.end();
     if (changed) swaps.push_back({std::move(target), held});

@@ -52,7 +52,8 @@ struct UnitSwap {
 };
 
 // The units whose values in the document are others than in the radio, in the order of the wire. One
-// of which nothing is known is none of them. RPT gets the frequency that the document holds.
+// of which nothing is known is none of them. RPT gets the frequency that the document holds; one that
+// has the write commands' own is as it should be.
 std::vector<UnitSwap> ChangedUnits(const RadioContent& radio, const CloneData& document);
 
 // To go on with units some of which may have been written already: each may hold what is known, or what

@@ -9,11 +9,6 @@
 namespace q40 {
 namespace {
 
-// The radio gets these frequencies in its RPT rows, whatever the rows hold. Intended.
-constexpr Units100Hz RepeaterFrequency(Band band) {
-  return (band == Band::kVhf ? 145 : 445) * kUnitsPerMhz;
-}
-
 std::vector<UnitData> DataOf(const CloneData& document, Half half) {
   std::vector<UnitData> data;
   for (const Unit unit : UnitsOf(half)) data.push_back({unit, DigitsOf(document, unit)});
@@ -40,11 +35,7 @@ std::optional<BadUnit> BadUnitOf(const UnitData& unit) {
 }  // namespace
 
 WritePlan MakeWritePlan(const CloneData& document, Half half) {
-  CloneData sent = document;  // the document keeps its lines, and what its RPT rows hold
-  EncodeSettings(sent.settings, sent.image);
-  for (const Band band : kBands) {
-    SpecialStore(sent.image, band)[kRptRow].value[0] = RepeaterFrequency(band);
-  }
+  const CloneData sent = AsWritten(document);
   WritePlan plan;
   if (half != Half::kMemory) plan.settings = DataOf(sent, Half::kSettings);
   if (half != Half::kSettings) plan.memory = DataOf(sent, Half::kMemory);
