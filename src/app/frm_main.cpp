@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include "app/channel_list_command.h"
 #include "app/checkup_command.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
@@ -49,6 +50,7 @@ frmMain::frmMain(const MainOptions& options)
       checkup_(new CheckUpCommand(session_, *this)),
       help_(new HelpDesk(*this, [this] { return navigation_->Front(); })),
       menus_(new MainMenus(*this)),
+      channels_(new ChannelListCommand(session_, pages_, *this)),
       editor_(pages_, session_.document(), *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(Shown(kWindowTitle));
@@ -66,8 +68,11 @@ frmMain::frmMain(const MainOptions& options)
   pages_.ChangeFont();
 }
 
-// The pages go first: a box that loses the focus hands over what was typed.
-frmMain::~frmMain() { delete takeCentralWidget(); }
+// Who edits goes first: a box that loses the focus hands over what was typed.
+frmMain::~frmMain() {
+  delete channels_;
+  delete takeCentralWidget();
+}
 
 // The check marks, and not what is remembered of them: that may be out of reach.
 RadioCommands::Options frmMain::RadioOptions() {
@@ -88,6 +93,8 @@ void frmMain::ConnectSession() {
   display_->Follow(service_);
   connect(display_, &RadioDisplay::opened, this, &frmMain::ShowWindow);
   connect(checkup_, &CheckUpCommand::opened, this, &frmMain::ShowWindow);
+  connect(channels_, &ChannelListCommand::opened, this, &frmMain::ShowWindow);
+  connect(channels_, &ChannelListCommand::noted, checkup_, &CheckUpCommand::ShowNotesOf);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
@@ -251,6 +258,7 @@ void frmMain::Execute(Command command) {
     case Command::kChoosePort: return ChoosePort();
     case Command::kCheckUp: return checkup_->Show();
     case Command::kCheckAgain: return checkup_->CheckAgain();
+    case Command::kChannelList: return channels_->Show();
     case Command::kImportNotes: return checkup_->ShowNotes();
     case Command::kService: return navigation_->ShowService();
     case Command::kServiceDump: return service_.Dump();

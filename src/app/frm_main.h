@@ -18,6 +18,7 @@
 
 namespace q40 {
 
+class ChannelListCommand;
 class CheckUpCommand;
 class HelpDesk;
 class MainMenus;
@@ -85,6 +86,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   CheckUpCommand* checkup_;
   HelpDesk* help_;
   MainMenus* menus_;
+  ChannelListCommand* channels_;
   ChannelEditor editor_;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it
 };

@@ -30,6 +30,8 @@ class MainPages {
   // Rows that are skipped and come from the list have a star in their titles.
   void ShowImported(const ImportReport& report);
   void ChangeFont();
+  // Every value of the channel grids under its own heading, whatever has drawn it.
+  void ShowByHeading(bool on) const;
 
   // While locked, no command of a page changes anything.
   void SetLocked(bool locked);

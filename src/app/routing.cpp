@@ -23,6 +23,9 @@ std::span<const CommandRow> CommandRows() {
 
       {"mnuViewToolbar", Menu::kView, "&Toolbar", kNoKey, "", C::kNone, "", "tbToolBar"},
       {"mnuStatusBar", Menu::kView, "&Status Bar", kNoKey, "", C::kNone, "", "sbStatusBar"},
+      {nullptr, Menu::kView},
+      {kCellsByHeadingEntry, Menu::kView, "&Cells by Heading", kNoKey, "", C::kNone, "", "",
+       kCellsByHeadingOption},
 
       {"mnuReSet", Menu::kRadio, "&Read Settings", kNoKey, "F5", C::kMenuReadSettings},
       {"mnuReMem", Menu::kRadio, "Read &Memory", kNoKey, "F6", C::kMenuReadMemory},
@@ -33,6 +36,7 @@ std::span<const CommandRow> CommandRows() {
       {"mnuWrAll", Menu::kRadio, "Write A&ll", kNoKey, "Shift+F7", C::kMenuWriteAll},
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", C::kChoosePort},
+      {"mnuChannelList", Menu::kTools, "Channel &List...", kNoKey, "Ctrl+L", C::kChannelList},
       {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", C::kCheckUp},
       {kImportNotesEntry, Menu::kTools, "&Import Notes...", kNoKey, "", C::kImportNotes},
       {nullptr, Menu::kTools},
@@ -62,6 +66,8 @@ std::span<const CommandHint> CommandHints() {
       {"mnuVerify", "Reads back what was written and lists what the radio did not keep."},
       {"mnuCheckUp", "Lists what the radio or a file would not keep, and likely mistakes."},
       {"mnuImportNotes", "Lists what the last import did not take as it is written."},
+      {"mnuChannelList", "All channels in a table that is edited in place."},
+      {kCellsByHeadingEntry, "Shows every value of the channel grids under its own heading."},
       {"mnuToolsService", "Raw blocks of the radio's memory."}};
   return hints;
 }

@@ -13,6 +13,8 @@ inline constexpr const char* kRecentFilesEntry = "mnuRecentFiles";  // a menu of
 inline constexpr const char* kVerifyOption = "VerifyAfterWriting";
 inline constexpr const char* kVerifyEntry = "mnuVerify";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
+inline constexpr const char* kCellsByHeadingOption = "CellsByHeading";
+inline constexpr const char* kCellsByHeadingEntry = "mnuCellsByHeading";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 
 // What the window can be told to do. The compiler sees to it that each is carried out.
@@ -41,6 +43,7 @@ enum class Command : unsigned char {
   kCheckUp,
   kCheckAgain,
   kImportNotes,
+  kChannelList,
   kService,
   kServiceDump,
   kHelp,

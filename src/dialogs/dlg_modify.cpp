@@ -37,11 +37,6 @@ constexpr std::array<Variant, kSpecialChannelCount> kSpecialVariants = {
      {"Modify PH Parameters", "PH"},
      {"Modify PL Channel Parameters", "PL"}}};
 
-// What the repeater-access row does not carry.
-constexpr Field kDisabledInRepeaterRow[] = {Field::kStep,        Field::kAtt,   Field::kRpt,
-                                            Field::kBatterySave, Field::kPower, Field::kMid,
-                                            Field::kBandwidth,   Field::kClock};
-
 // Hint "(UHF: 400.000-511.995MHz)" from the range text "(400.000-511.995MHz)".
 QString Hint(const char* band, std::string_view range) {
   range = range.substr(std::min<std::size_t>(1, range.size()));
@@ -110,11 +105,7 @@ void dlgModify::ShowVariant() {
 
   const bool repeater = RepeaterRow();
   for (QLabel* label : frequency_labels_) label->setEnabled(!repeater);
-  const auto enabled = [&](Field field) {
-    return !repeater ||
-           std::find(std::begin(kDisabledInRepeaterRow), std::end(kDisabledInRepeaterRow), field) ==
-               std::end(kDisabledInRepeaterRow);
-  };
+  const auto enabled = [&](Field field) { return !repeater || !DisabledInRepeaterRow(field); };
   for (const Group& group : groups_) {
     group.frame->setEnabled(enabled(group.field));
     for (QAbstractButton* button : group.buttons->buttons()) {

@@ -16,6 +16,11 @@ constexpr Field kUnsetInRepeaterRow[] = {Field::kStep, Field::kPower,       Fiel
 // Check boxes that are unticked in it on opening.
 constexpr Field kUntickedInRepeaterRow[] = {Field::kRpt, Field::kClock, Field::kBclo};
 
+// What the repeater-access row does not carry.
+constexpr Field kDisabledInRepeaterRow[] = {Field::kStep,        Field::kAtt,   Field::kRpt,
+                                            Field::kBatterySave, Field::kPower, Field::kMid,
+                                            Field::kBandwidth,   Field::kClock};
+
 constexpr std::string_view kRepeaterMhz = "Repeater";
 constexpr std::string_view kRepeaterFraction = "r";
 
@@ -40,6 +45,11 @@ bool IsText(Field field) {
 }
 
 }  // namespace
+
+bool DisabledInRepeaterRow(Field field) {
+  return std::find(std::begin(kDisabledInRepeaterRow), std::end(kDisabledInRepeaterRow), field) !=
+         std::end(kDisabledInRepeaterRow);
+}
 
 DialogValues ValuesOf(const ChannelRecord& record, ChannelKind kind, bool repeater_row) {
   DialogValues values;

@@ -26,6 +26,9 @@ struct DialogValues {
   bool operator==(const DialogValues&) const = default;
 };
 
+// What the dialog does not let anybody change in the repeater-access row, beside the frequency.
+bool DisabledInRepeaterRow(Field field);
+
 // The dialog on a record. The repeater-access row shows "Repeater" for its frequency, leaves unset
 // what it does not carry, and unticks BCLO whatever the record holds (intended).
 DialogValues ValuesOf(const ChannelRecord& record, ChannelKind kind, bool repeater_row);

@@ -29,7 +29,7 @@ int ChannelGridModel::columnCount(const QModelIndex& parent) const {
 }
 
 Field ChannelGridModel::FieldAt(int row, int column) const {
-  if (rows_[static_cast<std::size_t>(row)].order == Order::kByHeading) {
+  if (by_heading_ || rows_[static_cast<std::size_t>(row)].order == Order::kByHeading) {
     return kHeadingFields[static_cast<std::size_t>(column)];
   }
   return FieldIn(kind_, column);
@@ -94,6 +94,11 @@ void ChannelGridModel::Redraw(int first, int last, Order order) {
 void ChannelGridModel::StarTitle(int row) {
   rows_[static_cast<std::size_t>(row)].starred = true;
   emit headerDataChanged(Qt::Vertical, row, row);
+}
+
+void ChannelGridModel::ShowByHeading(bool on) {
+  by_heading_ = on;
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void ChannelGridModel::SetCellFont(const QFont& font) {
