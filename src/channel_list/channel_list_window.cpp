@@ -222,7 +222,10 @@ void ChannelListWindow::MakeFind() {
     FindNext(false);
   });
   connect(hide_empty_, &QCheckBox::toggled, this, [this](bool hide) {
-    for (const ChannelTable* table : {memory_, special_}) table->rows().SetHideEmpty(hide);
+    for (ChannelTable* table : {memory_, special_}) {
+      table->rows().SetHideEmpty(hide);
+      table->KeepCurrent();
+    }
   });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
           &ChannelListWindow::ShowAll);
@@ -230,8 +233,9 @@ void ChannelListWindow::MakeFind() {
 
 void ChannelListWindow::Narrow(const QString& text) {
   int found = 0;
-  for (const ChannelTable* table : {memory_, special_}) {
+  for (ChannelTable* table : {memory_, special_}) {
     table->rows().SetWanted(text);
+    table->KeepCurrent();
     found += table->rows().rowCount();
   }
   Say(text.trimmed().isEmpty() ? QString() : tr("Found in %1 channels.").arg(found));
@@ -290,6 +294,7 @@ void ChannelListWindow::Show(const DocumentChange& change) {
   for (ChannelTable* table : {memory_, special_}) {
     if (!change.edit) table->FinishEdit(false);
     table->channels().Show(change);
+    table->KeepCurrent();
   }
 }
 

@@ -118,6 +118,10 @@ void ChannelTable::GoTo(const QModelIndex& cell) {
   scrollTo(cell);
 }
 
+void ChannelTable::KeepCurrent() {
+  if (!currentIndex().isValid()) GoTo(rows_->index(0, ShownColumns().front()));
+}
+
 void ChannelTable::FinishEdit(bool take) {
   if (state() != EditingState) return;
   QWidget* editor = indexWidget(currentIndex());

@@ -32,6 +32,8 @@ class ChannelTable final : public QTableView {
   void Select(const std::vector<ChannelPlace>& places);
   // Makes a cell current, selects its row and scrolls to it.
   void GoTo(const QModelIndex& cell);
+  // There is a current cell as long as there is a row.
+  void KeepCurrent();
   // Hands over what is being typed; or gives it up.
   void FinishEdit(bool take);
 

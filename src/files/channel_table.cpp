@@ -189,19 +189,20 @@ class Paste {
   ImportReport Report() { return std::move(report_); }
 
  private:
-  // Empty also where the row ends before the column.
-  [[nodiscard]] std::string_view At(Field field) const {
+  // Whether the row has an item for the field: it may end before the column.
+  [[nodiscard]] bool Has(Field field) const { return ColumnOfItem(field) < row_->items.size(); }
+  [[nodiscard]] std::size_t ColumnOfItem(Field field) const {
     const auto column = std::find(table_.columns.begin(), table_.columns.end(), field);
-    const auto at = static_cast<std::size_t>(column - table_.columns.begin());
-    if (at >= row_->items.size()) return {};
-    const std::string_view item = row_->items[at];
+    const bool none = column == table_.columns.end();
+    return none ? row_->items.size() : static_cast<std::size_t>(column - table_.columns.begin());
+  }
+  [[nodiscard]] std::string_view At(Field field) const {
+    if (!Has(field)) return {};
+    const std::string_view item = row_->items[ColumnOfItem(field)];
     // What a channel list says of a special channel for fields that it does not have.
     const bool none = !HasField(ChannelKind::kSpecial, field) &&
                       (row_->special || place_.kind == ChannelKind::kSpecial);
     return none && SaysNothing(field, item) ? std::string_view() : item;
-  }
-  [[nodiscard]] bool Has(Field field) const {
-    return std::find(table_.columns.begin(), table_.columns.end(), field) != table_.columns.end();
   }
   [[nodiscard]] bool IsEmpty() const {
     return std::all_of(kReadingOrder.begin(), kReadingOrder.end(), [&](Field field) {
