@@ -54,6 +54,7 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setFrame(false);
     box->addItems(choices);
+    box->lineEdit()->setAccessibleName(heading);
     editor = box;
   }
   editor->setAccessibleName(heading);

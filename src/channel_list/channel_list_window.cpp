@@ -89,7 +89,7 @@ ChannelListWindow::ChannelListWindow(CloneDocument& document, QWidget* owner)
     if (!locked_) commands_->MoveTo(*memory_, to);
   });
   const auto follow = [this] {
-    for (QAction* action : memory_only_) action->setEnabled(!special_->hasFocus());
+    for (QAction* action : memory_only_) action->setEnabled(&Active() == memory_);
   };
   connect(qApp, &QApplication::focusChanged, this, follow);
   memory_->setFocus();
@@ -156,7 +156,9 @@ void ChannelListWindow::MakeMenus() {
           if (locked_ && !row.reads_only) {
             return Say(tr("Please wait until the radio is done."));
           }
-          (commands_->*row.run)(Active());
+          if (!row.memory_only || &Active() == memory_) {
+            (commands_->*row.run)(Active());
+          }
         });
     // In the tables alone: the keys mean other things in the box above them.
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -262,7 +264,7 @@ void ChannelListWindow::ShowAll() {
 void ChannelListWindow::NextPart(bool backward) {
   const std::array<QWidget*, 3> parts = {find_, memory_, special_};
   std::size_t at = 0;
-  while (at < parts.size() && !parts[at]->hasFocus()) ++at;
+  while (at < parts.size() && parts[at] != focusWidget()) ++at;
   parts[(at + (backward ? 2 : 1)) % parts.size()]->setFocus(Qt::ShortcutFocusReason);
 }
 
