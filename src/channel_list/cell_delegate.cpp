@@ -113,24 +113,23 @@ bool CellDelegate::LeaveBy(QWidget& editor, int rows, int columns) {
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   QStyledItemDelegate::paint(painter, option, index);
+  painter->save();
   const QRect cell = option.rect;
+  const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
+  if (view != nullptr && view->currentIndex() == index && view->hasFocus()) {
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    painter->setPen(
+        QPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text), 2));
+    painter->drawRect(cell.adjusted(1, 1, -2, -2));
+  }
   if (!index.data(ChannelListModel::kMarkRole).toString().isEmpty()) {
-    const int size = cell.height() / 3;
-    const QPoint corner = cell.topRight();
-    painter->save();
+    const int size = cell.height() / 2;
+    const QPoint corner = cell.topRight() + QPoint(1, 0);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(MarkColor(option));
     painter->drawPolygon(QPolygon({corner, corner - QPoint(size, 0), corner + QPoint(0, size)}));
-    painter->restore();
   }
-  const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
-  if (view == nullptr || view->currentIndex() != index || !view->hasFocus()) return;
-  const bool selected = option.state.testFlag(QStyle::State_Selected);
-  painter->save();
-  painter->setPen(
-      QPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text), 2));
-  painter->drawRect(cell.adjusted(1, 1, -2, -2));
   painter->restore();
 }
 
