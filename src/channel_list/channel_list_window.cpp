@@ -325,7 +325,8 @@ QByteArray ChannelListWindow::State() const {
   QByteArray state;
   QDataStream out(&state, QIODevice::WriteOnly);
   out << saveGeometry() << parts_->saveState() << memory_->horizontalHeader()->saveState()
-      << special_->horizontalHeader()->saveState() << hide_empty_->isChecked();
+      << special_->horizontalHeader()->saveState() << hide_empty_->isChecked()
+      << memory_->model()->columnCount();
   return state;
 }
 
@@ -335,9 +336,10 @@ void ChannelListWindow::Restore(const QByteArray& state) {
   QByteArray memory;
   QByteArray special;
   bool hide = false;
+  int columns = 0;
   QDataStream in(state);
-  in >> geometry >> parts >> memory >> special >> hide;
-  if (in.status() != QDataStream::Ok) return;
+  in >> geometry >> parts >> memory >> special >> hide >> columns;
+  if (in.status() != QDataStream::Ok || columns != memory_->model()->columnCount()) return;
   restoreGeometry(geometry);
   parts_->restoreState(parts);
   memory_->horizontalHeader()->restoreState(memory);

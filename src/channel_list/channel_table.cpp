@@ -18,8 +18,10 @@ ChannelTable::ChannelTable(ChannelListModel& channels, QWidget* parent)
   setItemDelegate(cells);
   connect(cells, &CellDelegate::refused, this, &ChannelTable::said);
   connect(cells, &CellDelegate::left, this, &ChannelTable::Leave);
-  connect(&channels, &ChannelListModel::refused, this, &ChannelTable::said);
-  connect(&channels, &ChannelListModel::followed, this, &ChannelTable::said);
+  // After the cell that the user goes to has had its say.
+  for (const auto told : {&ChannelListModel::refused, &ChannelListModel::followed}) {
+    connect(&channels, told, this, &ChannelTable::said, Qt::QueuedConnection);
+  }
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
   setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
@@ -67,6 +69,13 @@ std::vector<ChannelPlace> ChannelTable::PlacesFromCurrent() const {
     places.push_back(rows_->PlaceAt(row));
   }
   return places;
+}
+
+std::optional<ChannelPlace> ChannelTable::ShownBeside(const ChannelPlace& place, int by) const {
+  const QModelIndex shown = rows_->mapFromSource(channels().index(channels().RowAt(place), 0));
+  const int row = shown.row() + by;
+  if (!shown.isValid() || row < 0 || row >= rows_->rowCount()) return std::nullopt;
+  return rows_->PlaceAt(row);
 }
 
 std::vector<int> ChannelTable::ShownColumns() const {

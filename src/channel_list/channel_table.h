@@ -21,6 +21,8 @@ class ChannelTable final : public QTableView {
   [[nodiscard]] std::vector<ChannelPlace> SelectedPlaces() const;
   // The rows that are shown, from the current one on.
   [[nodiscard]] std::vector<ChannelPlace> PlacesFromCurrent() const;
+  // The row that is shown above (-1) or below (1) one that is.
+  [[nodiscard]] std::optional<ChannelPlace> ShownBeside(const ChannelPlace& place, int by) const;
   // The columns that are shown, as they stand; model columns.
   [[nodiscard]] std::vector<int> ShownColumns() const;
   [[nodiscard]] std::vector<Field> ShownFields() const;

@@ -52,8 +52,12 @@ QString Listed(const QStringList& names) {
 RowCommands::RowCommands(CloneDocument& document, QWidget& window)
     : QObject(&window), document_(document), window_(window) {}
 
-void RowCommands::Store(const CloneImage& image, const QString& account) {
-  emit said(document_.StoreChannels(image) ? account : tr("Nothing has changed by that."));
+// What is said comes last: a cell that becomes current has something to say too.
+void RowCommands::Store(const CloneImage& image, const QString& account, ChannelTable* table,
+                        const Places& select) {
+  const bool changed = document_.StoreChannels(image);
+  if (table != nullptr) table->Select(select);
+  emit said(changed ? account : tr("Nothing has changed by that."));
 }
 
 // ---- the clipboard
@@ -111,8 +115,8 @@ void RowCommands::Paste(ChannelTable& table) {
     account += tr(" Not understood: %1.").arg(report.note_count);
     emit noted(account, report);
   }
-  emit said(account);
   table.Select(places);
+  emit said(account);
 }
 
 // ---- values
@@ -249,8 +253,8 @@ void RowCommands::Duplicate(ChannelTable& table) {
   if (!MayFallOff(table, behind, static_cast<int>(places.size()))) return;
   CloneImage image = document_.image();
   const int first = DuplicateMemoryChannels(image, MemoryRowsOf(places));
-  Store(image, tr("Duplicated: %1.").arg(Counted(places.size())));
-  table.Select(MemoryPlaces(first, places.size()));
+  Store(image, tr("Duplicated: %1.").arg(Counted(places.size())), &table,
+        MemoryPlaces(first, places.size()));
 }
 
 // As many as are selected, before the first of them.
@@ -275,9 +279,10 @@ void RowCommands::Delete(ChannelTable& table) {
   }
   CloneImage image = document_.image();
   DeleteMemoryChannels(image, MemoryRowsOf(places));
-  Store(image, names.isEmpty() ? tr("Deleted: %1 that were empty.").arg(Counted(places.size()))
-                               : tr("Deleted: %1.").arg(Listed(names)));
-  table.Select({places.front()});
+  const QString account = names.isEmpty()
+                              ? tr("Deleted: %1 that were empty.").arg(Counted(places.size()))
+                              : tr("Deleted: %1.").arg(Listed(names));
+  Store(image, account, &table, {places.front()});
 }
 
 void RowCommands::MoveTo(ChannelTable& table, int to) {
@@ -285,20 +290,17 @@ void RowCommands::MoveTo(ChannelTable& table, int to) {
   if (places.empty()) return;
   CloneImage image = document_.image();
   const int first = MoveMemoryChannels(image, MemoryRowsOf(places), to);
-  Store(image, tr("Moved: %1.").arg(Counted(places.size())));
-  table.Select(MemoryPlaces(first, places.size()));
+  Store(image, tr("Moved: %1.").arg(Counted(places.size())), &table,
+        MemoryPlaces(first, places.size()));
 }
 
-// By one channel, in their order; rows apart are gathered.
+// By one of the rows that are shown, in their order; rows apart are gathered.
 void RowCommands::Step(ChannelTable& table, int by) {
   const Places places = table.SelectedPlaces();
   if (places.empty()) return emit said(tr("No rows are selected."));
-  const int first = places.front().index;
-  const int last = places.back().index;
-  if (by < 0 ? first == 0 : last == kMemoryChannelCount - 1) {
-    return emit said(tr("There is no channel beyond."));
-  }
-  MoveTo(table, by < 0 ? first - 1 : last + 2);
+  const auto beyond = table.ShownBeside(by < 0 ? places.front() : places.back(), by);
+  if (!beyond) return emit said(tr("There is no channel beyond."));
+  MoveTo(table, by < 0 ? beyond->index : beyond->index + 1);
 }
 
 void RowCommands::Sort(ChannelTable& table, bool descending) {

@@ -50,7 +50,8 @@ class RowCommands final : public QObject {
   void Sort(ChannelTable& table, bool descending);
   QString SetIn(const Places& places, Field field, const ValueOf& value);
   bool MayFallOff(const ChannelTable& table, int n, int count);
-  void Store(const CloneImage& image, const QString& account);
+  void Store(const CloneImage& image, const QString& account, ChannelTable* table = nullptr,
+             const Places& select = {});
 
   CloneDocument& document_;
   QWidget& window_;

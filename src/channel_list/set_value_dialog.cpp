@@ -37,7 +37,7 @@ SetValueDialog::SetValueDialog(std::vector<Choice> choices, int current, int cha
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* layout = new QFormLayout(this);
-  layout->addRow(new QLabel(tr("In %n selected channel(s):", "", channels), this));
+  layout->addRow(new QLabel(tr("Selected channels: %1").arg(channels), this));
   layout->addRow(tr("&Field"), field_);
   layout->addRow(tr("&Value"), value_);
   layout->addRow(why_);

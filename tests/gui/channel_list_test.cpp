@@ -22,8 +22,9 @@ class ChannelList : public Window {
     Trigger("mnuChannelList");
     List().activateWindow();
     Activate(List());
-    mirror_ = std::make_unique<GridMirror>(*Table().model());
-    special_mirror_ = std::make_unique<GridMirror>(*Table(kSpecials).model());
+    mirror_ = std::make_unique<GridMirror>(Table().channels());
+    special_mirror_ = std::make_unique<GridMirror>(Table(kSpecials).channels());
+    new QAbstractItemModelTester(Table().model(), &List());
   }
   void TearDown() override {
     for (const auto* mirror : {mirror_.get(), special_mirror_.get()}) {
@@ -32,7 +33,10 @@ class ChannelList : public Window {
   }
   ChannelListWindow& List() { return Find<ChannelListWindow>("ChannelListWindow"); }
   ChannelTable& Table(const QString& name = kChannels) { return Find<ChannelTable>(name); }
-  QString Said() { return Find<QLabel>("lblListStatus").text(); }
+  QString Said() {
+    QApplication::processEvents();
+    return Find<QLabel>("lblListStatus").text();
+  }
   int Column(Field field, const QString& name = kChannels) {
     int column = 0;
     while (Table(name).channels().FieldAt(column) != field) ++column;
@@ -74,7 +78,7 @@ class ChannelList : public Window {
   int Notices(const std::function<void()>& run) {
     int notices = 0;
     const auto counting =
-        QObject::connect(Table().model(), &QAbstractItemModel::dataChanged, [&] { ++notices; });
+        QObject::connect(&Table().channels(), &QAbstractItemModel::dataChanged, [&] { ++notices; });
     run();
     QObject::disconnect(counting);
     return notices;
@@ -119,6 +123,9 @@ TEST_F(ChannelList, CellsAreTypedOverAndRefuseWithTheReason) {
   Type("sea");
   EXPECT_EQ(Text(4, Field::kName), "SEA");
   EXPECT_EQ(Table().currentIndex(), At(5, Field::kName));
+  GoTo(3, Field::kShiftFrequency);
+  Type("0.65");
+  EXPECT_EQ(Said(), "With it: Step 5KHz.");
   GoTo(4, Field::kTone);
   Type("ts", Qt::Key_Backtab);  // the list finds it
   EXPECT_EQ(Text(4, Field::kTone), "TSQ");
@@ -317,8 +324,10 @@ TEST_F(ChannelList, FindNarrowsAndEscShowsAll) {
     EXPECT_EQ(Text(Table().currentIndex().row(), Field::kName), name);
     EXPECT_EQ(Table().currentIndex().column(), Column(Field::kShift));
   }
-  Trigger("mnuListFindPrevious");
-  EXPECT_EQ(Text(Table().currentIndex().row(), Field::kName), "HILL");
+  EXPECT_EQ(Notices([&] { Trigger("mnuListMoveUp"); }), 1);  // by what is shown
+  EXPECT_EQ(Frequencies(0, 2), "145.625 145.6");
+  Trigger("mnuListFindPrevious");  // around the end
+  EXPECT_EQ(Text(Table().currentIndex().row(), Field::kName), "CLUB");
   QTest::keyClick(&Table(), Qt::Key_Escape);
   EXPECT_EQ(rows(), in_use);
   Click("chkHideEmpty");
