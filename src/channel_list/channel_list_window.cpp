@@ -170,6 +170,10 @@ void ChannelListWindow::MakeMenus() {
       special_->addAction(action);
     }
   }
+  MakeViewMenu();
+}
+
+void ChannelListWindow::MakeViewMenu() {
   QMenu* view = menuBar()->addMenu(tr("&View"));
   AddAction(*view, "mnuListFind", tr("&Find"), QStringLiteral("Ctrl+F"), [this] {
     find_->setFocus(Qt::ShortcutFocusReason);

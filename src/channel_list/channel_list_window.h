@@ -50,6 +50,7 @@ class ChannelListWindow final : public QMainWindow {
  private:
   void LayOut();
   void MakeMenus();
+  void MakeViewMenu();
   void MakeFind();
   QAction* AddAction(QMenu& menu, const char* name, const QString& caption, const QString& keys,
                      std::function<void()> run);

@@ -109,7 +109,8 @@ void RowCommands::Paste(ChannelTable& table) {
   CloneImage image = document_.image();
   const ImportReport report = PasteTable(copied, own, document_.model(), places, image);
   const bool changed = document_.StoreChannels(image);
-  QString account = changed ? tr("Pasted: %1.").arg(Counted(places.size()))
+  const auto passed_over = static_cast<std::size_t>(report.passed_over_count);
+  QString account = changed ? tr("Pasted: %1.").arg(Counted(places.size() - passed_over))
                             : tr("The paste has changed nothing.");
   if (report.note_count > 0) {
     account += tr(" Not understood: %1.").arg(report.note_count);

@@ -73,20 +73,20 @@ std::optional<PastedFrequency> Frequency(std::string_view text) {
 
 // The entry that a text means: the same word, the same number, or the only one that begins so.
 std::optional<int> ChoiceIn(const std::vector<std::string>& choices, Field field,
-                            std::string_view text) {
-  std::string number(text);
+                            std::string_view typed) {
+  std::string number(typed);
   std::replace(number.begin(), number.end(), ',', '.');
-  const bool is_number = text.find_first_not_of("0123456789.,") == std::string_view::npos;
+  const bool is_number = typed.find_first_not_of("0123456789.,") == std::string_view::npos;
   std::optional<int> begun;
   int begins = 0;
   for (std::size_t i = 0; i < choices.size(); ++i) {
     const std::string_view choice = Trimmed(WithoutUnit(field, choices[i]));
     const auto at = static_cast<int>(i);
-    if (SameWord(choice, text) || SameWord(choices[i], text)) return at;
+    if (SameWord(choice, typed) || SameWord(choices[i], typed)) return at;
     if (is_number && IsDigit(choice.front()) && LeadingNumber(choice) == LeadingNumber(number)) {
       return at;
     }
-    if (StartsWith(choice, text) && ++begins == 1) begun = at;
+    if (StartsWith(choice, typed) && ++begins == 1) begun = at;
   }
   return begins == 1 ? begun : std::nullopt;
 }

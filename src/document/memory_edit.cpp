@@ -93,16 +93,18 @@ void InsertMemoryChannels(CloneImage& image, int n, int count) {
 }
 
 void DeleteMemoryChannels(CloneImage& image, MemoryRows rows) {
-  for (auto row = rows.rbegin(); row != rows.rend(); ++row) DeleteMemoryChannel(image, *row);
+  int gone = 0;  // above the row, each of which has moved it up
+  for (const int row : rows) DeleteMemoryChannel(image, row - gone++);
 }
 
 int DuplicateMemoryChannels(CloneImage& image, MemoryRows rows) {
   const int first = rows.back() + 1;
   const int room = std::min(static_cast<int>(rows.size()), kMemoryChannelCount - first);
   InsertMemoryChannels(image, first, room);
-  for (int i = 0; i < room; ++i) {
-    Copy(image, static_cast<std::size_t>(rows[static_cast<std::size_t>(i)]),
-         static_cast<std::size_t>(first + i));
+  int to = first;
+  for (const int row : rows.first(static_cast<std::size_t>(room))) {
+    Copy(image, static_cast<std::size_t>(row), static_cast<std::size_t>(to));
+    ++to;
   }
   return first;
 }

@@ -284,7 +284,7 @@ TEST_F(ChannelList, TheClipboardGoesToSpreadsheetsAndBack) {
   Select({20});
   Do("mnuListPaste");
   EXPECT_EQ(Frequencies(20, 2), "145.775 -");
-  EXPECT_EQ(Said(), "Pasted: 2 channels. Not understood: 2.");
+  EXPECT_EQ(Said(), "Pasted: 1 channel. Not understood: 2.");
   ASSERT_TRUE(Find("frmImportNotes").isVisible());
   auto& notes = Find<QTableWidget>("tblImportNotes");
   EXPECT_EQ(notes.item(0, 2)->text(), "Colour");
