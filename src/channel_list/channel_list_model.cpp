@@ -37,7 +37,7 @@ ChannelPlace ChannelListModel::PlaceAt(int row) const {
           row % kSpecialChannelCount};
 }
 
-int ChannelListModel::RowAt(const ChannelPlace& place) const {
+int ChannelListModel::RowAt(const ChannelPlace& place) {
   return place.index + static_cast<int>(place.band) * kSpecialChannelCount;
 }
 

@@ -23,7 +23,7 @@ class ChannelListModel final : public QAbstractTableModel {
   [[nodiscard]] Field FieldAt(int column) const {
     return fields_[static_cast<std::size_t>(column)];
   }
-  [[nodiscard]] int RowAt(const ChannelPlace& place) const;
+  [[nodiscard]] static int RowAt(const ChannelPlace& place);
   // "145.5 HOME" of a row in use, for messages: "channel 7 (145.5000 HOME)".
   [[nodiscard]] QString Described(const ChannelPlace& place) const;
 

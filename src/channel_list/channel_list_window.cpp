@@ -160,6 +160,7 @@ void ChannelListWindow::MakeMenus() {
             (commands_->*row.run)(Active());
           }
         });
+    action->setAutoRepeat(false);  // a held key runs its command once
     // In the tables alone: the keys mean other things in the box above them.
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     parts_->addAction(action);

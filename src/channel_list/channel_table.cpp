@@ -72,7 +72,8 @@ std::vector<ChannelPlace> ChannelTable::PlacesFromCurrent() const {
 }
 
 std::optional<ChannelPlace> ChannelTable::ShownBeside(const ChannelPlace& place, int by) const {
-  const QModelIndex shown = rows_->mapFromSource(channels().index(channels().RowAt(place), 0));
+  const QModelIndex shown =
+      rows_->mapFromSource(channels().index(ChannelListModel::RowAt(place), 0));
   const int row = shown.row() + by;
   if (!shown.isValid() || row < 0 || row >= rows_->rowCount()) return std::nullopt;
   return rows_->PlaceAt(row);
@@ -109,7 +110,7 @@ void ChannelTable::Select(const std::vector<ChannelPlace>& places) {
   for (const ChannelPlace& place : places) {
     const int column = std::max(0, currentIndex().column());
     const QModelIndex cell =
-        rows_->mapFromSource(channels().index(channels().RowAt(place), column));
+        rows_->mapFromSource(channels().index(ChannelListModel::RowAt(place), column));
     if (!cell.isValid()) continue;
     if (!first.isValid()) first = cell;
     selection.select(cell, cell);

@@ -168,7 +168,7 @@ void RowCommands::FillDown(ChannelTable& table) {
   const Places places = table.SelectedPlaces();
   if (places.size() < 2) return emit said(tr("Select the row to fill from and those below it."));
   const Field field = table.CurrentField();
-  const std::string value = CellText(document_.image(), places.front(), field);
+  std::string value = CellText(document_.image(), places.front(), field);
   const QString why =
       SetIn({places.begin() + 1, places.end()}, field, [&](std::size_t) { return value; });
   if (!why.isEmpty()) emit said(why);
