@@ -291,7 +291,7 @@ TEST(MemoryEdit, ManyAtOnce) {
   before.ChannelInUse[208] = true;
   EXPECT_EQ(WouldFallOff(before, 3, 2), std::vector{208});
   EXPECT_EQ(WouldFallOff(before, 209, 2), std::vector<int>());
-  EXPECT_EQ(NumberedName("A08", 2) + NumberedName("HOME", 1) + NumberedName("", 3), "A10HOME24");
+  EXPECT_EQ(NumberedName("A007", 2) + NumberedName("HOME", 1) + NumberedName("", 3), "A009HOME24");
 }
 
 // ---- one cell: what a table takes, what it refuses, and what follows
@@ -346,6 +346,7 @@ TEST(ChannelCells, TakeWhatTheDialogTakesAndRefuseWhatItRepairs) {
       {vfo, kShift, "Split", "Split", ""},
       {rpt, kShift, "Split", "-Shift", "\"Split\" is none of None, -Shift, +Shift."},
       {rpt, kPower, "Hi", "", "The repeater row does not carry it."},
+      {rpt, kStep, "5", "", "The repeater row does not carry it."},
       {rpt, kFrequency, "430", "", "The repeater row does not carry it."},
       {rpt, kTone, "DCS", "DCS", ""},
       {ph, kPower, "Hi", "", "The channel is empty"},
@@ -366,6 +367,9 @@ TEST(ChannelCells, TakeWhatTheDialogTakesAndRefuseWhatItRepairs) {
   SetCell(image, 0, home, kSkip, "On");
   EXPECT_EQ(RecordAt(image, home).cellText[0], "*145.0000");
   EXPECT_FALSE(ClearRecord(image, vfo));
+  SetCell(image, 0, ph, kFrequency, "430");
+  EXPECT_TRUE(ClearRecord(image, ph));
+  EXPECT_EQ(StoredPresent(image, Band::kUhf), PresentPair());
 }
 
 // ---- the document: what each operation does to the flags, and whom it tells of what

@@ -42,7 +42,7 @@ void SortMemoryChannels(CloneImage& image, MemoryRows rows, Field field, bool de
 // Within the places of the rows: channels in use first, in their order.
 void CloseMemoryGaps(CloneImage& image, MemoryRows rows);
 
-// A name with the number at its end counted on: "A08" and 2 is "A10", "HOME" and 1 is "HOME2".
+// A name with the number at its end counted on: "A007" and 2 is "A009", "HOME" and 1 is "HOME2".
 std::string NumberedName(std::string_view name, int add);
 
 }  // namespace q40

@@ -130,7 +130,8 @@ TEST_F(ChannelList, CellsAreTypedOverAndRefuseWithTheReason) {
   Type("ts", Qt::Key_Backtab);  // the list finds it
   EXPECT_EQ(Text(4, Field::kTone), "TSQ");
   EXPECT_EQ(Table().currentIndex(), At(4, Field::kStep));
-  // What is not changed, or given up, is no edit.
+  // What is not changed, or given up, is no edit: the step does not follow either.
+  GoTo(0, Field::kFrequency);
   EXPECT_EQ(Notices([&] {
               QTest::keyClick(&Table(), Qt::Key_F2);
               Type("", Qt::Key_Return);
