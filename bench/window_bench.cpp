@@ -3,6 +3,7 @@
 //   bench_window memory              resident memory after three idle seconds, KiB
 //   bench_window frames              slowest tab switch or scroll step with its painting, ms
 //   bench_window undo               slowest Undo or Redo of a step that changes everything, with its painting, ms
+//   bench_window list                the same of the channel list with 210 channels: painting, scrolling
 //   bench_window read                Read All from a radio at 9600 baud, seconds, and processor seconds
 #include <chrono>
 #include <cstdio>
@@ -25,6 +26,7 @@
 #include "app/frm_main.h"
 #include "document/defaults.h"
 #include "files/clone_file.h"
+#include "document/channel_cells.h"
 
 namespace {
 
@@ -122,6 +124,37 @@ double SlowestFrame(q40::frmMain& window) {
   return slowest;
 }
 
+double SlowestListFrame(q40::frmMain& window) {
+  auto& document = const_cast<q40::CloneDocument&>(window.document());
+  const auto fill = [&](const std::string& name) {
+    q40::CloneImage image = document.image();
+    for (int n = 0; n < q40::kMemoryChannelCount; ++n) {
+      const q40::ChannelPlace place{q40::ChannelKind::kMemory, q40::Band::kVhf, n};
+      q40::PutRecord(image, place, image.TemplateChannel());
+      q40::SetCell(image, 0, place, q40::Field::kName, name + std::to_string(n));
+      q40::SetCell(image, 0, place, q40::Field::kStep, "25");  // a mark in every row
+    }
+    document.StoreChannels(image);
+  };
+  fill("A");
+  window.findChild<QAction*>(QStringLiteral("mnuChannelList"))->trigger();
+  auto* list = window.findChild<QTableView*>(QStringLiteral("tblChannels"));
+  list->window()->resize(1366, 768);
+  QApplication::processEvents();
+  double slowest = 0;
+  const auto frame = [&](const std::function<void()>& step) {
+    const auto start = Clock::now();
+    step();
+    QApplication::processEvents();
+    slowest = std::max(slowest, Milliseconds(Clock::now() - start));
+  };
+  for (int row = 0; row < 180; row += 3) frame([&] { list->verticalScrollBar()->setValue(row); });
+  for (int x = 0; x < 200; x += 20) frame([&] { list->horizontalScrollBar()->setValue(x); });
+  frame([&] { list->viewport()->update(); });
+  const_cast<q40::CloneDocument&>(window.document()).ForgetChanges();
+  return slowest;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -149,6 +182,9 @@ int main(int argc, char** argv) {
       QApplication::exit();
     } else if (mode == "undo") {
       std::printf("%f\n", SlowestUndo(window));
+      QApplication::exit();
+    } else if (mode == "list") {
+      std::printf("%f\n", SlowestListFrame(window));
       QApplication::exit();
     } else if (mode == "read") {
       const auto start = Clock::now();

@@ -236,6 +236,20 @@ void TakePages(Session& session) {
   session.Take("memory");
 }
 
+// With an edit that the radio would not keep, and the cell in which it stands.
+void TakeChannelList(Session& session) {
+  session.Trigger("mnuChannelList");
+  auto& table = session.Find<QTableView>("tblChannels");
+  QAbstractItemModel& cells = *table.model();
+  const QModelIndex step = cells.index(2, 2);
+  const QVariant kept = step.data(Qt::EditRole);
+  cells.setData(step, QStringLiteral("25"), Qt::EditRole);
+  table.setCurrentIndex(step);
+  session.Take("channel-list", &session.Find<QWidget>("ChannelListWindow"));
+  cells.setData(step, kept, Qt::EditRole);
+  session.Find<QWidget>("ChannelListWindow").close();
+}
+
 void TakeChannelDialogs(Session& session) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", 3);
@@ -457,6 +471,7 @@ void TakeAll(const QString& docs, const QString& look) {
   session.Trigger("mnuReAll");
   session.Find<QAction>("mnuFileSave").trigger();  // so that nothing counts as changed
   TakePages(session);
+  TakeChannelList(session);
   if (look == "light") {
     TakeChannelDialogs(session);
     TakeOtherWindows(session);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "document/channel_cells.h"
 #include "document/clone_document.h"
 #include "document/defaults.h"
 #include "document/dialog_values.h"
@@ -239,6 +240,138 @@ TEST(MemoryEdit, ClearingALimitReachesTheStoreOfTheShownBand) {
   EXPECT_EQ(image, expected);
 }
 
+// Row by row: which channels (by their frequencies, 0 is empty) stand where after a command on many.
+TEST(MemoryEdit, ManyAtOnce) {
+  const struct {
+    const char* name;
+    std::function<void(CloneImage&, MemoryRows)> run;
+    std::vector<int> rows;
+    std::vector<int> after;  // the first eight channels, which were 5 0 3 0 4 3 1 9
+  } cases[] = {
+      {"insert",
+       [](auto& i, auto) { InsertMemoryChannels(i, 1, 2); },
+       {},
+       {5, 0, 0, 0, 3, 0, 4, 3}},
+      {"delete", DeleteMemoryChannels, {0, 2, 3}, {0, 4, 3, 1, 9, 0, 0, 0}},
+      {"duplicate", DuplicateMemoryChannels, {0, 2}, {5, 0, 3, 5, 3, 0, 4, 3}},
+      {"up",
+       [](auto& i, auto r) { EXPECT_EQ(MoveMemoryChannels(i, r, 1), 1); },
+       {2, 4},
+       {5, 3, 4, 0, 0, 3, 1, 9}},
+      {"down",
+       [](auto& i, auto r) { EXPECT_EQ(MoveMemoryChannels(i, r, 6), 4); },
+       {0, 2},
+       {0, 0, 4, 3, 5, 3, 1, 9}},
+      {"sort",
+       [](auto& i, auto r) { SortMemoryChannels(i, r, kFrequency, false); },
+       {0, 1, 2, 4, 5, 6},
+       {1, 3, 3, 0, 4, 5, 0, 9}},
+      {"sort back",
+       [](auto& i, auto r) { SortMemoryChannels(i, r, kName, true); },
+       {0, 1, 6, 7},
+       {9, 5, 3, 0, 4, 3, 1, 0}},
+      {"gaps", CloseMemoryGaps, {1, 2, 3, 4, 5}, {5, 3, 4, 3, 0, 0, 1, 9}},
+  };
+  CloneImage before = FreshData().image;
+  for (const auto& [n, frequency] : {std::pair{0, 5}, {2, 3}, {4, 4}, {5, 3}, {6, 1}, {7, 9}}) {
+    const ChannelPlace place{kMemory, {}, n};
+    PutRecord(before, place, before.TemplateChannel());
+    RecordAt(before, place).Set(kMemory, kFrequency, frequency, "");
+    RecordAt(before, place).Set(kMemory, kName, 1, std::to_string(frequency));
+  }
+  for (const auto& c : cases) {
+    CloneImage image = before;
+    c.run(image, c.rows);
+    std::vector<int> after;
+    for (std::size_t n = 0; n < 8; ++n) {
+      after.push_back(image.ChannelInUse[n] ? image.MemoryTable[n].Frequency() : 0);
+    }
+    EXPECT_EQ(after, c.after) << c.name;
+  }
+  before.ChannelInUse[208] = true;
+  EXPECT_EQ(WouldFallOff(before, 3, 2), std::vector{208});
+  EXPECT_EQ(WouldFallOff(before, 209, 2), std::vector<int>());
+  EXPECT_EQ(NumberedName("A007", 2) + NumberedName("HOME", 1) + NumberedName("", 3), "A009HOME24");
+}
+
+// ---- one cell: what a table takes, what it refuses, and what follows
+
+TEST(ChannelCells, TakeWhatTheDialogTakesAndRefuseWhatItRepairs) {
+  const ChannelPlace home{kMemory, {}, 7};
+  const ChannelPlace empty{kMemory, {}, 8};
+  const ChannelPlace vfo{kSpecial, Band::kVhf, kVfoRow};
+  const ChannelPlace rpt{kSpecial, Band::kUhf, kRptRow};
+  const ChannelPlace ph{kSpecial, Band::kUhf, kPhRow};
+  const struct {
+    ChannelPlace place;
+    Field field;
+    const char* typed;
+    const char* shown;    // afterwards
+    const char* refusal;  // the beginning of it; empty: taken
+    const char* also = "";
+  } cases[] = {
+      {home, kFrequency, "145.6125", "145.6125", "", "Step 12.5KHz"},
+      {home, kFrequency, " 145,6 MHz", "145.6000", ""},
+      {home, kFrequency, "438.725.000", "438.7250", ""},
+      {home, kFrequency, "145.61301", "145.0000", "\"145.61301\" is no frequency"},
+      {home, kFrequency, "145.613", "145.0000", ".6130 is no multiple of 5 or 12.5 kHz; the next"},
+      {home, kFrequency, "200", "145.0000", "200 MHz is outside the bands of the RX-Q40T: (136"},
+      {home, kFrequency, "14x", "145.0000", "\"14x\" is no frequency"},
+      {home, kFrequency, "", "145.0000", "A channel has a frequency"},
+      {home, kShiftFrequency, "7,6125", "7.6125", "", "Step 12.5KHz"},
+      {home, kShiftFrequency, "-0.6", "0.6000", "\"-0.6\" is no offset"},
+      {home, kShiftFrequency, "100", "0.6000", "\"100\" is no offset"},
+      {home, kName, "home=1", "HOME=1", ""},
+      {home, kName, "A?)", "A?)", ""},
+      {home, kName, "", "", ""},
+      {home, kName, "A.B", "", "\".\" is no character"},
+      {home, kName, "ÄB", "", "\"Ä\" is no character"},
+      {home, kName, "SEVENTH", "", "Six characters fit"},
+      {home, kTone, "ts", "TSQ", ""},
+      {home, kTone, "t", "None", "\"t\" is none of None, Tone, TSQ, DCS."},
+      {home, kTxTone, "100", "100.0", ""},
+      {home, kTxTone, "88,5 hz", "88.5", ""},
+      {home, kTxTone, "88", "88.5", ""},
+      {home, kRxDcs, "23", "023", ""},
+      {home, kRxDcs, "1", "023", "\"1\" is not in the list."},
+      {home, kMid, "7", "07", ""},
+      {home, kAtt, "20 dB", "20", ""},
+      {home, kBandwidth, "narrow", "Narrow", ""},
+      {home, kShift, "Split", "Split", ""},
+      {home, kSkip, "on", "On", ""},
+      {empty, kFrequency, "430", "430.0000", ""},
+      {empty, kName, "X", "", "The channel is empty"},
+      {vfo, kFrequency, "430", "145.0000", "430 MHz is outside the bands"},
+      {vfo, kName, "X", "", "A special channel has none."},
+      {vfo, kShift, "Split", "Split", ""},
+      {rpt, kShift, "Split", "-Shift", "\"Split\" is none of None, -Shift, +Shift."},
+      {rpt, kPower, "Hi", "", "The repeater row does not carry it."},
+      {rpt, kStep, "5", "", "The repeater row does not carry it."},
+      {rpt, kFrequency, "430", "", "The repeater row does not carry it."},
+      {rpt, kTone, "DCS", "DCS", ""},
+      {ph, kPower, "Hi", "", "The channel is empty"},
+      {ph, kFrequency, "430", "430.0000", ""},
+  };
+  CloneImage before = FreshData().image;
+  PutRecord(before, home, before.TemplateChannel());
+  for (const auto& c : cases) {
+    CloneImage image = before;
+    const CellResult result = SetCell(image, 0, c.place, c.field, c.typed);
+    EXPECT_EQ(CellText(image, c.place, c.field), c.shown) << c.typed;
+    EXPECT_EQ(result.refusal.substr(0, std::string_view(c.refusal).size()), c.refusal) << c.typed;
+    EXPECT_EQ(result.refusal.empty(), *c.refusal == '\0') << c.typed << result.refusal;
+    EXPECT_EQ(result.also, c.also) << c.typed;
+    EXPECT_TRUE(result.refusal.empty() || image == before) << c.typed;
+  }
+  CloneImage image = before;
+  SetCell(image, 0, home, kSkip, "On");
+  EXPECT_EQ(RecordAt(image, home).cellText[0], "*145.0000");
+  EXPECT_FALSE(ClearRecord(image, vfo));
+  SetCell(image, 0, ph, kFrequency, "430");
+  EXPECT_TRUE(ClearRecord(image, ph));
+  EXPECT_EQ(StoredPresent(image, Band::kUhf), PresentPair());
+}
+
 // ---- the document: what each operation does to the flags, and whom it tells of what
 
 class Listener final : public DocumentListener {
@@ -276,6 +409,35 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       {"edit", [](D& d) { d.StoreMemoryChannel(209, {}); }, "SM", "[209-209]"},
       {"edit PH", [](D& d) { d.StoreSpecialChannel(kPhRow, {}); }, "S-", "[ special]"},
       {"clear PH", [](D& d) { d.ClearLimit(kPhRow); }, "-M", "[ special]"},
+      {"nothing of many", [](D& d) { EXPECT_FALSE(d.StoreChannels(d.image())); }, "--", ""},
+      {"many",
+       [](D& d) {
+         CloneImage image = d.image();
+         for (const int n : {7, 3}) SetCell(image, 0, {kMemory, {}, n}, kFrequency, "145");
+         d.StoreChannels(image);
+         EXPECT_EQ(d.image().MemoryTable[7].cellText[0], "145.0000");
+       },
+       "SM", "[3-7]"},
+      {"many special",
+       [](D& d) {
+         CloneImage image = d.image();
+         SetCell(image, 0, {kSpecial, Band::kVhf, kVfoRow}, kFrequency, "146");
+         SetCell(image, 0, {kSpecial, Band::kUhf, kPhRow}, kFrequency, "446");
+         d.StoreChannels(image);
+         EXPECT_EQ(d.image().ShownSpecialSet[kVfoRow].cellText[0], "146.0000");
+         EXPECT_TRUE(StoredPresent(d.image(), Band::kUhf)[0]);
+       },
+       "S-", "[ special]"},
+      {"an emptied PL",
+       [](D& d) {
+         CloneImage image = d.image();
+         SetCell(image, 0, {kSpecial, Band::kVhf, kPlRow}, kFrequency, "146");
+         d.StoreChannels(image);
+         d.ForgetChanges();
+         EXPECT_TRUE(ClearRecord(image, {kSpecial, Band::kVhf, kPlRow}));
+         d.StoreChannels(image);
+       },
+       "-M", "[ special][ special]"},
       {"band", [](D& d) { d.ChooseBand(Band::kUhf); }, "--", "[ special]"},
       {"setting", [](D& d) { d.ChangeSetting(SettingOf(&V::cmbTOT), 3); }, "S-", "[]"},
       {"quiet setting", [](D& d) { d.ChangeSetting(SettingOf(&V::chkVoxEn), 1); }, "--", "[]"},

@@ -49,6 +49,9 @@ FIRST = {
     "radio/": ["channel_codec_test"],
     "document/": ["editing_test"],
     "files/channel_csv": ["channel_csv_test"],
+    "files/channel_table": ["channel_csv_test"],
+    "channel_list/": [GUI + "ChannelList.*"],
+    "app/channel_list": [GUI + "ChannelList.*:PagesTest.Cells*"],
     "files/csv_text": ["channel_csv_test"],
     "files/clone_file": ["clone_file_test"],
     "files/backup": ["whole_file_test"],
@@ -117,6 +120,7 @@ ROOMS = {
     "serial/": ["programs_test"],
     "widgets/": ["gui_test"],
     "pages/": ["gui_test"],
+    "channel_list/": ["gui_test"],
     "dialogs/": ["gui_test"],
     "app/": ["gui_test"],
 }

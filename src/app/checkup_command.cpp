@@ -51,6 +51,11 @@ void CheckUpCommand::ForgetNotes() {
   emit notesKept(false);
 }
 
+void CheckUpCommand::ShowNotesOf(const QString& account, const ImportReport& report) {
+  KeepNotes(account, report);
+  ShowNotes();
+}
+
 void CheckUpCommand::ShowNotes() { emit opened(*notes_); }
 
 }  // namespace q40

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include "app/changes_desk.h"
+#include "app/channel_list_command.h"
 #include "app/checkup_command.h"
 #include "app/file_drop.h"
 #include "app/journal_keeper.h"
@@ -59,6 +60,7 @@ frmMain::frmMain(const MainOptions& options)
       net_(new SafetyNet({session_, prompts_, files_, radio_, *display_, *menus_, *status_,
                           [this] { return MayRun(); }},
                          *this)),
+      channels_(new ChannelListCommand(session_, pages_, *this)),
       editor_(pages_, session_.document(), *this),
       journal_(new JournalKeeper({session_, prompts_, files_, undo_}, options.state_folder,
                                  !options.startup_path.empty(), *this)) {
@@ -78,8 +80,11 @@ frmMain::frmMain(const MainOptions& options)
   pages_.ChangeFont();
 }
 
-// The pages go first: a box that loses the focus hands over what was typed.
-frmMain::~frmMain() { delete takeCentralWidget(); }
+// Who edits goes first: a box that loses the focus hands over what was typed.
+frmMain::~frmMain() {
+  delete channels_;
+  delete takeCentralWidget();
+}
 
 // The check marks, and not what is remembered of them: that may be out of reach.
 RadioCommands::Options frmMain::RadioOptions() {
@@ -108,6 +113,8 @@ void frmMain::ConnectSession() {
   // The journal ends the program when the radio is quiet.
   connect(journal_, &JournalKeeper::endRequested, &net_->stop(),
           [this] { net_->stop().StopThen([] {}); });
+  connect(channels_, &ChannelListCommand::opened, this, &frmMain::ShowWindow);
+  connect(channels_, &ChannelListCommand::noted, checkup_, &CheckUpCommand::ShowNotesOf);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
@@ -260,6 +267,7 @@ void frmMain::Execute(Command command) {
     case Command::kChoosePort: return ChoosePort();
     case Command::kCheckUp: return checkup_->Show();
     case Command::kCheckAgain: return checkup_->CheckAgain();
+    case Command::kChannelList: return channels_->Show();
     case Command::kImportNotes: return checkup_->ShowNotes();
     case Command::kChanges: return changes_->Show();
     case Command::kService: return navigation_->ShowService();

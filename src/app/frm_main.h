@@ -21,6 +21,7 @@
 namespace q40 {
 
 class ChangesDesk;
+class ChannelListCommand;
 class CheckUpCommand;
 class HelpDesk;
 class JournalKeeper;
@@ -91,6 +92,7 @@ class frmMain final : public QMainWindow {  // NOLINT: the window's given name
   MainMenus* menus_;
   ChangesDesk* changes_;
   SafetyNet* net_;
+  ChannelListCommand* channels_;
   ChannelEditor editor_;
   JournalKeeper* journal_;
   std::vector<QWidget*> windows_;  // opened from this one, in that order; they belong to it

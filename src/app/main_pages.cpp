@@ -46,6 +46,11 @@ void MainPages::ShowImported(const ImportReport& report) {
   }
 }
 
+void MainPages::ShowByHeading(bool on) const {
+  memory_->grid().cells().ShowByHeading(on);
+  special_->grid().cells().ShowByHeading(on);
+}
+
 void MainPages::ChangeFont() {
   memory_->grid().ChangeFont();
   special_->grid().ChangeFont();

@@ -30,6 +30,8 @@ class MainPages {
   // Puts a star in the title of each row that came from the list and is skipped by the scan.
   void ShowImported(const ImportReport& report);
   void ChangeFont();
+  // Every value of the channel grids under its own heading, whatever has drawn it.
+  void ShowByHeading(bool on) const;
 
   // While locked, no command of a page changes anything.
   void SetLocked(bool locked);

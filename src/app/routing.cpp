@@ -30,6 +30,8 @@ std::span<const CommandRow> CommandRows() {
       {nullptr, Menu::kView},
       {kMarkChangesEntry, Menu::kView, "&Mark Changes", kNoKey, "", C::kNone, "", "",
        "MarkChanges"},
+      {kCellsByHeadingEntry, Menu::kView, "&Cells by Heading", kNoKey, "", C::kNone, "", "",
+       kCellsByHeadingOption},
 
       {"mnuReSet", Menu::kRadio, "&Read Settings", kNoKey, "F5", C::kMenuReadSettings},
       {"mnuReMem", Menu::kRadio, "Read &Memory", kNoKey, "F6", C::kMenuReadMemory},
@@ -43,6 +45,7 @@ std::span<const CommandRow> CommandRows() {
       {kWriteRestEntry, Menu::kRadio, "Write the Res&t", kNoKey, "", C::kWriteRest},
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", C::kChoosePort},
+      {"mnuChannelList", Menu::kTools, "Channel &List...", kNoKey, "Ctrl+L", C::kChannelList},
       {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", C::kCheckUp},
       {kImportNotesEntry, Menu::kTools, "&Import Notes...", kNoKey, "", C::kImportNotes},
       {"mnuChanges", Menu::kTools, "C&hanges...", kNoKey, "F9", C::kChanges},
@@ -89,8 +92,9 @@ std::span<const CommandHint> CommandHints() {
       {kShowChangesEntry, "Lists what a write would change in the radio, and asks."},
       {kMarkChangesEntry,
        "Marks rows and settings that differ from the file as last opened or saved."},
+      {"mnuChannelList", "All channels in a table that is edited in place."},
+      {kCellsByHeadingEntry, "Shows every value of the channel grids under its own heading."},
       {"mnuToolsService", "Raw blocks of the radio's memory."},
-
       {"mnuTrace", "Keeps what goes over the line in a file, until it is chosen again."}};
   return hints;
 }

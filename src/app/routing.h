@@ -19,6 +19,8 @@ inline constexpr const char* kUndoEntry = "mnuUndo";
 inline constexpr const char* kRedoEntry = "mnuRedo";
 inline constexpr const char* kEditChannelEntry = "mnuEditUndo";
 inline constexpr const char* kWriteRestEntry = "mnuWriteRest";
+inline constexpr const char* kCellsByHeadingOption = "CellsByHeading";
+inline constexpr const char* kCellsByHeadingEntry = "mnuCellsByHeading";
 inline constexpr const char* kImportNotesEntry = "mnuImportNotes";
 inline constexpr const char* kTraceEntry = "mnuTrace";
 
@@ -55,6 +57,7 @@ enum class Command : unsigned char {
   kCheckAgain,
   kImportNotes,
   kChanges,
+  kChannelList,
   kService,
   kServiceDump,
   kTrace,

@@ -52,6 +52,7 @@ Label LabelOf(const DocumentChange& change, const CloneData& data) {
     case Act::kOpen: return {"Open", Label::kEverywhere, true};
     case Act::kImport: return {"Import", Label::kByDifference, true};
     case Act::kTakeBack: return {"Take Back"};
+    case Act::kStoreChannels: return {"Channel List"};
     case Act::kRestore: return {"Restore", Label::kEverywhere, true};
     default: return {"Change"};
   }

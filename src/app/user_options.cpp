@@ -62,6 +62,14 @@ bool UserOptions::IsOn(const char* key) { return File()->value(QLatin1String(key
 
 void UserOptions::SetOn(const char* key, bool on) { File()->setValue(QLatin1String(key), on); }
 
+QByteArray UserOptions::Bytes(const char* key) {
+  return QByteArray::fromBase64(File()->value(QLatin1String(key)).toByteArray());
+}
+
+void UserOptions::SetBytes(const char* key, const QByteArray& bytes) {
+  File()->setValue(QLatin1String(key), bytes.toBase64());
+}
+
 std::vector<std::string> UserOptions::RecentFiles() {
   std::vector<std::string> files;
   for (const QString& stored : File()->value(QLatin1String(kRecentKey)).toStringList()) {

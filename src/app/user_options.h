@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+class QByteArray;
 class QRect;
 
 namespace q40 {
@@ -15,6 +16,10 @@ class UserOptions {
   // Check marks; off until they are set.
   [[nodiscard]] static bool IsOn(const char* key);
   static void SetOn(const char* key, bool on);
+
+  // What a window wants to find again; empty until it is set.
+  [[nodiscard]] static QByteArray Bytes(const char* key);
+  static void SetBytes(const char* key, const QByteArray& bytes);
 
   // Clone files last opened or saved, the latest first, with absolute paths.
   [[nodiscard]] static std::vector<std::string> RecentFiles();

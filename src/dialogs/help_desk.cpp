@@ -24,6 +24,8 @@ constexpr Topic kTopics[] = {
     {"txtName", "names"},
     {"dlgCOM", "connecting-the-radio"},
     {"frmCheckUp", "check-up"},
+    {"ChannelListWindow", "the-window-channel-list"},
+    {"dlgSetValue", "the-window-channel-list"},
     {"frmReport", "backing-up-and-verifying"},
     {"frmHelp", "keyboard"},
     {"QFileDialog", "files"},

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "document/channel_cells.h"
 #include "document/defaults.h"
 #include "document/memory_edit.h"
 #include "document/take_back.h"
@@ -30,6 +31,37 @@ DocumentChange ChangeBetween(const CloneData& before, const CloneData& after) {
   change.model = before.model != after.model || a.VersionA != b.VersionA;
   return change;
 }
+
+// In what the channels of two images differ.
+struct ChannelsDiffer {
+  ChannelsDiffer(const CloneImage& before, const CloneImage& after) {
+    for (int n = 0; n < kMemoryChannelCount; ++n) {
+      const ChannelPlace place{ChannelKind::kMemory, Band::kVhf, n};
+      if (Same(before, after, place)) continue;
+      if (!memory) first = n;
+      memory = true;
+      last = n;
+    }
+    for (const Band band : kBands) {
+      for (int k = 0; k < kSpecialChannelCount; ++k) {
+        const ChannelPlace place{ChannelKind::kSpecial, band, k};
+        if (Same(before, after, place)) continue;
+        special = true;
+        (InUse(before, place) && !InUse(after, place) ? emptied : stored) = true;
+      }
+    }
+  }
+  static bool Same(const CloneImage& a, const CloneImage& b, const ChannelPlace& place) {
+    return RecordAt(a, place) == RecordAt(b, place) && InUse(a, place) == InUse(b, place);
+  }
+
+  bool memory = false;
+  int first = 0;
+  int last = -1;
+  bool special = false;
+  bool stored = false;   // a special channel holds something else
+  bool emptied = false;  // PH or PL is there no more
+};
 
 }  // namespace
 
@@ -94,6 +126,23 @@ void CloneDocument::ClearLimit(int k) {
   ClearShownLimit(data_.image, k);
   memory_changed_ = true;
   Tell({.special_channels = true, .edit = true, .act = DocumentAct::kClearLimit, .index = k});
+}
+
+bool CloneDocument::StoreChannels(const CloneImage& edited) {
+  const ChannelsDiffer differ(data_.image, edited);
+  if (!differ.memory && !differ.special) return false;
+  data_.image.MemoryTable = edited.MemoryTable;
+  data_.image.ChannelInUse = edited.ChannelInUse;
+  for (const Band band : kBands) SpecialStore(data_.image, band) = SpecialStore(edited, band);
+  ShowBand(data_.image, data_.image.ShownBand);
+  settings_changed_ = settings_changed_ || differ.memory || differ.stored;
+  memory_changed_ = memory_changed_ || differ.memory || differ.emptied;
+  Tell({.first_channel = differ.first,
+        .last_channel = differ.last,
+        .special_channels = differ.special,
+        .edit = true,
+        .act = DocumentAct::kStoreChannels});
+  return true;
 }
 
 void CloneDocument::ChooseBand(Band band) {

@@ -36,6 +36,7 @@ enum class DocumentAct : unsigned char {
   kOpen,
   kImport,
   kTakeBack,
+  kStoreChannels,
   kRestore,
 };
 
@@ -111,6 +112,11 @@ class CloneDocument {
   void StoreSpecialChannel(int k, ChannelRecord record);
   // Empties PH or PL (k) of the shown band. Intended: only MemoryChanged, although it is special.
   void ClearLimit(int k);
+  // What an edit of many channels at once has made of an image: its memory channels and the special
+  // channels of both bands, as one change. Each part sets what it sets above: memory channels both
+  // flags, special ones SettingsChanged, a PH or PL that was emptied MemoryChanged. False, and
+  // nothing happens, when they are what they were.
+  bool StoreChannels(const CloneImage& edited);
   // Shows the special channels of a band. No flag.
   void ChooseBand(Band band);
 

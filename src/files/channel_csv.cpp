@@ -46,25 +46,30 @@ void AppendHeader(std::string& text) {
 
 }  // namespace
 
-std::string ExportChannels(const CloneImage& image) {
+std::string ExportRows(const CloneImage& image, std::span<const ChannelPlace> places) {
   static const ChannelRecord kAbsent;
   std::string text;
   AppendHeader(text);
+  for (const ChannelPlace& place : places) {
+    const bool memory = place.kind == ChannelKind::kMemory;
+    AppendRecord(text, memory ? kMemoryBank : BankOf(place.band), TitleOf(place), place.kind,
+                 InUse(image, place) ? RecordAt(image, place) : kAbsent);
+  }
+  return text;
+}
+
+std::string ExportChannels(const CloneImage& image) {
+  std::vector<ChannelPlace> places;
   for (const Band band : kBands) {
-    const SpecialSet& set = SpecialStore(image, band);
     for (int k = 0; k < kSpecialChannelCount; ++k) {
-      const auto row = static_cast<std::size_t>(k);
-      const bool shown = EffectivelyPresent(set, StoredPresent(image, band), k);
-      AppendRecord(text, BankOf(band), kSpecialRowTitles[row], ChannelKind::kSpecial,
-                   shown ? set[row] : kAbsent);
+      places.push_back({ChannelKind::kSpecial, band, k});
     }
   }
   for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const auto row = static_cast<std::size_t>(n);
-    if (!image.ChannelInUse[row]) continue;
-    AppendRecord(text, kMemoryBank, ChannelTitle(n), ChannelKind::kMemory, image.MemoryTable[row]);
+    const ChannelPlace place{ChannelKind::kMemory, Band::kVhf, n};
+    if (InUse(image, place)) places.push_back(place);
   }
-  return text;
+  return ExportRows(image, places);
 }
 
 std::optional<FileProblem> CheckCsvSize(std::string_view text, const std::string& name) {

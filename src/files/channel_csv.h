@@ -6,11 +6,13 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/file_problem.h"
+#include "document/channel_cells.h"
 #include "document/clone_data.h"
 
 namespace q40 {
@@ -18,14 +20,11 @@ namespace q40 {
 // Lines end with CR LF; every item is quoted. Texts stand under the heading of their meaning.
 std::string ExportChannels(const CloneImage& image);
 
-// The channel that a record of a list names.
-struct ListedChannel {
-  ChannelKind kind = ChannelKind::kMemory;
-  Band band = Band::kVhf;  // of a special channel; VHF elsewhere
-  int index = 0;           // memory channel, or row of the special set
+// The same for these channels alone, in this order. One that is not in use is a record of empty items.
+std::string ExportRows(const CloneImage& image, std::span<const ChannelPlace> places);
 
-  bool operator==(const ListedChannel&) const = default;
-};
+// The channel that a record of a list names.
+using ListedChannel = ChannelPlace;
 
 // Something in a list that is not stored as written, or not stored at all.
 struct ImportNote {

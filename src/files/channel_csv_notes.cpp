@@ -68,12 +68,6 @@ int& LineOf(ImportReport& report, const ListedChannel& channel) {
   return report.imported_special[static_cast<std::size_t>(channel.band)][row];
 }
 
-std::string NameOf(const ListedChannel& channel) {
-  if (channel.kind == ChannelKind::kMemory) return "channel " + ChannelTitle(channel.index);
-  return std::string(BandName(channel.band)) + ' ' +
-         std::string(kSpecialRowTitles[static_cast<std::size_t>(channel.index)]);
-}
-
 std::string StoredAs(std::string_view stored, std::string_view written) {
   return "stored as " + std::string(stored) +
          (written.empty() ? "; nothing was written" : "; written was " + Quoted(written));

@@ -14,9 +14,6 @@ void AddNote(ImportReport& report, ImportNote note);
 // Line of the record that set a channel, 0 when none did.
 int& LineOf(ImportReport& report, const ListedChannel& channel);
 
-// "channel D3", "VHF PH"
-std::string NameOf(const ListedChannel& channel);
-
 // "stored as 145.0000; written was "145,7125""
 std::string StoredAs(std::string_view stored, std::string_view written);
 

@@ -16,6 +16,7 @@
 
 #include "pages/grid_columns.h"
 #include "widgets/change_mark.h"
+#include "widgets/readable_style.h"
 
 namespace q40 {
 namespace {
@@ -42,18 +43,10 @@ class NarrowStyle final : public QProxyStyle {
     if (metric == PM_HeaderGripMargin && rows) return 0;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
-  // The usual lines cannot be seen on a dark background.
   [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                               QStyleHintReturn* data) const override {
-    const bool dark = option != nullptr && option->palette.color(QPalette::Base).lightness() < 128;
-    if (hint != SH_Table_GridLineColor || !dark) {
-      return QProxyStyle::styleHint(hint, option, widget, data);
-    }
-    const QColor text = option->palette.color(QPalette::Text);
-    const QColor back = option->palette.color(QPalette::Base);
-    return static_cast<int>(qRgb((3 * back.red() + text.red()) / 4,
-                                 (3 * back.green() + text.green()) / 4,
-                                 (3 * back.blue() + text.blue()) / 4));
+    const int usual = QProxyStyle::styleHint(hint, option, widget, data);
+    return hint == SH_Table_GridLineColor ? ReadableGridLine(option, usual) : usual;
   }
 };
 

@@ -30,7 +30,7 @@ int ChannelGridModel::columnCount(const QModelIndex& parent) const {
 }
 
 Field ChannelGridModel::FieldAt(int row, int column) const {
-  if (rows_[static_cast<std::size_t>(row)].order == Order::kByHeading) {
+  if (by_heading_ || rows_[static_cast<std::size_t>(row)].order == Order::kByHeading) {
     return kHeadingFields[static_cast<std::size_t>(column)];
   }
   return FieldIn(kind_, column);
@@ -108,6 +108,11 @@ void ChannelGridModel::MarkTitle(int row, const QString& was) {
   if (state.was == was) return;
   state.was = was;
   emit headerDataChanged(Qt::Vertical, row, row);
+}
+
+void ChannelGridModel::ShowByHeading(bool on) {
+  by_heading_ = on;
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void ChannelGridModel::SetCellFont(const QFont& font) {

@@ -2,7 +2,7 @@
 //
 // Two orders exist, and both are kept as they are. A redraw puts text c into column c, in the order
 // in which a record stores its cells; a read from the radio places the texts under the headings
-// that name them. A row remembers how it was drawn last. Under a heading that does not name it, a
+// that name them. A row remembers how it was drawn last. Who prefers it has all rows by their headings. Under a heading that does not name it, a
 // cell has a tool tip with the field's name.
 #pragma once
 
@@ -43,6 +43,9 @@ class ChannelGridModel : public QAbstractTableModel {
   void MarkTitle(int row, const QString& was);
   static constexpr int kMarkRole = Qt::UserRole;  // of a row title: whether it is marked
 
+  // Every row by its headings, whatever has drawn it; what a row remembers stays.
+  void ShowByHeading(bool on);
+
   void SetCellFont(const QFont& font);
   [[nodiscard]] const QFont& cell_font() const { return cell_font_; }
 
@@ -62,6 +65,7 @@ class ChannelGridModel : public QAbstractTableModel {
   ChannelKind kind_;
   const CloneImage& image_;
   std::vector<RowState> rows_;
+  bool by_heading_ = false;
   QFont cell_font_;
 };
 

@@ -54,6 +54,21 @@ void DrawOutline(const QStyleOption& option, QPainter& painter, Shape shape) {
 
 }  // namespace
 
+int ReadableGridLine(const QStyleOption* option, int usual) {
+  if (option == nullptr || option->palette.color(QPalette::Base).lightness() >= 128) return usual;
+  const QColor text = option->palette.color(QPalette::Text);
+  const QColor back = option->palette.color(QPalette::Base);
+  return static_cast<int>(qRgb((3 * back.red() + text.red()) / 4,
+                               (3 * back.green() + text.green()) / 4,
+                               (3 * back.blue() + text.blue()) / 4));
+}
+
+int ReadableStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                             QStyleHintReturn* data) const {
+  const int usual = QProxyStyle::styleHint(hint, option, widget, data);
+  return hint == SH_Table_GridLineColor ? ReadableGridLine(option, usual) : usual;
+}
+
 void ReadableStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                   QPainter* painter, const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include <QWindow>
 
+#include "app/user_options.h"
 #include "document/defaults.h"
 #include "files/clone_file.h"
 #include "gui/window_test.h"
@@ -44,6 +45,14 @@ TEST_F(PagesTest, CellsUnderForeignHeadingsHaveAToolTip) {
   };
   EXPECT_EQ(Cell(kMemoryGrid, 4, 16), "LAKE");
   EXPECT_EQ(tip(1) + tip(16), "Name");
+  // Who prefers it sees every value under its own heading, whatever has drawn the row.
+  EXPECT_FALSE(Find<QAction>("mnuCellsByHeading").isChecked());
+  Trigger("mnuCellsByHeading");
+  EXPECT_EQ(Cell(kMemoryGrid, 4, 18) + tip(18), "LAKE");
+  EXPECT_EQ(Cell(kSpecialGrid, 1, 17), "Normal");
+  EXPECT_TRUE(UserOptions::IsOn(kCellsByHeadingOption));
+  Trigger("mnuCellsByHeading");
+  EXPECT_EQ(Cell(kMemoryGrid, 4, 16), "LAKE");
   // So does one that is cut off, and a star in a row title.
   ShowTab(3);
   document().image.MemoryTable[3].cellText[7] = "76.0000";
