@@ -24,9 +24,9 @@
 #include <QTimer>
 
 #include "app/frm_main.h"
+#include "document/channel_cells.h"
 #include "document/defaults.h"
 #include "files/clone_file.h"
-#include "document/channel_cells.h"
 
 namespace {
 

@@ -77,9 +77,7 @@ Navigation::Navigation(const MainPages& pages, QWidget& window)
   });
 }
 
-std::vector<QWidget*> Navigation::Frames() const {
-  return {frames_.begin(), frames_.end()};
-}
+std::vector<QWidget*> Navigation::Frames() const { return {frames_.begin(), frames_.end()}; }
 
 QWidget* Navigation::Front() const {
   return frames_[3]->isVisible() ? frames_[3] : tabs_->currentWidget();

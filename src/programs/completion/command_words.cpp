@@ -16,22 +16,14 @@ struct NameRow {
 
 // What the names that --help shows for values stand for.
 constexpr NameRow kNames[] = {
-    {"PORT", ValueKind::kPort},
-    {"FILE", ValueKind::kCloneFile},
-    {"BASE", ValueKind::kCloneFile},
-    {"A", ValueKind::kCloneFile},
-    {"B", ValueKind::kCloneFile},
-    {"OUT", ValueKind::kCloneFile},
-    {"CSV", ValueKind::kCsvFile},
-    {"JSON", ValueKind::kFile},
-    {"FILE.Q40", ValueKind::kCloneFile},
-    {"FILE.bin", ValueKind::kFile},
-    {"FILE.trace", ValueKind::kFile},
-    {"PATH", ValueKind::kFile},
-    {"FAULT", ValueKind::kWords},
-    {"BAUD", ValueKind::kText},
-    {"HEX", ValueKind::kText},
-    {"N", ValueKind::kText},
+    {"PORT", ValueKind::kPort},          {"FILE", ValueKind::kCloneFile},
+    {"BASE", ValueKind::kCloneFile},     {"A", ValueKind::kCloneFile},
+    {"B", ValueKind::kCloneFile},        {"OUT", ValueKind::kCloneFile},
+    {"CSV", ValueKind::kCsvFile},        {"JSON", ValueKind::kFile},
+    {"FILE.Q40", ValueKind::kCloneFile}, {"FILE.bin", ValueKind::kFile},
+    {"FILE.trace", ValueKind::kFile},    {"PATH", ValueKind::kFile},
+    {"FAULT", ValueKind::kWords},        {"BAUD", ValueKind::kText},
+    {"HEX", ValueKind::kText},           {"N", ValueKind::kText},
 };
 
 std::vector<std::string> Split(const std::string& text, char separator) {
