@@ -72,6 +72,10 @@ void ChangesDesk::MakeWindow() {
   connect(changes_, &ChangesWindow::againstChosen, this, &ChangesDesk::Choose);
   connect(changes_, &ChangesWindow::takeBackRequested, this, &ChangesDesk::TakeBack);
   connect(changes_, &ChangesWindow::placeChosen, this, &ChangesDesk::placeChosen);
+  // What was taken back here can be undone here.
+  for (const char* name : {kUndoEntry, kRedoEntry}) {
+    changes_->addAction(window_.findChild<QAction*>(QLatin1String(name)));
+  }
 }
 
 void ChangesDesk::Show() {

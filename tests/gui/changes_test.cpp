@@ -104,6 +104,12 @@ TEST_F(Changes, AreListedAndTakenBack) {
   Settle();
   EXPECT_TRUE(Checked("chkBeep"));
   EXPECT_EQ(Status(), "Took 1 change back.");
+  for (const bool on : {false, true}) {  // undone, and done again
+    Activate(Find("ChangesWindow"));
+    QTest::keyClick(&Table(), on ? Qt::Key_Y : Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Checked("chkBeep"), on);
+  }
+  Settle();
   Find<QLineEdit>("txtFilter").clear();
 
   // Enter leads to the place. One cell of a channel that is gone brings the whole channel back.
