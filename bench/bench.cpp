@@ -16,6 +16,7 @@
 #include "document/defaults.h"
 #include "files/clone_file.h"
 #include "files/whole_file.h"
+#include "link/link.h"
 #include "support/process.h"
 
 namespace {
@@ -67,11 +68,13 @@ constexpr WireTime kWriteAll = {
 constexpr WireTime kVerify = {kIdentifyBytes + kEndBytes + (17 + 210) * kReadBytes, 17 + 210 + 2};
 
 // Write Changes: compare, write and verify `units` blocks; in a sequence of units every command but the
-// first has a pause in front of it, the End command one behind it too.
+// first has a pause in front of it, the End command one behind it too. Before the first command the line,
+// which has just been opened, must be quiet for a while: the pause that counts in so short a command.
 constexpr WireTime ChangesWire(int units) {
+  constexpr int kQuietPauses = static_cast<int>(kQuietLine.count()) / kPauseMs;
   return {(kIdentifyBytes + units * kReadBytes + kEndBytes) * 2 + kAnnounceBytes + kIdentifyBytes +
               units * kWriteBytes + kEndBytes,
-          2 * (units + 2) + 1 + units + 2};
+          kQuietPauses + 2 * (units + 2) + 1 + units + 2};
 }
 double Seconds(const WireTime& a, const WireTime& b) { return a.Seconds() + b.Seconds(); }
 

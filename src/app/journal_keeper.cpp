@@ -13,6 +13,7 @@
 #include "app/routing.h"
 #include "app/session.h"
 #include "app/undo_commands.h"
+#include "document/defaults.h"
 #include "files/whole_file.h"
 #include "widgets/paths.h"
 
@@ -34,6 +35,12 @@ QString NameOf(const Journal& journal) {
 QString FoundText(const Journal& journal) {
   return JournalKeeper::tr("Unsaved changes of %1 to %2 were found")
       .arg(TimeOf(journal), NameOf(journal));
+}
+
+bool IsLike(CloneData data, const CloneData& other) {
+  data.image.SettingsLine = other.image.SettingsLine;
+  ShowBand(data.image, other.image.ShownBand);
+  return data == other;
 }
 
 }  // namespace
@@ -103,14 +110,14 @@ void JournalKeeper::Await() {
 }
 
 // An import is, although it counts as nothing to save. Which band is shown, and settings lines that are
-// put together anew, are no work of the user's.
+// put together anew, are no work of the user's; and neither are the defaults, to which Undo may lead
+// after a radio of another model was read.
 bool JournalKeeper::IsUnsaved() const {
   const CloneDocument& document = at_.session.document();
   if (document.HasChanges()) return true;
-  CloneData data = document.data();
-  data.image.SettingsLine = saved_.data.image.SettingsLine;
-  ShowBand(data.image, saved_.data.image.ShownBand);
-  return data != saved_.data;
+  CloneData defaults = FreshData();
+  ChangeModel(defaults, document.model());
+  return !IsLike(document.data(), saved_.data) && !IsLike(document.data(), defaults);
 }
 
 void JournalKeeper::Keep() {

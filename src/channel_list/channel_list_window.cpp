@@ -20,34 +20,39 @@ namespace {
 
 constexpr int kSpecialRowsShown = 5;
 
+template <void (RowCommands::*command)(ChannelTable&)>
+void Run(RowCommands& commands, ChannelTable& table) {
+  (commands.*command)(table);
+}
+
 // What is done to the selected rows of the table that has, or had last, the keyboard.
 struct RowAction {
   const char* name;  // null: a separator
   const char* caption = "";
   const char* keys = "";
-  void (RowCommands::*run)(ChannelTable&) = nullptr;
+  void (*run)(RowCommands& commands, ChannelTable& table) = nullptr;
   bool memory_only = false;
   bool reads_only = false;
 };
 constexpr RowAction kRowActions[] = {
-    {"mnuListCut", "Cu&t", "Ctrl+X", &RowCommands::Cut},
-    {"mnuListCopy", "&Copy", "Ctrl+C", &RowCommands::Copy, false, true},
-    {"mnuListPaste", "&Paste", "Ctrl+V", &RowCommands::Paste},
-    {"mnuListDuplicate", "D&uplicate", "Ctrl+U", &RowCommands::Duplicate, true},
+    {"mnuListCut", "Cu&t", "Ctrl+X", Run<&RowCommands::Cut>},
+    {"mnuListCopy", "&Copy", "Ctrl+C", Run<&RowCommands::Copy>, false, true},
+    {"mnuListPaste", "&Paste", "Ctrl+V", Run<&RowCommands::Paste>},
+    {"mnuListDuplicate", "D&uplicate", "Ctrl+U", Run<&RowCommands::Duplicate>, true},
     {nullptr},
-    {"mnuListInsert", "&Insert Rows", "Ins", &RowCommands::Insert, true},
-    {"mnuListDelete", "&Delete (Rows Move Up)", "Ctrl+-", &RowCommands::Delete, true},
-    {"mnuListClear", "C&lear (Rows Stay)", "Del", &RowCommands::Clear},
-    {"mnuListMoveUp", "Move &Up", "Alt+Up", &RowCommands::MoveUp, true},
-    {"mnuListMoveDown", "Move Do&wn", "Alt+Down", &RowCommands::MoveDown, true},
+    {"mnuListInsert", "&Insert Rows", "Ins", Run<&RowCommands::Insert>, true},
+    {"mnuListDelete", "&Delete (Rows Move Up)", "Ctrl+-", Run<&RowCommands::Delete>, true},
+    {"mnuListClear", "C&lear (Rows Stay)", "Del", Run<&RowCommands::Clear>},
+    {"mnuListMoveUp", "Move &Up", "Alt+Up", Run<&RowCommands::MoveUp>, true},
+    {"mnuListMoveDown", "Move Do&wn", "Alt+Down", Run<&RowCommands::MoveDown>, true},
     {nullptr},
-    {"mnuListSetValue", "Set &Value...", "Ctrl+T", &RowCommands::SetValue},
-    {"mnuListFillDown", "Fill D&own", "Ctrl+D", &RowCommands::FillDown},
-    {"mnuListFillSeries", "Fill &Series...", "Ctrl+Shift+D", &RowCommands::FillSeries},
+    {"mnuListSetValue", "Set &Value...", "Ctrl+T", Run<&RowCommands::SetValue>},
+    {"mnuListFillDown", "Fill D&own", "Ctrl+D", Run<&RowCommands::FillDown>},
+    {"mnuListFillSeries", "Fill &Series...", "Ctrl+Shift+D", Run<&RowCommands::FillSeries>},
     {nullptr},
-    {"mnuListSortUp", "Sort &Ascending", "", &RowCommands::SortAscending, true},
-    {"mnuListSortDown", "Sort Desc&ending", "", &RowCommands::SortDescending, true},
-    {"mnuListCloseGaps", "Close &Gaps", "", &RowCommands::CloseGaps, true},
+    {"mnuListSortUp", "Sort &Ascending", "", Run<&RowCommands::SortAscending>, true},
+    {"mnuListSortDown", "Sort Desc&ending", "", Run<&RowCommands::SortDescending>, true},
+    {"mnuListCloseGaps", "Close &Gaps", "", Run<&RowCommands::CloseGaps>, true},
 };
 
 ChannelTable* MakeTable(const char* name, const QString& title, ChannelListModel* channels,
@@ -156,9 +161,8 @@ void ChannelListWindow::MakeMenus() {
           if (locked_ && !row.reads_only) {
             return Say(tr("Please wait until the radio is done."));
           }
-          if (!row.memory_only || &Active() == memory_) {
-            (commands_->*row.run)(Active());
-          }
+          ChannelTable& table = Active();
+          if (!row.memory_only || &table == memory_) row.run(*commands_, table);
         });
     action->setAutoRepeat(false);  // a held key runs its command once
     // In the tables alone: the keys mean other things in the box above them.
