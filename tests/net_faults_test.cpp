@@ -197,7 +197,7 @@ std::vector<Case> Cases() {
 bool IsTried(const Classes& exchanges, std::size_t at) {
   const Class kind = exchanges[at];
   if (kind == kEnd || kind == kWho || kind == kAnnounce) return true;
-  const auto same = [&](std::size_t i) { return exchanges[i] == kind; };
+  const auto same = [&](std::size_t i) { return i < exchanges.size() && exchanges[i] == kind; };
   std::size_t first = at;
   while (first > 0 && same(first - 1)) --first;
   constexpr std::array<std::size_t, 6> kTried = {0, 2, 12, 17, 117, kUnitCount - 1};
