@@ -19,7 +19,8 @@ constexpr int kPatchedLines = 60;
 std::optional<OpenedClone> Patched(const OpenedClone& clone, Input& input) {
   OpenedClone patched = clone;
   for (int line = input.Byte(); line != 255 && !input.Empty(); line = input.Byte()) {
-    const auto at = (1 + line % kPatchedLines) * kCloneLineLength + input.Below(kCloneLineLength);
+    const auto first = static_cast<std::size_t>(1 + line % kPatchedLines) * kCloneLineLength;
+    const std::size_t at = first + static_cast<std::size_t>(input.Below(kCloneLineLength));
     const char character = static_cast<char>(input.Byte());
     if (character != '\r' && character != '\n') patched.lines.text[at] = character;
   }
