@@ -20,73 +20,15 @@
 #include "radio/values.h"
 #include "sim/demo_radio.h"
 #include "sim/simulated_radio.h"
+#include "support/document_lines.h"
 #include "support/fake_host.h"
 #include "support/fake_link.h"
 #include "support/process.h"
-#include "support/temp_folder.h"
 
 namespace q40 {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-const std::string kFolder = PROJECT_FOLDER "/";
-const std::string kExamples = kFolder + "docs/examples/";
-
-Lines LinesOf(const std::string& text) {
-  Lines lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
-}
-
-std::string Joined(const Lines& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
-  return text;
-}
-
-struct Fence {
-  std::string kind;  // behind the three quotes
-  Lines lines;
-};
-
-// The fences of a document whose kind is, or begins with, these words.
-std::vector<Fence> Fences(const std::string& document, const std::string& kind) {
-  std::vector<Fence> fences;
-  bool inside = false;
-  for (const std::string& line : LinesOf(test::Content(kFolder + document))) {
-    if (!line.starts_with("```")) {
-      if (inside) fences.back().lines.push_back(line);
-      continue;
-    }
-    inside = !inside;
-    if (inside) fences.push_back({line.substr(3), {}});
-  }
-  EXPECT_FALSE(inside) << document << ": a fence is never closed";
-  std::erase_if(fences, [&](auto& fence) { return !(fence.kind + ' ').starts_with(kind + ' '); });
-  EXPECT_FALSE(fences.empty()) << document << ": no example of the kind " << kind;
-  return fences;
-}
-
-// Lines of all fences of a kind.
-Lines FenceLines(const std::string& document, const std::string& kind) {
-  Lines lines;
-  for (const Fence& fence : Fences(document, kind))
-    lines.insert(lines.end(), fence.lines.begin(), fence.lines.end());
-  return lines;
-}
-
-Lines Words(const std::string& text, char separator) {
-  Lines words;
-  std::istringstream stream(text);
-  for (std::string word; std::getline(stream, word, separator);) words.emplace_back(Trimmed(word));
-  std::erase(words, "");
-  return words;
-}
+using namespace test;
 
 // Cells of the rows of the tables of docs/clone-file.md that have so many cells.
 std::vector<Lines> TableRows(std::size_t cells) {
@@ -371,60 +313,6 @@ TEST(Documents, TraceOfTheExample) {
   EXPECT_EQ(told, said);
   EXPECT_EQ(said.size(), 19U + 77 + 11);
 }
-
-// ---- command lines and what they print
-
-// "console", "console no-port" (nothing is plugged in) or "console ARGUMENTS" (of the simulated
-// radio). Lines that begin with "$ " are commands; behind them stands what they print.
-class Consoles : public testing::TestWithParam<const char*> {
- protected:
-  // What a command prints, without the lines that only tell of progress.
-  Lines Output(const std::string& command, const std::string& device) {
-    const std::string ctl = test::Program("rxq40ctl");
-    const auto result = test::Run(
-        {"/bin/sh", "-c", "cd '" + folder_.path() + "'; exec 2>&1; " + command},
-        {{{"PATH", ctl.substr(0, ctl.rfind('/')) + ":/usr/bin:/bin"}, {"RXQ40_COM1", device}}});
-    Lines lines = LinesOf(result.out);
-    std::erase_if(lines, [](const std::string& line) {
-      return line == "Identifying" || line.starts_with("Reading ") || line.starts_with("Writing ");
-    });
-    return lines;
-  }
-
-  void Expect(const Fence& fence) {
-    Lines arguments = Words(fence.kind, ' ');
-    arguments.erase(arguments.begin());
-    std::unique_ptr<test::SimulatorProcess> radio;
-    if (arguments != Lines{"no-port"}) {
-      if (arguments.empty() || arguments[0] != "--model") {
-        arguments.insert(arguments.end(), {"--load", folder_ / "radio.Q40"});
-      }
-      radio = std::make_unique<test::SimulatorProcess>(arguments);
-      ASSERT_FALSE(radio->device().empty()) << fence.kind;
-    }
-    Lines printed;
-    for (const std::string& line : fence.lines) {
-      if (!line.starts_with("$ ")) continue;
-      printed.push_back(line);
-      const Lines output = Output(line.substr(2), radio ? radio->device() : "");
-      printed.insert(printed.end(), output.begin(), output.end());
-    }
-    EXPECT_EQ(printed, fence.lines);
-  }
-
-  test::TempFolder folder_;
-};
-
-TEST_P(Consoles, PrintWhatIsShown) {
-  for (const char* name : {"radio.Q40", "channels.csv"})
-    std::filesystem::copy(kExamples + name, folder_ / name);
-  test::Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
-  for (const Fence& fence : Fences(GetParam(), "console")) Expect(fence);
-}
-
-INSTANTIATE_TEST_SUITE_P(Documents, Consoles,
-                         testing::Values("README.md", "docs/clone-file.md", "docs/csv.md",
-                                         "docs/json.md", "docs/protocol.md"));
 
 }  // namespace
 }  // namespace q40

@@ -273,11 +273,7 @@ const std::map<char, const char*> kEndTexts = {{'C', "Communication Error, at on
                                                {'.', "no effect"}};
 
 std::string Table(int runs) {
-  std::string text = std::to_string(runs) + " runs:\n\n| fault |";
-  for (const char* name : kClassNames) text += " at the " + std::string(name) + " |";
-  text += "\n| --- |";
-  for (std::size_t i = 0; i < kClasses; ++i) text += " --- |";
-  text += '\n';
+  std::string text = test::TableHead(runs, kClassNames);
   for (const Row& row : kRows) {
     text += "| `" + std::string(row.fault) + "`: " + row.meaning + " |";
     for (const char end : row.ends) text += std::string(" ") + kEndTexts.at(end) + " |";

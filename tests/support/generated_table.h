@@ -2,12 +2,25 @@
 #pragma once
 
 #include <cstdlib>
+#include <string>
 
 #include <gtest/gtest.h>
 
 #include "support/temp_folder.h"
 
 namespace q40::test {
+
+// The heading of a table of so many runs, by fault and by exchange.
+template <typename Names>
+std::string TableHead(int runs, const Names& exchanges) {
+  std::string text = std::to_string(runs) + " runs:\n\n| fault |";
+  std::string line = "\n| --- |";
+  for (const char* name : exchanges) {
+    text += " at the " + std::string(name) + " |";
+    line += " --- |";
+  }
+  return text + line + '\n';
+}
 
 inline void CheckTable(const std::string& name, const std::string& table) {
   const std::string path = std::string(PROJECT_FOLDER) + "/docs/faults.md";
