@@ -9,17 +9,22 @@ namespace q40 {
 
 #ifdef __linux__
 
+namespace {
+// The kernel's flags are an int, its names of them unsigned.
+constexpr int kLowLatency = ASYNC_LOW_LATENCY;
+}  // namespace
+
 std::optional<bool> DriverLatency::IsLow() {
   serial_struct line{};
   if (ioctl(handle_, TIOCGSERIAL, &line) != 0) return std::nullopt;
-  return (line.flags & ASYNC_LOW_LATENCY) != 0;
+  return (line.flags & kLowLatency) != 0;
 }
 
 // All else goes back as it was read: who is not root may change nothing but this.
 bool DriverLatency::SetLow(bool low) {
   serial_struct line{};
   if (ioctl(handle_, TIOCGSERIAL, &line) != 0) return false;
-  line.flags = low ? line.flags | ASYNC_LOW_LATENCY : line.flags & ~ASYNC_LOW_LATENCY;
+  line.flags = low ? line.flags | kLowLatency : line.flags & ~kLowLatency;
   return ioctl(handle_, TIOCSSERIAL, &line) == 0;
 }
 
