@@ -88,7 +88,7 @@ void CheckChannels(const CloneImage& read, const CloneImage& again) {
   Check(read.ChannelInUse == again.ChannelInUse, "in use stays in use");
 }
 
-std::string Saved(CloneData document) {
+std::string Saved(const CloneData& document) {
   const auto text = CloneFileText(document, document.model);
   Check(text.has_value(), "what was opened can be saved");
   Check(text->size() == kLongestCloneFile, "a saved file has 456 lines of 32 characters");

@@ -60,7 +60,7 @@ class Net : public test::Ctl {
   }
 
   // Words of a command on the radio, with the files where they are.
-  Words Command(const std::string& line) const {
+  [[nodiscard]] Words Command(const std::string& line) const {
     Words words;
     std::istringstream stream(line);
     for (std::string word; stream >> word;) {

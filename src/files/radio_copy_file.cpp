@@ -31,8 +31,9 @@ void AppendLines(std::string& text, const std::string& digits) {
 }
 
 void AppendTexts(std::string& text, Unit unit, const DialTexts& texts) {
-  for (const int half : {0, 1}) {
-    std::string line = texts[static_cast<std::size_t>(2 * unit.index() + half)];
+  const auto first = static_cast<std::size_t>(unit.index()) * 2;
+  for (const std::size_t half : {0U, 1U}) {
+    std::string line = texts[first + half];
     line.resize(kCloneLineLength, 'Z');
     text.append(line).append(kLineEnd);
   }

@@ -239,12 +239,11 @@ TEST_F(ChannelList, NothingFallsOffTheEndUnasked) {
       QTest::mouseClick(box.button(press), Qt::LeftButton);
     });
   };
-  for (const auto& [action, said] : {std::pair{"mnuListInsert", "Nothing was inserted."},
-                                     std::pair{"mnuListDuplicate", "Nothing was inserted."}}) {
+  for (const char* action : {"mnuListInsert", "mnuListDuplicate"}) {
     Select({0, 1});
     question(kCancel);
     EXPECT_EQ(Notices([&] { Trigger(action); }), 0);
-    EXPECT_EQ(Said(), said);
+    EXPECT_EQ(Said(), "Nothing was inserted.");
   }
   question(kOk);
   Do("mnuListDuplicate");

@@ -29,11 +29,11 @@ class FakePrompts final : public Prompts {
     log += "save? ";
     return answer;
   }
-  std::string AskPath(FileDialog kind, const std::string&, int) override {
+  std::string AskPath(FileDialog kind, const std::string& /*path*/, int /*model*/) override {
     log += "path" + std::to_string(static_cast<int>(kind)) + "? ";
     return path;
   }
-  Instead AskInstead(const QString&) override {
+  Instead AskInstead(const QString& /*why*/) override {
     log += "instead? ";
     return instead;
   }
@@ -80,7 +80,9 @@ class Commands : public testing::Test {
   // A document with what the radio holds, without having read it.
   void OpenDemo() { document().Open(DemoDocument()); }
   std::string TakeHeard() { return std::exchange(heard_, {}); }
-  bool Told(const std::string& part) { return prompts_.note.find(part) != std::string::npos; }
+  [[nodiscard]] bool Told(const std::string& part) const {
+    return prompts_.note.find(part) != std::string::npos;
+  }
 
   TempFolder folder_;
   MainOptions options_;
@@ -140,7 +142,7 @@ TEST_F(Commands, AFileThatIsRefusedLeavesEverything) {
   EXPECT_EQ(replaced.count(), 0);
   // A bad end line leaves the model of the header behind: intended.
   text.replace(0, 32, "Korvex RX-Q40T Clone 0 FileStart");
-  text.replace(455 * 34, 1, "k");
+  text.replace(std::size_t{455} * 34, 1, "k");
   Store(prompts_.path, text);
   files_->Open();
   EXPECT_EQ(document().model(), 0);
