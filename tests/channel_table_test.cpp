@@ -49,8 +49,13 @@ TEST(ChannelTable, CopiedRowsComeBack) {
   RecordAt(fresh, from[0]).Set(kMemory, kName, 1, "A<B");
   const std::string text = TableText(fresh, from, kReadingOrder);
   EXPECT_EQ(text.substr(0, text.find("Tone,")), "Channel\tFrequency, MHz\tStep, kHz\tTone\tTx");
-  EXPECT_NE(TableHtml(fresh, from, std::vector{kName}).find("<td>0</td><td>A&lt;B</td></tr>"),
-            std::string::npos);
+  const std::string html = TableHtml(fresh, from, std::vector{kFrequency, kName});
+  EXPECT_NE(html.find("<td>0</td><td sdval=\"145.6125\" sdnum=\"1033;\">145.6125</td>"
+                      "<td sdnum=\"1033;0;@\">A&lt;B</td></tr>\n<tr><td>1</td><td></td>"),
+            std::string::npos)
+      << html;
+  RecordAt(fresh, from[0]).Set(kMemory, kName, 1, "1.5");
+  EXPECT_NE(TableHtml(fresh, from, std::vector{kName}).find("@\">1.5</td>"), std::string::npos);
   CloneImage again = FreshData().image;
   again.ChannelInUse[201] = true;
   PasteTable(ReadTable(TableText(fresh, from, std::vector{kFrequency, kShift}), {}), false, 0, to,

@@ -26,7 +26,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
       {{}, "a command is missing. See rxq40ctl --help."},
       {{"raed", "-p", "1", "x.Q40"}, "there is no command \"raed\". Did you mean read?"},
       {{"ixport"}, "there is no command \"ixport\". Did you mean export?"},  // or import
-      {{"\x1B[31m\n"}, "there is no command \"\\x1B[31m\\x0A\". See rxq40ctl --help."},
+      {{"\x1B[31m\n"}, R"(there is no command "\x1B[31m\x0A". See rxq40ctl --help.)"},
       {{"read", "x.Q40"}, "read: --port is required. See rxq40ctl read --help."},
       {{"read", "--FRCE=1", "x"}, "read: there is no option \"--FRCE\". Did you mean --force?"},
       {{"read", "-p", "1", "--qui", "x"},
@@ -71,6 +71,7 @@ TEST_F(Ctl, WrongUsageIsTwo) {
 
 // What a terminal would obey reaches it from no file, no name and no device.
 TEST_F(Ctl, NothingSteersTheTerminal) {
+  // NOLINTNEXTLINE(misc-misleading-bidirectional): it is meant to mislead
   const std::string nasty = "\x1B\x7F\x9B\xC2\x9B\xE2\x80\xAE\xC0\x9B\xED\xA0\x80K\xC3\xB6ln";
   const std::string escaped =
       "\\x1B\\x7F\\x9B\\xC2\\x9B\\xE2\\x80\\xAE\\xC0\\x9B\\xED\\xA0\\x80K\xC3\xB6ln";

@@ -41,16 +41,24 @@ std::string Escaped(std::string_view text) {
   return html;
 }
 
-// Every item of the table, the headings first.
+// What a spreadsheet program is told of a cell, so that its language decides nothing: 145.6250 is a
+// number also where it would be written 145,6250, and 023 is none.
+std::string CellType(Field field, const std::string& item) {
+  const bool number = !UnitOf(field).empty() && item.find('.') != std::string::npos &&
+                      item.find_first_not_of("0123456789.") == std::string::npos;
+  return number ? " sdval=\"" + item + R"(" sdnum="1033;")" : R"( sdnum="1033;0;@")";
+}
+
+// Every item of the table, the headings first; `take` gets no field with those and the channel's title.
 template <class TakeItem, class EndRow>
 void Walk(const CloneImage& image, std::span<const ChannelPlace> places,
           std::span<const Field> fields, TakeItem take, EndRow end) {
-  take(std::string(kChannelHeading), true);
-  for (const Field field : fields) take(HeadingOf(field), true);
+  take(std::string(kChannelHeading), true, std::nullopt);
+  for (const Field field : fields) take(HeadingOf(field), true, std::nullopt);
   end();
   for (const ChannelPlace& place : places) {
-    take(TitleOf(place), false);
-    for (const Field field : fields) take(Item(image, place, field), false);
+    take(TitleOf(place), false, std::nullopt);
+    for (const Field field : fields) take(Item(image, place, field), false, std::optional(field));
     end();
   }
 }
@@ -281,7 +289,7 @@ std::string TableText(const CloneImage& image, std::span<const ChannelPlace> pla
   std::string text;
   Walk(
       image, places, fields,
-      [&](const std::string& item, bool /*heading*/) {
+      [&](const std::string& item, bool /*heading*/, std::optional<Field> /*field*/) {
         if (!text.empty() && text.back() != '\n') text += '\t';
         text += item;
       },
@@ -294,9 +302,10 @@ std::string TableHtml(const CloneImage& image, std::span<const ChannelPlace> pla
   std::string text = "<meta charset=\"utf-8\"><table><tr>";
   Walk(
       image, places, fields,
-      [&](const std::string& item, bool heading) {
-        const std::string tag = heading ? "th>" : "td>";
-        text += '<' + tag + Escaped(item) + "</" + tag;
+      [&](const std::string& item, bool heading, std::optional<Field> field) {
+        const std::string tag = heading ? "th" : "td";
+        text += '<' + tag + (field && !item.empty() ? CellType(*field, item) : "") + '>' +
+                Escaped(item) + "</" + tag + '>';
       },
       [&] { text += "</tr>\n<tr>"; });
   text.resize(text.size() - std::string_view("<tr>").size());
