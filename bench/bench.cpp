@@ -32,7 +32,9 @@ std::atomic<long> allocations{0};
   throw std::bad_alloc();
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
+}
 
 namespace q40 {
 namespace {
@@ -86,8 +88,8 @@ double Median(std::vector<double> values) {
 }
 
 double MedianOf(int times, const std::function<double()>& measure) {
-  std::vector<double> values;
-  for (int i = 0; i < times; ++i) values.push_back(measure());
+  std::vector<double> values(static_cast<std::size_t>(times));
+  std::generate(values.begin(), values.end(), measure);
   return Median(values);
 }
 
@@ -251,9 +253,10 @@ void Check(const Folder& folder) {
             (count > 1 ? Number(" (%.0f us a file more)", 1e6 * (seconds - single) / (count - 1))
                        : ""),
         "linear");
-    if (count == 1000)
+    if (count == 1000) {
       Row("memory of check, 1000 files", Number("%.1f MiB", static_cast<double>(peak) / 1024),
           "16 MB");
+    }
   }
 }
 

@@ -83,7 +83,7 @@ std::string FullFile(const QTemporaryDir& folder) {
     data.image.MemoryTable[n] = data.image.TemplateChannel();
     data.image.ChannelInUse[n] = true;
   }
-  const std::string path = folder.filePath(QStringLiteral("full.Q40")).toStdString();
+  std::string path = folder.filePath(QStringLiteral("full.Q40")).toStdString();
   if (q40::SaveCloneFile(path, data, data.model)) std::exit(EXIT_FAILURE);
   return path;
 }
