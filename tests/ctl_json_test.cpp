@@ -165,7 +165,8 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
       {R"j({"Memory 4": {"Name": "hill"}})j", 0, "", "/Memory 4/Name", "HILL"},
       {R"j({"Memory 4": {"In use": true}})j", 0, "1 value", "/Memory 4/Frequency", 145},
       {R"j({"Memory 3": {"Name": "TOOLONG"}})j", 9, "is longer than 6", "/Memory 3/Name", "LAKE"},
-      {R"j({"Memory 3": {"Name": "A?"}})j", 9, "no name can have: \"?\""},
+      {R"j({"Memory 3": {"Name": "A!"}})j", 9, "no name can have: \"!\""},
+      {R"j({"Memory 3": {"Name": "a?"}})j", 0, "", "/Memory 3/Name", "A?"},
       {
           R"j({"Memory 3": {"Name": "A)"
 }
