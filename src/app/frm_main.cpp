@@ -114,7 +114,7 @@ void frmMain::ConnectSession() {
   connect(journal_, &JournalKeeper::endRequested, &net_->stop(),
           [this] { net_->stop().StopThen([] {}); });
   connect(channels_, &ChannelListCommand::opened, this, &frmMain::ShowWindow);
-  connect(channels_, &ChannelListCommand::noted, checkup_, &CheckUpCommand::ShowNotesOf);
+  connect(channels_, &ChannelListCommand::noted, changes_, &ChangesDesk::ShowPaste);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 

@@ -285,10 +285,15 @@ TEST_F(ChannelList, TheClipboardGoesToSpreadsheetsAndBack) {
   Do("mnuListPaste");
   EXPECT_EQ(Frequencies(20, 2), "145.775 -");
   EXPECT_EQ(Said(), "Pasted: 1 channel. Not understood: 2.");
-  ASSERT_TRUE(Find("frmImportNotes").isVisible());
-  auto& notes = Find<QTableWidget>("tblImportNotes");
+  // What was not understood stands beside what has changed, and Undo takes it back from there.
+  ASSERT_TRUE(Find("ChangesWindow").isVisible());
+  EXPECT_EQ(Find<QComboBox>("cmbAgainst").currentText(), "Before the paste");
+  EXPECT_EQ(Find<QLabel>("lblLost").text(), "Pasted: 1 channel. Not understood: 2.");
+  auto& notes = Find<QTableWidget>("tblLost");
   EXPECT_EQ(notes.item(0, 2)->text(), "Colour");
   EXPECT_TRUE(notes.item(1, 3)->text().startsWith("600 MHz is outside the bands"));
+  Trigger("mnuUndo");
+  EXPECT_EQ(Frequencies(20, 2), "- -");
 
   // Into every selected row; in the columns that are shown, from the current one on.
   QApplication::clipboard()->setText("TSQ\t100");
