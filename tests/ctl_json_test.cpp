@@ -166,6 +166,7 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
       {R"j({"Memory 4": {"In use": true}})j", 0, "1 value", "/Memory 4/Frequency", 145},
       {R"j({"Memory 3": {"Name": "TOOLONG"}})j", 9, "is longer than 6", "/Memory 3/Name", "LAKE"},
       {R"j({"Memory 3": {"Name": "A!"}})j", 9, "no name can have: \"!\""},
+      {R"j({"Memory 3": {"Name": "A\u0000"}})j", 9, "no name can have: \"\\x00\""},
       {R"j({"Memory 3": {"Name": "a?"}})j", 0, "", "/Memory 3/Name", "A?"},
       {
           R"j({"Memory 3": {"Name": "A)"
@@ -184,7 +185,7 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
       {R"j({"VHF RPT": {"Power": "Lo"}})j", 0, "1 value"},
       {R"j({"VHF RPT": {"Shift": "Split"}})j", 9, "is for VFO and CALL only"},
       {R"j({"VHF CALL": {"Shift": "Split"}})j", 0, "", "/VHF CALL/Shift", "Split"},
-      {R"j({"VHF VFO": {"Frequency": 435}})j", 9, "are VHF (144.000-145.995MHz)"},
+      {R"j({"UHF VFO": {"Frequency": 145}})j", 9, "RX-Q40E are UHF (4"},
       {R"j({"VHF PH": {"In use": false}})j", 0, "", "/VHF PH", {{"In use", false}}},
       {R"j({"Auto dialer": {"M1": "12ab", "St": ""}})j", 9, "/Auto dialer/St: \"\" must not be",
        "/Auto dialer/M1", "12AB"},

@@ -44,10 +44,11 @@ Objection ToFrequency(Units100Hz frequency, const EditedChannel& channel) {
   return ToFraction(frequency);
 }
 
-// Letters are typed small, most of them. A "?" has no key, but can be pasted, and the radio keeps it.
+// What has a key, and what the radio keeps: capitals, most of which are typed small, and "?", which can be
+// pasted.
 bool IsNameCharacter(char c) {
-  if (c == kBackspace) return false;
-  if (NameKey(c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == c) return true;
+  if (c == kBackspace || c == '\0') return false;
+  if (NameKey(c) == c) return true;
   const auto code = NameCodeDigits(static_cast<unsigned char>(c));
   return NameCharacter(HexByteValue({code.data(), code.size()}, 0)) == c;
 }
