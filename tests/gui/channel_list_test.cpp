@@ -78,7 +78,7 @@ class ChannelList : public Window {
   int Notices(const std::function<void()>& run) {
     int notices = 0;
     const auto counting =
-        QObject::connect(&Table().channels(), &QAbstractItemModel::dataChanged, [&] { ++notices; });
+        QObject::connect(window_->findChild<Session*>(), &Session::changed, [&] { ++notices; });
     run();
     QObject::disconnect(counting);
     return notices;
