@@ -72,7 +72,8 @@ TEST_F(CtlJson, AWholeDocumentMakesTheWholeFile) {
   EXPECT_EQ(made_, test::Content(fresh));
 }
 
-// Every difference that diff tells stands in the two documents under the same two names.
+// Every difference that diff tells stands in the two documents under the same two names, with the same
+// values.
 TEST_F(CtlJson, DiffAndShowCallThingsTheSame) {
   const std::string a = OddFile("a.Q40", 31);
   const std::string b = OddFile("b.Q40", 32);
@@ -86,6 +87,8 @@ TEST_F(CtlJson, DiffAndShowCallThingsTheSame) {
     ASSERT_TRUE(shown_a.contains(place) && shown_b.contains(place)) << row;
     EXPECT_TRUE(shown_a[place].contains(name) || shown_b[place].contains(name)) << row;
     EXPECT_NE(shown_a[place], shown_b[place]) << row;
+    EXPECT_EQ(row["a"], shown_a[place].value(name, json())) << row;
+    EXPECT_EQ(row["b"], shown_b[place].value(name, json())) << row;
   }
 }
 
