@@ -201,8 +201,6 @@ void frmMain::FinishStartUp() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-  // Nobody can be asked while the whole session ends, and the journal is kept.
-  if (qApp->isSavingSession()) return event->accept();
   event->ignore();
   if (session_.busy() == Session::Busy::kTalking) return net_->stop().AskToClose();
   // Intended: changed channels alone are not asked about.
