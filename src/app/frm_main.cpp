@@ -1,6 +1,5 @@
 #include "app/frm_main.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QTabWidget>
 #include <QTimer>
