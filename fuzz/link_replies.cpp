@@ -152,8 +152,7 @@ struct NetResult {
   bool done = false;
 };
 
-NetResult RunNet(NetCall call, Input& input, int model, Link& link, test::FakeHost& host,
-                 Sequences& sequences) {
+NetResult RunNet(NetCall call, Input& input, int model, Link& link, test::FakeHost& host) {
   NetResult result;
   RadioCopy copy{model, '0', {}};
   for (const Unit unit : UnitsOf(Half::kBoth)) copy.units.push_back({unit, Digits(input)});
@@ -165,7 +164,10 @@ NetResult RunNet(NetCall call, Input& input, int model, Link& link, test::FakeHo
       break;
     case kRestore: result.write = RestoreRadio(link, host, copy, {}); break;
     case kSwap: result.write = SwapUnits(link, host, model, Swaps(input)); break;
-    default: result.write.last = sequences.Verify({copy.units[3], copy.units[99]}, found);
+    default:
+      result.write.last =
+          UnitSequences(link, host)
+              .Read(Sequence::kVerify, model, {copy.units[3], copy.units[99]}, found);
   }
   result.done = result.write.last.outcome == Outcome::kDone;
   if (call == kBackUp && result.done) {
@@ -212,7 +214,7 @@ void Run(Input input) {
   bool writing = is_net;
   if (is_net) {
     const auto call = static_cast<NetCall>(number - kPlain);
-    const NetResult result = RunNet(call, input, before.model, link, host, sequences);
+    const NetResult result = RunNet(call, input, before.model, link, host);
     CheckNet(result, port, time.pump.stop);
   } else {
     const Call& call = kCalls[number];

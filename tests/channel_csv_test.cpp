@@ -9,20 +9,16 @@
 #include "files/channel_table.h"
 #include "files/csv_text.h"
 #include "radio/channel_fields.h"
+#include "support/import_messages.h"
 #include "support/random_document.h"
 
 namespace q40 {
 namespace {
 
 using enum Field;
+using test::Messages;
 
 constexpr auto kMemory = ChannelKind::kMemory;
-
-std::vector<std::string> Messages(const ImportReport& report) {
-  std::vector<std::string> messages;
-  for (const ImportNote& note : report.notes) messages.push_back(note.Message());
-  return messages;
-}
 
 // What follows the channel in a record, up to the name.
 const std::string kItems = ",145,5KHz,None,67,67,023,023,None,0,Off,Lo,0,Off,Off,Off,Off,Normal";

@@ -5,20 +5,16 @@
 
 #include "document/defaults.h"
 #include "radio/channel_fields.h"
+#include "support/import_messages.h"
 #include "support/random_document.h"
 
 namespace q40 {
 namespace {
 
 using enum Field;
+using test::Messages;
 
 constexpr auto kMemory = ChannelKind::kMemory;
-
-std::vector<std::string> Messages(const ImportReport& report) {
-  std::vector<std::string> messages;
-  for (const ImportNote& note : report.notes) messages.push_back(note.Message());
-  return messages;
-}
 
 std::vector<ChannelPlace> MemoryPlaces(std::initializer_list<int> rows) {
   std::vector<ChannelPlace> places;

@@ -72,7 +72,8 @@ TEST_F(CtlJson, AWholeDocumentMakesTheWholeFile) {
   EXPECT_EQ(made_, test::Content(fresh));
 }
 
-// Every difference that diff tells stands in the two documents under the same two names.
+// Every difference that diff tells stands in the two documents under the same two names, with the same
+// values.
 TEST_F(CtlJson, DiffAndShowCallThingsTheSame) {
   const std::string a = OddFile("a.Q40", 31);
   const std::string b = OddFile("b.Q40", 32);
@@ -86,6 +87,8 @@ TEST_F(CtlJson, DiffAndShowCallThingsTheSame) {
     ASSERT_TRUE(shown_a.contains(place) && shown_b.contains(place)) << row;
     EXPECT_TRUE(shown_a[place].contains(name) || shown_b[place].contains(name)) << row;
     EXPECT_NE(shown_a[place], shown_b[place]) << row;
+    EXPECT_EQ(row["a"], shown_a[place].value(name, json())) << row;
+    EXPECT_EQ(row["b"], shown_b[place].value(name, json())) << row;
   }
 }
 
@@ -165,7 +168,9 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
       {R"j({"Memory 4": {"Name": "hill"}})j", 0, "", "/Memory 4/Name", "HILL"},
       {R"j({"Memory 4": {"In use": true}})j", 0, "1 value", "/Memory 4/Frequency", 145},
       {R"j({"Memory 3": {"Name": "TOOLONG"}})j", 9, "is longer than 6", "/Memory 3/Name", "LAKE"},
-      {R"j({"Memory 3": {"Name": "A?"}})j", 9, "no name can have: \"?\""},
+      {R"j({"Memory 3": {"Name": "A!"}})j", 9, "no name can have: \"!\""},
+      {R"j({"Memory 3": {"Name": "A\u0000"}})j", 9, "no name can have: \"\\x00\""},
+      {R"j({"Memory 3": {"Name": "a?"}})j", 0, "", "/Memory 3/Name", "A?"},
       {
           R"j({"Memory 3": {"Name": "A)"
 }
@@ -183,7 +188,7 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
       {R"j({"VHF RPT": {"Power": "Lo"}})j", 0, "1 value"},
       {R"j({"VHF RPT": {"Shift": "Split"}})j", 9, "is for VFO and CALL only"},
       {R"j({"VHF CALL": {"Shift": "Split"}})j", 0, "", "/VHF CALL/Shift", "Split"},
-      {R"j({"VHF VFO": {"Frequency": 435}})j", 9, "are VHF (144.000-145.995MHz)"},
+      {R"j({"UHF VFO": {"Frequency": 145}})j", 9, "RX-Q40E are UHF (4"},
       {R"j({"VHF PH": {"In use": false}})j", 0, "", "/VHF PH", {{"In use", false}}},
       {R"j({"Auto dialer": {"M1": "12ab", "St": ""}})j", 9, "/Auto dialer/St: \"\" must not be",
        "/Auto dialer/M1", "12AB"},

@@ -198,7 +198,7 @@ TEST_F(Ctl, NewShowCheckDiff) {
             std::string::npos);
   EXPECT_NE(Run({"show", folder_ / "f.Q40"}).out.find("\n  PH    -\n"), std::string::npos);
   EXPECT_EQ(nlohmann::json::parse(Run({"diff", "--json", path, folder_ / "f.Q40"}).out)[0]["b"],
-            "20");
+            20);
 
   text.replace(34 * 3, 1, "G");
   test::Store(folder_ / "f.Q40", text);

@@ -26,9 +26,10 @@ class Listener final : public DocumentListener {
   std::string heard;  // of each notice, in order
   void DocumentChanged(const DocumentChange& change) override {
     heard += '[';
-    if (change.last_channel >= change.first_channel) {
-      heard += std::to_string(change.first_channel) + '-' + std::to_string(change.last_channel);
-    }
+    EachRun(change.channels, [this](int first, int last) {
+      heard += std::to_string(first) + '-' + std::to_string(last) + ' ';
+    });
+    if (change.channels.any()) heard.pop_back();
     const std::pair<bool, const char*> parts[] = {
         {change.as_read, " read"},      {change.special_channels, " special"},
         {change.settings, " settings"}, {change.dial, " dial"},
@@ -60,11 +61,11 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       {"many",
        [](D& d) {
          CloneImage image = d.image();
-         for (const int n : {7, 3}) SetCell(image, 0, {kMemory, {}, n}, kFrequency, "145");
+         for (const int n : {7, 3, 4}) SetCell(image, 0, {kMemory, {}, n}, kFrequency, "145");
          d.StoreChannels(image);
          EXPECT_EQ(d.image().MemoryTable[7].cellText[0], "145.0000");
        },
-       "SM", "[3-7]"},
+       "SM", "[3-4 7-7]"},
       {"many special",
        [](D& d) {
          CloneImage image = d.image();
@@ -93,10 +94,10 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
       {"nothing to take back", [](D& d) { d.TakeBack(FreshData(), {{}}); }, "--", ""},
       {"take back",
        [](D& d) {
-         d.TakeBack(FreshData(), {{.unit = Unit::Memory(3), .setting = {}, .field = {}},
-                                  {.unit = Unit::Memory(7), .setting = {}, .field = kPower}});
+         d.TakeBack(FreshData(), {{.unit = Unit::Memory(7), .setting = {}, .field = kPower},
+                                  {.unit = Unit::Memory(3), .setting = {}, .field = {}}});
        },
-       "SM", "[3-7]"},
+       "SM", "[3-3 7-7]"},
       {"take back a special channel",
        [](D& d) {
          d.TakeBack(FreshData(),

@@ -297,6 +297,7 @@ TEST(MemoryEdit, ManyAtOnce) {
 TEST(ChannelCells, TakeWhatTheDialogTakesAndRefuseWhatItRepairs) {
   const ChannelPlace home{kMemory, {}, 7};
   const ChannelPlace empty{kMemory, {}, 8};
+  const ChannelPlace odd{kMemory, {}, 9};  // from a radio: no key makes its frequency
   const ChannelPlace vfo{kSpecial, Band::kVhf, kVfoRow};
   const ChannelPlace rpt{kSpecial, Band::kUhf, kRptRow};
   const ChannelPlace ph{kSpecial, Band::kUhf, kPhRow};
@@ -337,6 +338,9 @@ TEST(ChannelCells, TakeWhatTheDialogTakesAndRefuseWhatItRepairs) {
       {home, kBandwidth, "narrow", "Narrow", ""},
       {home, kShift, "Split", "Split", ""},
       {home, kSkip, "on", "On", ""},
+      {odd, kFrequency, "600,0013", "600.0013", ""},
+      {odd, kFrequency, "600.005", "600.0050", ""},
+      {odd, kFrequency, "600.0014", "600.0013", ".0014 is no multiple"},
       {empty, kFrequency, "430", "430.0000", ""},
       {empty, kName, "X", "", "The channel is empty"},
       {vfo, kFrequency, "430", "145.0000", "430 MHz is outside the bands"},
@@ -351,7 +355,8 @@ TEST(ChannelCells, TakeWhatTheDialogTakesAndRefuseWhatItRepairs) {
       {ph, kFrequency, "430", "430.0000", ""},
   };
   CloneImage before = FreshData().image;
-  PutRecord(before, home, before.TemplateChannel());
+  for (const auto& place : {home, odd}) PutRecord(before, place, before.TemplateChannel());
+  RecordAt(before, odd).Set(kMemory, kFrequency, 6'000'013, "600.0013");
   for (const auto& c : cases) {
     CloneImage image = before;
     const CellResult result = SetCell(image, 0, c.place, c.field, c.typed);

@@ -1,6 +1,7 @@
 // Writing with a net, against a radio that keeps what is written to it.
 #include <set>
 
+#include "link/unit_sequences.h"
 #include "link/write_texts.h"
 #include "support/random_document.h"
 #include "support/scripted_radio.h"
@@ -115,17 +116,18 @@ TEST(Verify, ReadsNothingWithoutTheRadioOfTheDocument) {
   Radio silent;
   silent.identity = "";
   Radio other;
-  other.identity = "RXQ40x2Ax";
+  other.identity = "RXQ40x2A.";
   Radio stops;
   stops.answers["0200"] = "";
   const std::tuple<Radio&, Outcome, std::size_t, std::size_t> cases[] = {
       {closed, Outcome::kPortError, 0, 0},
-      {silent, Outcome::kCommunicationError, 1, 0},
+      {silent, Outcome::kCommunicationError, 2, 0},  // a bare line end is asked for once more
       {other, Outcome::kWrongModel, 1, 0},
       {stops, Outcome::kCommunicationError, 2, 1}};
   for (const auto& [radio, outcome, sent, units] : cases) {
     std::vector<UnitData> found;
-    EXPECT_EQ(radio.sequences.Verify(written, found).outcome, outcome);
+    UnitSequences sequences(radio.link, radio.host);
+    EXPECT_EQ(sequences.Read(Sequence::kVerify, 0, written, found).outcome, outcome);
     EXPECT_EQ(radio.port.sent.size(), sent);
     EXPECT_EQ(found.size(), units);
     EXPECT_EQ(radio.held.model, 0);

@@ -95,6 +95,7 @@ void ChangesDesk::Fill() {
   if (states_.before_import()) {
     list_.push_back({Kind::kImport, {}, states_.before_import()->name});
   }
+  if (states_.before_paste()) list_.push_back({Kind::kPaste, {}, states_.before_paste()->name});
   std::vector<std::string> backups = Backups(at_.backup_folder);
   for (const std::string& path : backups) {
     list_.push_back({Kind::kClone, path, tr("Backup %1").arg(Shown(FileName(path)))});
@@ -143,6 +144,8 @@ const KnownStates::State* ChangesDesk::Chosen() const {
     case Against::Kind::kRadio: return states_.radio() ? &*states_.radio() : nullptr;
     case Against::Kind::kImport:
       return states_.before_import() ? &*states_.before_import() : &states_.file();
+    case Against::Kind::kPaste:
+      return states_.before_paste() ? &*states_.before_paste() : &states_.file();
     case Against::Kind::kClone: return &clone_;
     default: return &states_.file();
   }
@@ -182,21 +185,30 @@ void ChangesDesk::TakeBack() {
                                 : tr("Took %1 changes back.").arg(count));
 }
 
-// ---- what an import did
+// ---- what came in
 
 void ChangesDesk::NoteImport(const QString& account, const ImportReport& report) {
-  import_account_ = account;
-  import_report_ = report;
+  import_ = {account, report};
   if (!states_.before_import()) return;
   chosen_ = {Against::Kind::kImport, {}, {}};
   FollowStates();
 }
 
+void ChangesDesk::ShowPaste(const QString& account, const ImportReport& report,
+                            const CloneImage& before) {
+  paste_ = {account, report};
+  states_.KeepBeforePaste(before);
+  chosen_ = {Against::Kind::kPaste, {}, {}};
+  Show();
+}
+
 void ChangesDesk::ShowNotes() {
-  if (chosen_.kind != Against::Kind::kImport) return changes_->ShowNotes({}, {});
-  const auto rows = ImportNotes::RowsOf(import_report_);
-  QString account = import_account_;
-  const int more = import_report_.note_count - static_cast<int>(rows.size());
+  const bool paste = chosen_.kind == Against::Kind::kPaste;
+  if (!paste && chosen_.kind != Against::Kind::kImport) return changes_->ShowNotes({}, {});
+  const Incoming& incoming = paste ? paste_ : import_;
+  const auto rows = ImportNotes::RowsOf(incoming.report);
+  QString account = incoming.account;
+  const int more = incoming.report.note_count - static_cast<int>(rows.size());
   if (more > 0) account += tr(" %1 more notes are not listed.").arg(more);
   changes_->ShowNotes(account, rows);
 }

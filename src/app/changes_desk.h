@@ -38,6 +38,8 @@ class ChangesDesk final : public QObject {
   ChangesDesk(const Parts& parts, QMainWindow& window);
 
   void Show();
+  // Shows what a paste into the channel list has changed, and what of it was not understood.
+  void ShowPaste(const QString& account, const ImportReport& report, const CloneImage& before);
   // Shows what a write would change in the radio, if the user wants to see that. False: no write.
   [[nodiscard]] bool MayWrite(Half half);
 
@@ -47,11 +49,16 @@ class ChangesDesk final : public QObject {
 
  private:
   struct Against {
-    enum class Kind : unsigned char { kFile, kRadio, kImport, kClone, kAsk };
+    enum class Kind : unsigned char { kFile, kRadio, kImport, kPaste, kClone, kAsk };
     Kind kind = Kind::kFile;
     std::string path;  // of a clone file
     QString name;
     bool operator==(const Against& other) const { return kind == other.kind && path == other.path; }
+  };
+  // What was not taken as it was written.
+  struct Incoming {
+    QString account;
+    ImportReport report;
   };
 
   void MakeWindow();
@@ -75,8 +82,8 @@ class ChangesDesk final : public QObject {
   Against chosen_;
   KnownStates::State clone_;  // the file that was chosen
   std::string own_clone_;     // its path when it is no backup
-  QString import_account_;
-  ImportReport import_report_;
+  Incoming import_;
+  Incoming paste_;
 };
 
 }  // namespace q40

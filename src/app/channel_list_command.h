@@ -10,6 +10,7 @@ namespace q40 {
 class ChannelListWindow;
 class MainPages;
 class Session;
+struct CloneImage;
 struct ImportReport;
 
 class ChannelListCommand final : public QObject {
@@ -27,7 +28,8 @@ class ChannelListCommand final : public QObject {
  signals:
   void opened(QWidget& window);  // to be shown
   // A paste into the list that has not understood everything.
-  void noted(const QString& account, const q40::ImportReport& report);
+  void noted(const QString& account, const q40::ImportReport& report,
+             const q40::CloneImage& before);
 
  private:
   void MakeWindow();

@@ -51,11 +51,6 @@ void CheckUpCommand::ForgetNotes() {
   emit notesKept(false);
 }
 
-void CheckUpCommand::ShowNotesOf(const QString& account, const ImportReport& report) {
-  KeepNotes(account, report);
-  ShowNotes();
-}
-
 void CheckUpCommand::ShowNotes() { emit opened(*notes_); }
 
 }  // namespace q40

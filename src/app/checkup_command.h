@@ -27,8 +27,6 @@ class CheckUpCommand final : public QObject {
   void KeepNotes(const QString& account, const ImportReport& report);
   void ForgetNotes();
   void ShowNotes();
-  // Of something that is to be read at once.
-  void ShowNotesOf(const QString& account, const ImportReport& report);
 
  signals:
   void opened(QWidget& window);  // to be shown

@@ -1,6 +1,5 @@
 #include "app/frm_main.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QTabWidget>
 #include <QTimer>
@@ -114,7 +113,7 @@ void frmMain::ConnectSession() {
   connect(journal_, &JournalKeeper::endRequested, &net_->stop(),
           [this] { net_->stop().StopThen([] {}); });
   connect(channels_, &ChannelListCommand::opened, this, &frmMain::ShowWindow);
-  connect(channels_, &ChannelListCommand::noted, checkup_, &CheckUpCommand::ShowNotesOf);
+  connect(channels_, &ChannelListCommand::noted, changes_, &ChangesDesk::ShowPaste);
   connect(help_, &HelpDesk::opened, this, &frmMain::ShowWindow);
 }
 
@@ -201,8 +200,6 @@ void frmMain::FinishStartUp() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-  // Nobody can be asked while the whole session ends, and the journal is kept.
-  if (qApp->isSavingSession()) return event->accept();
   event->ignore();
   if (session_.busy() == Session::Busy::kTalking) return net_->stop().AskToClose();
   // Intended: changed channels alone are not asked about.

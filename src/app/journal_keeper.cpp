@@ -66,7 +66,7 @@ JournalKeeper::JournalKeeper(const Parts& parts, std::string folder, bool opens_
     Keep();  // there is nothing any more
   });
   // Both may be the last that the program hears before it is ended.
-  connect(qApp, &QGuiApplication::commitDataRequest, this, &JournalKeeper::Keep);
+  connect(qApp, &QGuiApplication::commitDataRequest, this, &JournalKeeper::ExpectEnd);
   connect(qApp, &QGuiApplication::saveStateRequest, this, &JournalKeeper::Keep);
 }
 
@@ -153,6 +153,20 @@ void JournalKeeper::End() {
   ending_ = true;
   emit endRequested();
   if (!IsTalking()) QCoreApplication::exit();
+}
+
+// Of the session. When everybody has kept his data its manager tells everybody to quit, and waits for none:
+// nobody can be asked then, even the window manager may have gone. Data that could not be kept is asked
+// about all the same.
+void JournalKeeper::ExpectEnd() {
+  Keep();
+  qApp->installEventFilter(this);
+}
+
+bool JournalKeeper::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != qApp || event->type() != QEvent::Quit || failed_) return false;
+  End();
+  return true;
 }
 
 // ---- what was left

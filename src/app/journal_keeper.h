@@ -55,6 +55,8 @@ class JournalKeeper final : public QObject {
   void NoteBusy();
   void Await();
   void Keep();
+  void ExpectEnd();
+  bool eventFilter(QObject* watched, QEvent* event) override;
   [[nodiscard]] bool IsUnsaved() const;
   [[nodiscard]] bool IsTalking() const;
 

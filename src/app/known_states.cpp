@@ -76,7 +76,7 @@ bool KnownStates::KnowsRadio(Half half) const {
 void KnownStates::KeepNew() {
   file_ = {tr("The new data, as it began"), session_.document().data()};
   has_file_ = false;
-  before_import_.reset();
+  ForgetIncoming();
   emit changed();
 }
 
@@ -85,7 +85,7 @@ void KnownStates::KeepFile(bool saved) {
   file_ = {(saved ? tr("%1, as last saved") : tr("%1, as opened")).arg(name),
            session_.document().data()};
   has_file_ = true;
-  if (!saved) before_import_.reset();
+  if (!saved) ForgetIncoming();
   emit changed();
 }
 
@@ -93,6 +93,18 @@ void KnownStates::KeepBeforeImport(const std::string& path) {
   before_import_ = {tr("Before the import of %1").arg(Shown(FileName(path))),
                     session_.document().data()};
   emit changed();
+}
+
+void KnownStates::KeepBeforePaste(const CloneImage& before) {
+  before_paste_ = {tr("Before the paste"), session_.document().data()};
+  before_paste_->data.image = before;
+  emit changed();
+}
+
+// They tell about other data.
+void KnownStates::ForgetIncoming() {
+  before_import_.reset();
+  before_paste_.reset();
 }
 
 void KnownStates::NoteSequence(Sequence sequence, const SequenceReport& report) {

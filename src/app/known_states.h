@@ -40,9 +40,12 @@ class KnownStates final : public QObject {
   [[nodiscard]] std::vector<CellDifference> ChangesOfWrite(Half half) const;
   // The document before the last import.
   [[nodiscard]] const std::optional<State>& before_import() const { return before_import_; }
+  // Before the last paste into the channel list that was not understood as a whole.
+  [[nodiscard]] const std::optional<State>& before_paste() const { return before_paste_; }
 
   // The radio holds this half of `data`: it was `how`, "read" or "written".
   void KeepRadio(const CloneData& data, Half half, const QString& how);
+  void KeepBeforePaste(const CloneImage& before);
 
  signals:
   void changed();
@@ -53,6 +56,7 @@ class KnownStates final : public QObject {
   void KeepBeforeImport(const std::string& path);
   void NoteSequence(Sequence sequence, const SequenceReport& report);
   void ForgetRadio(Half half);
+  void ForgetIncoming();
   void NameRadio();
 
   Session& session_;
@@ -61,6 +65,7 @@ class KnownStates final : public QObject {
   std::optional<State> radio_;
   QString radio_how_;  // "read at 14:05"
   std::optional<State> before_import_;
+  std::optional<State> before_paste_;
 };
 
 }  // namespace q40

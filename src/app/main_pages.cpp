@@ -30,10 +30,10 @@ void MainPages::Show(const DocumentChange& change) {
   for (int index = 0; change.dial && index < kDialCount; ++index) {
     settings2_->SetDialText(index, document_.dial()[static_cast<std::size_t>(index)]);
   }
-  if (change.last_channel < change.first_channel) return;
   using Order = ChannelGridModel::Order;
-  memory_->grid().cells().Redraw(change.first_channel, change.last_channel,
-                                 change.as_read ? Order::kByHeading : Order::kStored);
+  const Order order = change.as_read ? Order::kByHeading : Order::kStored;
+  EachRun(change.channels,
+          [&](int first, int last) { memory_->grid().cells().Redraw(first, last, order); });
 }
 
 void MainPages::ShowImported(const ImportReport& report) {

@@ -145,6 +145,12 @@ void RadioCommands::ReportWrite(const WriteResult& result, const QString& aside)
   const std::string backup = keeper_.WayBack();
   WriteAccount account = AccountOf(result, {Shown(FileName(backup)), Shown(backup)});
   account.text += aside;
+  if (!keeper_.not_kept().isEmpty()) {
+    account.text +=
+        tr(" What a write leaves when it breaks off could not be stored, and is known only "
+           "until the window closes: %1.")
+            .arg(keeper_.not_kept());
+  }
   if (account.good) return prompts_.Note(account.text);
   prompts_.NoteFailure(account.text);
   if (account.at_length) emit writeTold(account.text, account.differences);
@@ -175,7 +181,7 @@ void RadioCommands::ShowProgress(const SequenceProgress& progress) {
 void RadioCommands::NoteArrival(const DocumentChange& change) {
   if (session_.busy() != Session::Busy::kTalking || change.anew) return;
   if (change.settings) session_.part().SettingsArrived();
-  if (change.as_read) session_.part().ChannelArrived(change.first_channel);
+  if (change.as_read) session_.part().ChannelArrived(change.index);
   if (change.as_read || change.special_channels) emit channelsRead();
 }
 

@@ -25,25 +25,33 @@ std::string AsideName(const std::string& folder) {
 
 }  // namespace
 
-UnfinishedWork::UnfinishedWork(std::string folder)
-    : folder_(std::move(folder)), path_(folder_ + kFileName) {}
+UnfinishedWork::UnfinishedWork(std::string folder, FileSystem& files)
+    : files_(files), folder_(std::move(folder)), path_(folder_ + kFileName) {}
 
 // Its holder is asked by its process number, so that one that was killed holds nothing.
 bool UnfinishedWork::Lock() {
   lock_ = std::make_unique<QLockFile>(QFile::decodeName((folder_ + kLockName).c_str()));
   lock_->setStaleLockTime(0);
   if (lock_->tryLock(0)) return true;
+  lock_error_ = lock_->error();
   lock_.reset();
   return false;
 }
 
-void UnfinishedWork::Begin(UnfinishedWrite write) {
+QString UnfinishedWork::Begin(UnfinishedWrite write) {
   before_ = pending_;
   running_ = std::move(write);
-  std::error_code error;  // what cannot be kept on the disk is kept in this run
+  QString why;
+  std::error_code error;
   if (!folder_.empty()) fs::create_directories(folder_, error);
-  if (!folder_.empty() && !Lock()) path_.clear();
-  Keep(before_ ? Over(*before_, *running_) : *running_);
+  if (!folder_.empty() && !Lock()) {
+    const bool held = !error && lock_error_ == QLockFile::LockFailedError;
+    why = held ? tr("another program that is writing keeps its own there")
+               : tr("%1 cannot be written").arg(Shown(folder_));
+    path_.clear();
+  }
+  const QString not_stored = Keep(before_ ? Over(*before_, *running_) : *running_);
+  return why.isEmpty() ? not_stored : why;
 }
 
 void UnfinishedWork::Finish(End end) {
@@ -61,17 +69,19 @@ void UnfinishedWork::Finish(End end) {
 void UnfinishedWork::Forget() { Keep(std::nullopt); }
 
 // A failure to store it must not keep anybody from writing: it then lasts as long as this run.
-void UnfinishedWork::Keep(std::optional<UnfinishedWrite> write) {
+QString UnfinishedWork::Keep(std::optional<UnfinishedWrite> write) {
   pending_ = std::move(write);
+  std::optional<FileProblem> problem;
   if (!folder_.empty() && !path_.empty()) {
     std::error_code error;
     if (!pending_) {
       fs::remove(path_, error);
     } else {
-      static_cast<void>(SaveUnfinishedWrite(path_, *pending_));
+      problem = SaveUnfinishedWrite(path_, *pending_, files_);
     }
   }
   emit changed();
+  return problem ? Shown(problem->Message()) : QString();
 }
 
 QString UnfinishedWork::Find() {

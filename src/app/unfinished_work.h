@@ -21,14 +21,15 @@ class UnfinishedWork final : public QObject {
   Q_OBJECT
 
  public:
-  // `folder`: made when it is needed. Empty: nothing is kept on the disk.
-  explicit UnfinishedWork(std::string folder);
+  // `folder`: made when it is needed. Empty: nothing is kept on the disk. `files` must outlive it.
+  explicit UnfinishedWork(std::string folder, FileSystem& files = SystemFiles());
 
   // What is left to be written. While a write runs: what would be left if it ended now.
   [[nodiscard]] const std::optional<UnfinishedWrite>& pending() const { return pending_; }
 
-  // A write is about to send its first byte.
-  void Begin(UnfinishedWrite write);
+  // A write is about to send its first byte. Why it could not be stored, so that it is known in this run
+  // only; empty when it was, or when nothing is to be.
+  QString Begin(UnfinishedWrite write);
   enum class End : unsigned char { kUntouched, kBrokeOff, kDone };
   // It is over. Nothing when it has not begun.
   void Finish(End end);
@@ -43,12 +44,15 @@ class UnfinishedWork final : public QObject {
   void changed();
 
  private:
-  void Keep(std::optional<UnfinishedWrite> write);
+  // Why it could not be stored; empty when it was.
+  QString Keep(std::optional<UnfinishedWrite> write);
   [[nodiscard]] bool Lock();
 
+  FileSystem& files_;
   std::string folder_;
   std::string path_;
   std::unique_ptr<QLockFile> lock_;  // held while a write runs
+  QLockFile::LockError lock_error_ = QLockFile::NoError;
   std::optional<UnfinishedWrite> pending_;
   std::optional<UnfinishedWrite> before_;   // what was pending when the write began
   std::optional<UnfinishedWrite> running_;  // the write itself

@@ -32,6 +32,7 @@ void WriteKeeper::Plan(int model, std::vector<UnitData> planned) {
   planned_ = std::move(planned);
   writes_ = true;
   backup_.clear();
+  not_kept_.clear();
 }
 
 WriteNet WriteKeeper::Net(bool back_up, bool verify) {
@@ -55,7 +56,7 @@ void WriteKeeper::BeforeFirstByte() {
     write.swaps.push_back({target, {}});
     if (known) write.swaps.back().known = session_.radio().At(target.unit);
   }
-  session_.unfinished().Begin(std::move(write));
+  not_kept_ = session_.unfinished().Begin(std::move(write));
 }
 
 void WriteKeeper::Finish(const WriteResult& result) {

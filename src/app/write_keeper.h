@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QObject>
+#include <QString>
 
 #include "files/backup_folder.h"
 #include "link/safe_write.h"
@@ -30,6 +31,8 @@ class WriteKeeper final : public QObject {
   // Before its first byte.
   void BeforeFirstByte();
   void Finish(const WriteResult& result);
+  // Why what the write leaves when it breaks off could not be stored; empty when it was.
+  [[nodiscard]] const QString& not_kept() const { return not_kept_; }
   // The backup that brings a whole radio back after it; empty: there is none. That of a radio that was
   // half written already is none.
   [[nodiscard]] std::string WayBack() const;
@@ -50,6 +53,7 @@ class WriteKeeper final : public QObject {
   std::vector<UnitData> planned_;  // until the first byte
   bool writes_ = false;
   std::string backup_;  // of the last write; empty: none was made
+  QString not_kept_;
 };
 
 }  // namespace q40

@@ -136,13 +136,13 @@ bool ChannelListModel::setData(const QModelIndex& index, const QVariant& value, 
 
 // What is said of a channel depends on the model and its version too.
 void ChannelListModel::Show(const DocumentChange& change) {
-  const int last = rowCount() - 1;
-  const bool all = change.model || (kind_ == ChannelKind::kSpecial && change.special_channels);
-  const bool some = kind_ == ChannelKind::kMemory && change.first_channel <= change.last_channel;
-  if (all) {
-    emit dataChanged(index(0, 0), index(last, columnCount() - 1));
-  } else if (some) {
-    emit dataChanged(index(change.first_channel, 0), index(change.last_channel, columnCount() - 1));
+  const auto show = [this](int first, int last) {
+    emit dataChanged(index(first, 0), index(last, columnCount() - 1));
+  };
+  if (change.model || (kind_ == ChannelKind::kSpecial && change.special_channels)) {
+    show(0, rowCount() - 1);
+  } else if (kind_ == ChannelKind::kMemory) {
+    EachRun(change.channels, show);
   }
 }
 

@@ -41,7 +41,8 @@ class ChannelListWindow final : public QMainWindow {
 
  signals:
   // A paste that has not understood everything.
-  void noted(const QString& account, const q40::ImportReport& report);
+  void noted(const QString& account, const q40::ImportReport& report,
+             const q40::CloneImage& before);
   void hidden();
 
  protected:

@@ -106,7 +106,8 @@ void RowCommands::Paste(ChannelTable& table) {
             .arg(places.size()));
   }
   places.resize(copied.rows.size());
-  CloneImage image = document_.image();
+  const CloneImage before = document_.image();
+  CloneImage image = before;
   const ImportReport report = PasteTable(copied, own, document_.model(), places, image);
   const bool changed = document_.StoreChannels(image);
   const auto passed_over = static_cast<std::size_t>(report.passed_over_count);
@@ -114,7 +115,7 @@ void RowCommands::Paste(ChannelTable& table) {
                             : tr("The paste has changed nothing.");
   if (report.note_count > 0) {
     account += tr(" Not understood: %1.").arg(report.note_count);
-    emit noted(account, report);
+    emit noted(account, report, before);
   }
   table.Select(places);
   emit said(account);

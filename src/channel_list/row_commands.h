@@ -40,7 +40,8 @@ class RowCommands final : public QObject {
  signals:
   void said(const QString& text);
   // A paste that has not understood everything.
-  void noted(const QString& account, const q40::ImportReport& report);
+  void noted(const QString& account, const q40::ImportReport& report,
+             const q40::CloneImage& before);
 
  private:
   using Places = std::vector<ChannelPlace>;

@@ -12,26 +12,20 @@
 #include "document/value_rules.h"
 #include "radio/channel_fields.h"
 #include "radio/memory_map.h"
-#include "radio/name_codes.h"
 
 namespace q40 {
 namespace {
 
 constexpr std::size_t kFractionLength = 4;
 constexpr std::size_t kMhzLength = 3;
-constexpr std::size_t kOffsetMhzLength = 2;
 constexpr int kSplitChoice = 3;
 
 bool IsSpecial(const ChannelPlace& place) { return place.kind == ChannelKind::kSpecial; }
-bool IsRepeaterRow(const ChannelPlace& place) { return IsSpecial(place) && place.index == kRptRow; }
 bool IsLimit(const ChannelPlace& place) { return IsSpecial(place) && place.index >= kPhRow; }
 std::size_t RowOf(const ChannelPlace& place) { return static_cast<std::size_t>(place.index); }
 
 constexpr char LowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-constexpr char Capital(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 bool StartsWith(std::string_view text, std::string_view start) {
@@ -56,8 +50,8 @@ std::string_view Bare(Field field, std::string_view text) {
   return Trimmed(text);
 }
 
-// "145.6125" and "145,6125" as MHz and four digits behind the point. No value: it is neither, or is
-// finer than 100 Hz.
+// "145.6125" and "145,6125" as up to three digits of MHz and four behind the point. No value: it is
+// neither, or is finer than 100 Hz.
 std::optional<PastedFrequency> Frequency(std::string_view text) {
   const auto strange = [](char c) { return !IsDigit(c) && c != '.' && c != ','; };
   if (text.empty() || !IsDigit(text.front()) || std::any_of(text.begin(), text.end(), strange)) {
@@ -68,6 +62,7 @@ std::optional<PastedFrequency> Frequency(std::string_view text) {
   if (!found) return std::nullopt;
   std::string& fraction = found->fraction;
   if (fraction.find_first_not_of('0', kFractionLength) != std::string::npos) return std::nullopt;
+  if (found->mhz.size() > kMhzLength) return std::nullopt;
   fraction.resize(kFractionLength, '0');
   return found;
 }
@@ -92,98 +87,72 @@ std::optional<int> ChoiceIn(const std::vector<std::string>& choices, Field field
   return begins == 1 ? begun : std::nullopt;
 }
 
-// What the radio can store as it is, and what the keys of the dialog give.
-bool IsNameCharacter(char c) {
-  if (c == kBackspace) return false;
-  if (NameKey(LowerCase(c))) return true;
-  const auto code = NameCodeDigits(static_cast<char32_t>(static_cast<unsigned char>(c)));
-  return NameCharacter(HexByteValue({code.data(), code.size()}, 0)) == c;
-}
-
 // ---- one edit
 
 class Edit {
  public:
   Edit(CloneImage& image, int model, const ChannelPlace& place, Field field)
       : image_(image),
-        model_(model),
         place_(place),
         field_(field),
-        empty_(!InUse(image, place)),
-        values_(ValuesOf(Base(), place.kind, IsRepeaterRow(place))) {}
+        channel_(EditedChannelOf(image, model, place)),
+        values_(ValuesOf(*channel_.base, place.kind, IsRepeaterRow(place))) {}
 
   CellResult Take(std::string_view text) {
     std::string refusal = Refusal(text);
     if (!refusal.empty()) return {std::move(refusal), {}};
-    const ChannelRecord before = Base();
+    const ChannelRecord& before = *channel_.base;
     ChannelRecord after =
         RecordOf(values_, place_.kind, IsRepeaterRow(place_), RecordAt(image_, place_));
-    CellResult result{{}, empty_ ? std::string() : Followers(before, after)};
+    CellResult result{{}, channel_.in_use ? Followers(before, after) : std::string()};
     PutRecord(image_, place_, std::move(after));
     return result;
   }
 
  private:
-  // What the dialog would open with.
-  [[nodiscard]] const ChannelRecord& Base() const {
-    return empty_ && !IsSpecial(place_) ? image_.TemplateChannel() : RecordAt(image_, place_);
-  }
-
   std::string Refusal(std::string_view text) {
     if (!HasField(place_.kind, field_)) return "A special channel has none.";
     if (!IsEditable(place_, field_)) return "The repeater row does not carry it.";
-    if (empty_ && field_ != Field::kFrequency) {
+    if (!channel_.in_use && field_ != Field::kFrequency) {
       return "The channel is empty; it begins with a frequency.";
     }
-    if (field_ == Field::kName) return Name(text);
+    if (field_ == Field::kName) return Name(UpperCase(text));
     if (field_ == Field::kFrequency) return ChannelFrequency(Bare(field_, text));
     if (field_ == Field::kShiftFrequency) return Offset(Bare(field_, text));
     return Choice(Bare(field_, text));
   }
 
-  std::string Name(std::string_view text) {
-    const auto bad =
-        std::find_if(text.begin(), text.end(), [](char c) { return !IsNameCharacter(c); });
-    if (bad != text.end()) {
-      const auto at = static_cast<std::size_t>(bad - text.begin());
-      return Quoted(FirstCharacters(text.substr(at), 1)) + " is no character of a name.";
-    }
-    if (text.size() > kNameLength) return "Six characters fit into a name.";
-    values_.name = text;
-    std::transform(values_.name.begin(), values_.name.end(), values_.name.begin(), Capital);
-    return {};
+  std::string Name(const std::string& name) {
+    values_.name = name;
+    return Against(0, name);
   }
 
   std::string ChannelFrequency(std::string_view text) {
     if (text.empty()) return "A channel has a frequency; Clear empties the channel.";
     const auto typed = Frequency(WithoutStar(text));
-    if (!typed || typed->mhz.size() > kMhzLength) {
+    if (!typed) {
       return Quoted(text) + " is no frequency in MHz with four digits behind the point.";
     }
-    if (CheckedMhz(typed->mhz) != typed->mhz) return OutsideText(typed->mhz);
     values_.mhz = typed->mhz;
-    return Fraction(typed->fraction, values_.fraction);
+    return Fraction(*typed, values_.fraction, text);
   }
 
   std::string Offset(std::string_view text) {
     const auto typed = Frequency(text);
-    if (!typed || typed->mhz.size() > kOffsetMhzLength) {
-      return Quoted(text) + " is no offset: up to 99 MHz, without a sign.";
-    }
+    if (!typed) return NoOffset(text);
     values_.offset_mhz = typed->mhz;
-    return Fraction(typed->fraction, values_.offset_fraction);
+    return Fraction(*typed, values_.offset_fraction, text);
+  }
+
+  static std::string NoOffset(std::string_view text) {
+    return Quoted(text) + " is no offset: up to 99 MHz, without a sign.";
   }
 
   // The step follows the fraction, also that of the offset, as in the dialog.
-  std::string Fraction(const std::string& digits, std::string& fraction) {
-    const TunedFraction tuned = TuneFraction(digits);
-    if (tuned.digits != digits) {
-      return "." + digits + " is no multiple of 5 or 12.5 kHz; the next below is ." + tuned.digits +
-             ".";
-    }
-    fraction = digits;
-    if (!IsRepeaterRow(place_)) values_[Field::kStep] = tuned.step;
-    return {};
+  std::string Fraction(const PastedFrequency& typed, std::string& fraction, std::string_view text) {
+    fraction = typed.fraction;
+    if (!IsRepeaterRow(place_)) values_[Field::kStep] = TuneFraction(fraction).step;
+    return Against(LeadingFrequency(typed.mhz + '.' + fraction), text);
   }
 
   std::string Choice(std::string_view text) {
@@ -200,23 +169,27 @@ class Edit {
     return Quoted(text) + " is none of " + words + ".";
   }
 
-  [[nodiscard]] std::string CheckedMhz(const std::string& typed) const {
-    const std::string& current = RecordAt(image_, place_).Text(place_.kind, Field::kFrequency);
-    const int range = VersionOf(image_);
-    return IsSpecial(place_) ? CheckedSpecialMhz(typed, place_.band, model_, range, current)
-                             : CheckedMemoryMhz(typed, model_, range, !empty_, current);
+  // What the dialog has against a number, or against a text that is a name.
+  [[nodiscard]] std::string Against(Units100Hz number, std::string_view text) const {
+    const auto [to, detail] = ObjectionTo(channel_, field_, number, text);
+    switch (to) {
+      case Objection::To::kMhz: return OutsideText(number / kUnitsPerMhz);
+      case Objection::To::kFraction:
+        return '.' + FractionDigits(FrequencyText(number)) +
+               " is no multiple of 5 or 12.5 kHz; the next below is ." + FractionDigits(detail) +
+               ".";
+      case Objection::To::kOffset: return NoOffset(text);
+      case Objection::To::kCharacter: return detail + " is no character of a name.";
+      case Objection::To::kLength: return "Six characters fit into a name.";
+      default: return {};  // of what cannot be typed into this cell
+    }
   }
 
-  [[nodiscard]] std::string OutsideText(const std::string& mhz) const {
-    std::string ranges;
-    for (const Band band : kBands) {
-      if (IsSpecial(place_) && band != place_.band) continue;
-      ranges += (ranges.empty() ? "" : " ") +
-                std::string(BandTableOf(band).BandText(model_, VersionOf(image_)));
-    }
-    const std::string model(ModelName(model_));
+  [[nodiscard]] std::string OutsideText(int mhz) const {
+    const std::string ranges = BandTexts(channel_, false);
+    const std::string model(ModelName(channel_.model));
     if (ranges.empty()) return "Nothing is known of the bands of the " + model + ".";
-    return mhz + " MHz is outside the bands of the " + model + ": " + ranges + ".";
+    return std::to_string(mhz) + " MHz is outside the bands of the " + model + ": " + ranges + ".";
   }
 
   [[nodiscard]] std::string Followers(const ChannelRecord& before,
@@ -233,10 +206,9 @@ class Edit {
   }
 
   CloneImage& image_;
-  int model_;
   ChannelPlace place_;
   Field field_;
-  bool empty_;
+  EditedChannel channel_;
   DialogValues values_;
 };
 
@@ -292,7 +264,7 @@ bool ClearRecord(CloneImage& image, const ChannelPlace& place) {
 
 bool IsEditable(const ChannelPlace& place, Field field) {
   if (!HasField(place.kind, field)) return false;
-  return !IsRepeaterRow(place) || (field != Field::kFrequency && ChangesInRepeaterRow(field));
+  return !IsRepeaterRow(place) || ChangesInRepeaterRow(field);
 }
 
 std::vector<std::string> ChoicesOf(const ChannelPlace& place, Field field) {
@@ -301,8 +273,7 @@ std::vector<std::string> ChoicesOf(const ChannelPlace& place, Field field) {
   std::vector<std::string> choices;
   for (const Word& word : WordsOf(field)) choices.emplace_back(word.text);
   for (const std::string_view text : IndexListOf(field)) choices.emplace_back(text);
-  const bool no_split = IsSpecial(place) && place.index >= kRptRow;
-  if (field == Field::kShift && no_split) choices.resize(kSplitChoice);
+  if (field == Field::kShift && !OffersSplit(place.kind, place.index)) choices.resize(kSplitChoice);
   return choices;
 }
 

@@ -1,7 +1,5 @@
 #include "document/clone_document.h"
 
-#include <algorithm>
-
 #include "document/channel_cells.h"
 #include "document/defaults.h"
 #include "document/memory_edit.h"
@@ -10,20 +8,21 @@
 namespace q40 {
 namespace {
 
+constexpr int kLast = kMemoryChannelCount - 1;
+
+ChannelSet ChannelsThatDiffer(const CloneImage& a, const CloneImage& b) {
+  ChannelSet differ;
+  for (std::size_t n = 0; n < differ.size(); ++n) {
+    differ[n] = a.MemoryTable[n] != b.MemoryTable[n] || a.ChannelInUse[n] != b.ChannelInUse[n];
+  }
+  return differ;
+}
+
 // What has to be shown anew where `after` takes the place of `before`.
 DocumentChange ChangeBetween(const CloneData& before, const CloneData& after) {
   const CloneImage& a = before.image;
   const CloneImage& b = after.image;
-  DocumentChange change = {.act = DocumentAct::kRestore};
-  change.first_channel = kMemoryChannelCount;
-  for (int n = 0; n < kMemoryChannelCount; ++n) {
-    const auto row = static_cast<std::size_t>(n);
-    const bool same =
-        a.MemoryTable[row] == b.MemoryTable[row] && a.ChannelInUse[row] == b.ChannelInUse[row];
-    if (same) continue;
-    change.first_channel = std::min(change.first_channel, n);
-    change.last_channel = n;
-  }
+  DocumentChange change = {.channels = ChannelsThatDiffer(a, b), .act = DocumentAct::kRestore};
   change.special_channels = a.ShownSpecialSet != b.ShownSpecialSet ||
                             a.ShownPresent != b.ShownPresent || a.ShownBand != b.ShownBand;
   change.settings = before.settings != after.settings;
@@ -32,16 +31,9 @@ DocumentChange ChangeBetween(const CloneData& before, const CloneData& after) {
   return change;
 }
 
-// In what the channels of two images differ.
-struct ChannelsDiffer {
-  ChannelsDiffer(const CloneImage& before, const CloneImage& after) {
-    for (int n = 0; n < kMemoryChannelCount; ++n) {
-      const ChannelPlace place{ChannelKind::kMemory, Band::kVhf, n};
-      if (Same(before, after, place)) continue;
-      if (!memory) first = n;
-      memory = true;
-      last = n;
-    }
+// In what the special channels of two images differ.
+struct SpecialsDiffer {
+  SpecialsDiffer(const CloneImage& before, const CloneImage& after) {
     for (const Band band : kBands) {
       for (int k = 0; k < kSpecialChannelCount; ++k) {
         const ChannelPlace place{ChannelKind::kSpecial, band, k};
@@ -55,9 +47,6 @@ struct ChannelsDiffer {
     return RecordAt(a, place) == RecordAt(b, place) && InUse(a, place) == InUse(b, place);
   }
 
-  bool memory = false;
-  int first = 0;
-  int last = -1;
   bool special = false;
   bool stored = false;   // a special channel holds something else
   bool emptied = false;  // PH or PL is there no more
@@ -65,15 +54,21 @@ struct ChannelsDiffer {
 
 }  // namespace
 
+ChannelSet ChannelsFrom(int first, int last) {
+  ChannelSet channels;
+  for (int n = first; n <= last; ++n) channels.set(static_cast<std::size_t>(n));
+  return channels;
+}
+
 CloneDocument::CloneDocument() : data_(FreshData()) {}
 
 void CloneDocument::Tell(const DocumentChange& change) {
   if (listener_ != nullptr) listener_->DocumentChanged(change);
 }
 
-// From channel n on.
-void CloneDocument::TellChannels(DocumentAct act, int n, int last) {
-  Tell({.first_channel = n, .last_channel = last, .edit = true, .act = act, .index = n});
+// What an edit of channel n has done to itself and others.
+void CloneDocument::TellChannels(DocumentAct act, int n, const ChannelSet& channels) {
+  Tell({.channels = channels, .edit = true, .act = act, .index = n});
 }
 
 // ---- channels
@@ -81,25 +76,25 @@ void CloneDocument::TellChannels(DocumentAct act, int n, int last) {
 void CloneDocument::InsertChannel(int n) {
   InsertMemoryChannel(data_.image, n);
   settings_changed_ = memory_changed_ = true;
-  TellChannels(DocumentAct::kInsertChannel, n, kMemoryChannelCount - 1);
+  TellChannels(DocumentAct::kInsertChannel, n, ChannelsFrom(n, kLast));
 }
 
 void CloneDocument::DeleteChannel(int n) {
   DeleteMemoryChannel(data_.image, n);
   settings_changed_ = memory_changed_ = true;
-  TellChannels(DocumentAct::kDeleteChannel, n, kMemoryChannelCount - 1);
+  TellChannels(DocumentAct::kDeleteChannel, n, ChannelsFrom(n, kLast));
 }
 
 void CloneDocument::ClearChannel(int n) {
   ClearMemoryChannel(data_.image, n);
   settings_changed_ = memory_changed_ = true;
-  TellChannels(DocumentAct::kClearChannel, n, n);
+  TellChannels(DocumentAct::kClearChannel, n, ChannelsFrom(n, n));
 }
 
 void CloneDocument::ClearAllChannels() {
   ClearAllMemoryChannels(data_.image);
   memory_changed_ = true;
-  TellChannels(DocumentAct::kClearAllChannels, 0, kMemoryChannelCount - 1);
+  TellChannels(DocumentAct::kClearAllChannels, 0, kAllChannels);
 }
 
 void CloneDocument::StoreMemoryChannel(int n, ChannelRecord record) {
@@ -107,7 +102,7 @@ void CloneDocument::StoreMemoryChannel(int n, ChannelRecord record) {
   data_.image.MemoryTable[row] = std::move(record);
   data_.image.ChannelInUse[row] = true;
   settings_changed_ = memory_changed_ = true;
-  TellChannels(DocumentAct::kStoreMemoryChannel, n, n);
+  TellChannels(DocumentAct::kStoreMemoryChannel, n, ChannelsFrom(n, n));
 }
 
 void CloneDocument::StoreSpecialChannel(int k, ChannelRecord record) {
@@ -129,16 +124,16 @@ void CloneDocument::ClearLimit(int k) {
 }
 
 bool CloneDocument::StoreChannels(const CloneImage& edited) {
-  const ChannelsDiffer differ(data_.image, edited);
-  if (!differ.memory && !differ.special) return false;
+  const ChannelSet channels = ChannelsThatDiffer(data_.image, edited);
+  const SpecialsDiffer differ(data_.image, edited);
+  if (channels.none() && !differ.special) return false;
   data_.image.MemoryTable = edited.MemoryTable;
   data_.image.ChannelInUse = edited.ChannelInUse;
   for (const Band band : kBands) SpecialStore(data_.image, band) = SpecialStore(edited, band);
   ShowBand(data_.image, data_.image.ShownBand);
-  settings_changed_ = settings_changed_ || differ.memory || differ.stored;
-  memory_changed_ = memory_changed_ || differ.memory || differ.emptied;
-  Tell({.first_channel = differ.first,
-        .last_channel = differ.last,
+  settings_changed_ = settings_changed_ || channels.any() || differ.stored;
+  memory_changed_ = memory_changed_ || channels.any() || differ.emptied;
+  Tell({.channels = channels,
         .special_channels = differ.special,
         .edit = true,
         .act = DocumentAct::kStoreChannels});
@@ -212,9 +207,7 @@ void CloneDocument::Open(CloneData data) {
 void CloneDocument::Import(CloneImage image) {
   data_.image = std::move(image);
   ForgetChanges();
-  Tell({.last_channel = kMemoryChannelCount - 1,
-        .special_channels = true,
-        .act = DocumentAct::kImport});
+  Tell({.channels = kAllChannels, .special_channels = true, .act = DocumentAct::kImport});
 }
 
 // ---- going back
@@ -261,7 +254,7 @@ void CloneDocument::TakeDialBlock(int index, std::string_view digits) {
 
 std::optional<CodecError> CloneDocument::TakeMemoryChannel(int n, std::string_view hex64) {
   if (auto error = DecodeMemoryChannel(hex64, n, data_.image)) return error;
-  Tell({.first_channel = n, .last_channel = n, .as_read = true});
+  Tell({.channels = ChannelsFrom(n, n), .as_read = true, .index = n});
   return std::nullopt;
 }
 

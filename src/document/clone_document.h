@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,11 +41,29 @@ enum class DocumentAct : unsigned char {
   kRestore,
 };
 
+// Memory channels, by their index.
+using ChannelSet = std::bitset<kMemoryChannelCount>;
+ChannelSet ChannelsFrom(int first, int last);  // both among them
+inline const ChannelSet kAllChannels = ChannelSet().set();
+
+// Calls tell(first, last) for every run of neighbours, in their order.
+template <typename Tell>
+void EachRun(const ChannelSet& channels, Tell tell) {
+  const auto has = [&](int n) {
+    return n < kMemoryChannelCount && channels[static_cast<std::size_t>(n)];
+  };
+  for (int n = 0; n < kMemoryChannelCount; ++n) {
+    if (!has(n)) continue;
+    const int first = n;
+    while (has(n + 1)) ++n;
+    tell(first, n);
+  }
+}
+
 // What an operation has changed, so that it can be shown.
 struct DocumentChange {
-  // Memory channels first..last; none when last < first.
-  int first_channel = 0;
-  int last_channel = -1;
+  // These memory channels and no others: a row that is drawn anew loses how it was drawn before.
+  ChannelSet channels{};
   // They came from the radio: the grid places their texts by its headings, and not in stored order.
   bool as_read = false;
   bool special_channels = false;  // of the shown band, with the choice of the band
@@ -54,11 +73,11 @@ struct DocumentChange {
   bool anew = false;              // New, or another model: the data does not come from a file
   bool edit = false;              // by the user, and counts as a change
   DocumentAct act = DocumentAct::kPart;
-  // Of the channel, row, setting (in Settings()) or dialer memory that the act is about.
+  // Of the channel, row, setting (in Settings()) or dialer memory that the act is about, or that was read.
   int index = 0;
 };
-inline constexpr DocumentChange kEverything = {
-    .last_channel = kMemoryChannelCount - 1,
+inline const DocumentChange kEverything = {
+    .channels = kAllChannels,
     .special_channels = true,
     .settings = true,
     .dial = true,
@@ -183,7 +202,7 @@ class CloneDocument {
 
  private:
   void Tell(const DocumentChange& change);
-  void TellChannels(DocumentAct act, int n, int last);
+  void TellChannels(DocumentAct act, int n, const ChannelSet& channels);
   void StartAnew(DocumentAct act);
 
   CloneData data_;

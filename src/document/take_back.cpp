@@ -1,7 +1,5 @@
 #include "document/take_back.h"
 
-#include <algorithm>
-
 #include "base/decimal.h"
 
 namespace q40 {
@@ -9,9 +7,7 @@ namespace {
 
 class Putter {
  public:
-  Putter(const CloneData& before, CloneData& data) : before_(before), data_(data) {
-    done_.change.first_channel = kMemoryChannelCount;
-  }
+  Putter(const CloneData& before, CloneData& data) : before_(before), data_(data) {}
 
   TakenBack Take() {
     done_.change.edit = done_.settings_flag || done_.memory_flag;
@@ -81,8 +77,7 @@ class Putter {
     PutChannel(ChannelKind::kMemory, in_use == was_in_use ? field : std::nullopt,
                before_.image.MemoryTable[row], data_.image.MemoryTable[row]);
     in_use = was_in_use;
-    done_.change.first_channel = std::min(done_.change.first_channel, n);
-    done_.change.last_channel = std::max(done_.change.last_channel, n);
+    done_.change.channels.set(row);
     done_.settings_flag = done_.memory_flag = true;
   }
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "base/hex.h"
 #include "base/plain_text.h"
 #include "document/edit_rules.h"
 #include "radio/channel_fields.h"
+#include "radio/name_codes.h"
 
 namespace q40 {
 namespace {
@@ -17,81 +19,122 @@ constexpr int kStart = kDialCount - 1;                           // "St"
 constexpr Units100Hz kOffsetEnd = 100 * kUnitsPerMhz;            // two digits before the point
 constexpr Units100Hz kDialogFrequencyEnd = 1000 * kUnitsPerMhz;  // three
 
-// What the fraction becomes when its field is left.
-std::string WhyNotTuned(Units100Hz frequency) {
-  const TunedFrequency tuned = TuneFrequency(FrequencyText(frequency));
-  if (LeadingFrequency(tuned.text) == frequency) return {};
-  return "is no multiple of 5 or 12.5 kHz; the nearest below is " +
-         OffsetText(LeadingFrequency(tuned.text));
-}
+using To = Objection::To;
 
 bool StaysInTheDialog(const std::string& mhz, const EditedChannel& channel) {
+  const std::string current =
+      channel.base == nullptr ? "" : channel.base->Text(channel.place.kind, Field::kFrequency);
   const std::string checked =
-      channel.kind == ChannelKind::kSpecial
-          ? CheckedSpecialMhz(mhz, channel.band, channel.model, channel.range, channel.frequency)
-          : CheckedMemoryMhz(mhz, channel.model, channel.range, channel.in_use, channel.frequency);
+      channel.place.kind == ChannelKind::kSpecial
+          ? CheckedSpecialMhz(mhz, channel.place.band, channel.model, channel.range, current)
+          : CheckedMemoryMhz(mhz, channel.model, channel.range, channel.in_use, current);
   return !checked.empty() && LeadingNumber(checked) == LeadingNumber(mhz);
 }
 
-// What the dialog shows beside the frequency.
-std::string Bands(const EditedChannel& channel) {
-  std::string texts;
-  for (const Band band : kBands) {
-    if (channel.kind == ChannelKind::kSpecial && band != channel.band) continue;
-    const std::string_view text = BandTableOf(band).BandText(channel.model, channel.range);
-    if (!text.empty()) texts += ' ' + std::string(BandName(band)) + ' ' + std::string(text);
-  }
-  const std::string model(ModelName(channel.model));
-  return texts.empty() ? model + " has none" : "those of " + model + " are" + texts;
+// What the fraction becomes when its field is left.
+Objection ToFraction(Units100Hz frequency) {
+  const Units100Hz tuned = LeadingFrequency(TuneFrequency(FrequencyText(frequency)).text);
+  if (tuned == frequency) return {};
+  return {To::kFraction, OffsetText(tuned)};
 }
 
-std::string WhyNotFrequency(Units100Hz frequency, const EditedChannel& channel) {
+Objection ToFrequency(Units100Hz frequency, const EditedChannel& channel) {
   const std::string mhz = std::to_string(frequency / kUnitsPerMhz);
-  if (frequency >= kDialogFrequencyEnd || !StaysInTheDialog(mhz, channel)) {
-    return "is outside the bands; " + Bands(channel);
+  if (frequency >= kDialogFrequencyEnd || !StaysInTheDialog(mhz, channel)) return {To::kMhz};
+  return ToFraction(frequency);
+}
+
+// What has a key, and what the radio keeps: capitals, most of which are typed small, and "?", which can be
+// pasted.
+bool IsNameCharacter(char c) {
+  if (c == kBackspace || c == '\0') return false;
+  if (NameKey(c) == c) return true;
+  const auto code = NameCodeDigits(static_cast<unsigned char>(c));
+  return NameCharacter(HexByteValue({code.data(), code.size()}, 0)) == c;
+}
+
+Objection ToName(std::string_view name) {
+  const auto* const bad =
+      std::find_if_not(name.begin(), name.end(), [](char c) { return IsNameCharacter(c); });
+  if (bad != name.end()) {
+    const std::string_view rest = name.substr(static_cast<std::size_t>(bad - name.begin()));
+    return {To::kCharacter, Quoted(FirstCharacters(rest, 1))};
   }
-  return WhyNotTuned(frequency);
+  return {name.size() > kNameLength ? To::kLength : To::kNothing};
 }
 
-std::string WhyNotOffset(Units100Hz offset) {
-  if (offset >= kOffsetEnd) return "is too large; a shift has two digits before the point";
-  return WhyNotTuned(offset);
-}
-
-std::string WhyNotShift(int shift, const EditedChannel& channel) {
-  const bool offered = shift != kSplit || OffersSplit(channel.kind, channel.row);
-  return offered ? "" : "is for VFO and CALL only";
-}
-
-// Letters are typed small, most of them.
-std::string WhyNotName(std::string_view name) {
-  for (const char c : name) {
-    const char small = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    if (c == kBackspace || NameKey(small) != c) {
-      return "holds a character that no name can have: " + Quoted({&c, 1});
-    }
-  }
-  return name.size() > kNameLength ? "is longer than 6 characters" : "";
+bool HoldsIt(const EditedChannel& channel, Field field, int number, std::string_view name) {
+  if (channel.base == nullptr) return false;
+  const ChannelKind kind = channel.place.kind;
+  return field == Field::kName ? channel.base->Text(kind, field) == name
+                               : channel.base->Number(kind, field) == number;
 }
 
 }  // namespace
+
+EditedChannel EditedChannelOf(const CloneImage& image, int model, const ChannelPlace& place) {
+  const bool in_use = InUse(image, place);
+  const bool fresh = place.kind == ChannelKind::kMemory && !in_use;
+  return {place, model, VersionOf(image), in_use,
+          fresh ? &image.TemplateChannel() : &RecordAt(image, place)};
+}
 
 bool ChangesInRepeaterRow(Field field) {
   return std::find(std::begin(kFixedInRepeaterRow), std::end(kFixedInRepeaterRow), field) ==
          std::end(kFixedInRepeaterRow);
 }
 
-std::string WhyNotField(const ChannelRecord& record, Field field, const EditedChannel& channel) {
-  if (channel.IsRepeaterRow() && !ChangesInRepeaterRow(field)) {
-    return "cannot be changed in the repeater-access row";
-  }
+Objection ObjectionTo(const EditedChannel& channel, Field field, int number,
+                      std::string_view name) {
+  if (HoldsIt(channel, field, number, name)) return {};
+  if (IsRepeaterRow(channel.place) && !ChangesInRepeaterRow(field)) return {To::kRow};
   switch (field) {
-    case Field::kFrequency: return WhyNotFrequency(record.Frequency(), channel);
-    case Field::kShiftFrequency: return WhyNotOffset(record.Number(channel.kind, field));
-    case Field::kName: return WhyNotName(record.Text(channel.kind, field));
-    case Field::kShift: return WhyNotShift(record.Number(channel.kind, field), channel);
+    case Field::kFrequency: return ToFrequency(number, channel);
+    case Field::kShiftFrequency:
+      return number >= kOffsetEnd ? Objection{To::kOffset} : ToFraction(number);
+    case Field::kName: return ToName(name);
+    case Field::kShift: {
+      const bool offered = number != kSplit || OffersSplit(channel.place.kind, channel.place.index);
+      return {offered ? To::kNothing : To::kSplit};
+    }
     default: return {};
   }
+}
+
+std::string WhyNotField(const ChannelRecord& record, Field field, const EditedChannel& channel) {
+  const ChannelKind kind = channel.place.kind;
+  const std::string_view name =
+      field == Field::kName ? std::string_view(record.Text(kind, field)) : std::string_view();
+  const auto [to, detail] = ObjectionTo(channel, field, record.Number(kind, field), name);
+  switch (to) {
+    case To::kNothing: return {};
+    case To::kRow: return "cannot be changed in the repeater-access row";
+    case To::kMhz: {
+      const std::string bands = BandTexts(channel, true);
+      const std::string model(ModelName(channel.model));
+      return "is outside the bands; " +
+             (bands.empty() ? model + " has none" : "those of " + model + " are " + bands);
+    }
+    case To::kFraction: return "is no multiple of 5 or 12.5 kHz; the nearest below is " + detail;
+    case To::kOffset: return "is too large; a shift has two digits before the point";
+    case To::kSplit: return "is for VFO and CALL only";
+    case To::kCharacter: return "holds a character that no name can have: " + detail;
+    case To::kLength: return "is longer than 6 characters";
+  }
+  return {};
+}
+
+std::string BandTexts(const EditedChannel& channel, bool named) {
+  std::string texts;
+  for (const Band band : kBands) {
+    if (channel.place.kind == ChannelKind::kSpecial && band != channel.place.band) continue;
+    const std::string_view text = BandTableOf(band).BandText(channel.model, channel.range);
+    if (text.empty()) continue;
+    if (!texts.empty()) texts += ' ';
+    if (named) texts += std::string(BandName(band)) + ' ';
+    texts += text;
+  }
+  return texts;
 }
 
 std::string WhyNotDialText(std::string_view text, int index) {

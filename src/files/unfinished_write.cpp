@@ -127,8 +127,8 @@ std::optional<FileProblem> OpenUnfinishedWrite(const std::string& path, Unfinish
 }
 
 std::optional<FileProblem> SaveUnfinishedWrite(const std::string& path,
-                                               const UnfinishedWrite& write) {
-  return WriteFile(path, UnfinishedWriteText(write));
+                                               const UnfinishedWrite& write, FileSystem& system) {
+  return WriteFile(path, UnfinishedWriteText(write), system);
 }
 
 UnfinishedWrite Over(const UnfinishedWrite& earlier, UnfinishedWrite later) {

@@ -21,6 +21,7 @@
 
 #include "base/file_problem.h"
 #include "document/radio_content.h"
+#include "files/file_system.h"
 
 namespace q40 {
 
@@ -41,7 +42,8 @@ std::string UnfinishedWriteText(const UnfinishedWrite& write);
 [[nodiscard]] std::optional<FileProblem> OpenUnfinishedWrite(const std::string& path,
                                                              UnfinishedWrite& write);
 [[nodiscard]] std::optional<FileProblem> SaveUnfinishedWrite(const std::string& path,
-                                                             const UnfinishedWrite& write);
+                                                             const UnfinishedWrite& write,
+                                                             FileSystem& system = SystemFiles());
 
 // Two writes of one radio, the later one over the earlier: what is left to be written when neither
 // has ended. Of what was not known before the later one, the earlier one knew.

@@ -25,7 +25,13 @@ void AddDifferences(const UnitData& a, const UnitData& b, WriteResult& result) {
   result.differences.insert(result.differences.end(), more.begin(), more.end());
 }
 
-void Compare(const std::vector<UnitData>& found, WriteResult& result) {
+// Reads back what was acknowledged.
+void Verify(Link& link, SequenceWatcher& watcher, int model, WriteResult& result) {
+  if (result.write.outcome != Outcome::kDone) return;
+  result.stage = WriteResult::Stage::kVerify;
+  std::vector<UnitData> found;
+  result.last =
+      UnitSequences(link, watcher).Read(Sequence::kVerify, model, result.write.acknowledged, found);
   if (result.last.outcome != Outcome::kDone) return;
   for (std::size_t i = 0; i < found.size(); ++i) {
     AddDifferences(result.write.acknowledged[i], found[i], result);
@@ -35,14 +41,9 @@ void Compare(const std::vector<UnitData>& found, WriteResult& result) {
 // Writes units as they are, and reads them back.
 void WriteAndVerify(Link& link, SequenceWatcher& watcher, Sequence sequence, int model,
                     const std::vector<UnitData>& units, WriteResult& result) {
-  UnitSequences sequences(link, watcher);
   result.stage = WriteResult::Stage::kWrite;
-  result.last = result.write = sequences.Write(sequence, model, units);
-  if (result.write.outcome != Outcome::kDone) return;
-  result.stage = WriteResult::Stage::kVerify;
-  std::vector<UnitData> found;
-  result.last = sequences.Read(Sequence::kVerify, model, result.write.acknowledged, found);
-  Compare(found, result);
+  result.last = result.write = UnitSequences(link, watcher).Write(sequence, model, units);
+  Verify(link, watcher, model, result);
 }
 
 // What must be written of what the radio was found to hold. No value: it may not be written.
@@ -78,14 +79,9 @@ WriteResult SafeWrite(Link& link, CloneDocument& document, SequenceWatcher& watc
   // The write refuses data that is none, and says so itself: no need to read the radio first.
   const bool backs_up = net.keep_backup && !FirstBadUnit(result.planned);
   if (backs_up && !BackUp(link, document.model(), watcher, net, result)) return result;
-  Sequences sequences(link, document, watcher);
   result.stage = WriteResult::Stage::kWrite;
-  result.last = result.write = sequences.Write(half);
-  if (!net.verify || result.write.outcome != Outcome::kDone) return result;
-  result.stage = WriteResult::Stage::kVerify;
-  std::vector<UnitData> found;
-  result.last = sequences.Verify(result.write.acknowledged, found);
-  Compare(found, result);
+  result.last = result.write = Sequences(link, document, watcher).Write(half);
+  if (net.verify) Verify(link, watcher, document.model(), result);
   return result;
 }
 

@@ -227,19 +227,4 @@ SequenceReport Sequences::WriteSettings() { return Write(Half::kSettings); }
 SequenceReport Sequences::WriteMemory() { return Write(Half::kMemory); }
 SequenceReport Sequences::WriteAll() { return Write(Half::kBoth); }
 
-SequenceReport Sequences::Verify(const std::vector<UnitData>& written,
-                                 std::vector<UnitData>& found) {
-  Begin(Sequence::kVerify, written.size());
-  if (!OpenPort() || !IdentifyStep(IdentifyFor::kWriting) || !IsDocumentsModel()) {
-    return Finish(false);
-  }
-  for (const UnitData& data : written) {
-    Pause();
-    found.push_back({data.unit, {}});
-    if (!ReadUnit(data.unit, found.back().digits)) return Finish(false);
-  }
-  EndClone();
-  return Finish(true);
-}
-
 }  // namespace q40

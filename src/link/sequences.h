@@ -4,7 +4,6 @@
 //   Read Settings   Identify, 2 settings, 5 VHF, 5 UHF, 5 dialer units, End   77 for each unit
 //   Read Memory     Identify, 210 memory channels, End                        77 for each unit
 //   Write ...       RXQ40, KX~WHO, the same units, End                        11, 19, 79 for each
-//   Verify          Identify, units that were written, End                    77 for each unit
 //
 // Between two commands lies a pause of 10 ms, except in Read Memory and between Identify and the
 // first unit of Read and Write Settings. Nothing is retried: a sequence ends at the first reply that
@@ -40,9 +39,6 @@ class Sequences : private SequenceSteps {
   SequenceReport WriteMemory();
   SequenceReport WriteAll();
   SequenceReport Write(Half half);
-  // Reads the units that a write was acknowledged for into `found`, in their order. Changes nothing
-  // in the document but what a write changes.
-  SequenceReport Verify(const std::vector<UnitData>& written, std::vector<UnitData>& found);
 
  private:
   enum class IdentifyFor : unsigned char { kReading, kWriting };

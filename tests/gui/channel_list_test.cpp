@@ -78,7 +78,7 @@ class ChannelList : public Window {
   int Notices(const std::function<void()>& run) {
     int notices = 0;
     const auto counting =
-        QObject::connect(&Table().channels(), &QAbstractItemModel::dataChanged, [&] { ++notices; });
+        QObject::connect(window_->findChild<Session*>(), &Session::changed, [&] { ++notices; });
     run();
     QObject::disconnect(counting);
     return notices;
@@ -284,10 +284,15 @@ TEST_F(ChannelList, TheClipboardGoesToSpreadsheetsAndBack) {
   Do("mnuListPaste");
   EXPECT_EQ(Frequencies(20, 2), "145.775 -");
   EXPECT_EQ(Said(), "Pasted: 1 channel. Not understood: 2.");
-  ASSERT_TRUE(Find("frmImportNotes").isVisible());
-  auto& notes = Find<QTableWidget>("tblImportNotes");
+  // What was not understood stands beside what has changed, and Undo takes it back from there.
+  ASSERT_TRUE(Find("ChangesWindow").isVisible());
+  EXPECT_EQ(Find<QComboBox>("cmbAgainst").currentText(), "Before the paste");
+  EXPECT_EQ(Find<QLabel>("lblLost").text(), "Pasted: 1 channel. Not understood: 2.");
+  auto& notes = Find<QTableWidget>("tblLost");
   EXPECT_EQ(notes.item(0, 2)->text(), "Colour");
   EXPECT_TRUE(notes.item(1, 3)->text().startsWith("600 MHz is outside the bands"));
+  Trigger("mnuUndo");
+  EXPECT_EQ(Frequencies(20, 2), "- -");
 
   // Into every selected row; in the columns that are shown, from the current one on.
   QApplication::clipboard()->setText("TSQ\t100");

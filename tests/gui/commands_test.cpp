@@ -314,6 +314,22 @@ TEST_F(Commands, TheRestIsWrittenInThisRunOrTheNext) {
   }
 }
 
+// What cannot be stored keeps nobody from writing, but is told.
+TEST_F(Commands, ARestThatCannotBeStoredIsTold) {
+  Store(folder_ / "backups", "no folder");
+  backs_up_ = false;
+  Start();
+  OpenDemo();
+  radio_->Write(Half::kMemory);
+  EXPECT_TRUE(Told("Written. What a write leaves") && Told("not be stored")) << prompts_.note;
+  class FullDisk final : public FileSystem {
+    bool Sync(std::FILE* /*file*/) override { return false; }
+  } full;
+  UnfinishedWork work(folder_ / "kept", full);
+  EXPECT_TRUE(work.Begin({}).contains("kept/unfinished write.txt: "));
+  EXPECT_TRUE(UnfinishedWork(folder_ / "kept").Begin({}).startsWith("another program"));
+}
+
 TEST_F(Commands, ADamagedRestIsPutAside) {
   Start();
   std::filesystem::create_directories(folder_ / "backups");

@@ -41,7 +41,7 @@ class FakeHost final : public SequenceQuestions, public SequenceWatcher, public 
   }
   void End(const SequenceReport& report) override { ends.push_back(report); }
   void DocumentChanged(const DocumentChange& change) override {
-    if (change.as_read) shown.push_back(change.first_channel);
+    if (change.as_read) shown.push_back(change.index);
   }
 
  private:

@@ -77,7 +77,7 @@ void MergeUnits(const OpenedClone& work, const NamedValues& values, const Edits&
   const CloneLines before = SavedLines(work.data);
   std::set<Unit> stored;
   for (const auto& [item, value] : values) {
-    if (item->kind == ItemKind::kStoredData && IsInUse(work.data, item->unit))
+    if (item->kind == ItemKind::kStoredData && InUse(work.data.image, PlaceOf(item->unit)))
       stored.insert(item->unit);
   }
   for (const Unit unit : UnitsOf(Half::kBoth)) {

@@ -64,7 +64,10 @@ class Editor {
     const auto in_use = std::find_if(values.begin(), values.end(), is(ItemKind::kInUse));
     const bool stored = std::any_of(values.begin(), values.end(), is(ItemKind::kStoredData));
     if (in_use != values.end() && !in_use->value->get<bool>()) {
-      if (!stored || IsInUse(data_, unit)) Store(unit, {}, false);
+      if (!stored || InUse(data_.image, PlaceOf(unit))) {
+        edits_.channels.insert(unit);
+        ClearRecord(data_.image, PlaceOf(unit));
+      }
       for (const Named& named : values) {
         if (named.item->kind == ItemKind::kField) Refuse(named, "is for a channel in use only");
       }
@@ -78,9 +81,8 @@ class Editor {
 
   // As OK in the edit dialog: the channel is in use afterwards.
   void Fields(Unit unit, const NamedValues& values) {
-    EditedChannel channel = EditedChannelOf(data_, unit);
-    const bool fresh = unit.kind() == Unit::Kind::kMemory && !channel.in_use;
-    ChannelRecord record = fresh ? data_.image.TemplateChannel() : RecordOf(data_, unit);
+    const EditedChannel channel = EditedChannelOf(data_.image, data_.model, PlaceOf(unit));
+    ChannelRecord record = *channel.base;
     const auto notes = edits_.notes.size();
     int fitted = 0;
     for (const Named& named : values) {
@@ -101,24 +103,22 @@ class Editor {
       return;
     }
     edits_.applied += fitted;
-    if (fitted > 0) Store(unit, std::move(record), true);
+    if (fitted == 0) return;
+    edits_.channels.insert(unit);
+    PutRecord(data_.image, channel.place, std::move(record));
   }
 
   // Takes a value into the record; false, and a note, when it does not fit.
   bool FieldFits(const Named& named, const EditedChannel& channel, ChannelRecord& record) {
     const Field field = named.item->field;
     ChannelRecord changed = record;
-    std::string why = SetField(channel.kind, field, *named.value, changed);
-    const auto number = record.Number(channel.kind, field);
-    const bool held =
-        changed.Number(channel.kind, field) == number &&
-        changed.Text(channel.kind, Field::kName) == record.Text(channel.kind, Field::kName);
-    if (why.empty() && !held) why = WhyNotField(changed, field, channel);
+    std::string why = SetField(channel.place.kind, field, *named.value, changed);
+    if (why.empty()) why = WhyNotField(changed, field, channel);
     if (!why.empty()) {
       Refuse(named, why);
       return false;
     }
-    if (!held) record = std::move(changed);
+    record = std::move(changed);
     return true;
   }
 
@@ -142,22 +142,6 @@ class Editor {
     if (!code) return choices.WhyNot(value);
     SetCode(record, kind, field, *code);
     return {};
-  }
-
-  void Store(Unit unit, ChannelRecord record, bool in_use) {
-    edits_.channels.insert(unit);
-    CloneImage& image = data_.image;
-    const auto row = static_cast<std::size_t>(unit.index());
-    if (unit.kind() == Unit::Kind::kMemory) {
-      image.MemoryTable[row] = std::move(record);
-      image.ChannelInUse[row] = in_use;
-      return;
-    }
-    SpecialStore(image, unit.band())[row] = std::move(record);
-    if (unit.index() < kPhRow) return;
-    PresentPair present = StoredPresent(image, unit.band());
-    present[row - kPhRow] = in_use;
-    SetStoredPresent(image, unit.band(), present);
   }
 
   CloneData& data_;

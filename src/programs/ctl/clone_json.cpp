@@ -54,7 +54,7 @@ class Printer {
 
   [[nodiscard]] Json StoredData(Unit unit) const {
     const std::string_view digits = DigitsIn(clone_.lines, unit);
-    const bool said = IsInUse(clone_.data, unit)
+    const bool said = InUse(clone_.data.image, PlaceOf(unit))
                           ? FieldsSayAll(unit)
                           : std::none_of(digits.begin(), digits.end(), kNoDigit);
     return said ? Json() : BytesJson(digits);
@@ -63,12 +63,13 @@ class Printer {
   // Whether the fields, each of them such as can be typed, make these digits.
   [[nodiscard]] bool FieldsSayAll(Unit unit) const {
     if (DigitsIn(clone_.lines, unit) != DigitsIn(saved_, unit)) return false;
-    EditedChannel anywhere = EditedChannelOf(clone_.data, unit);
+    const CloneImage& image = clone_.data.image;
+    EditedChannel anywhere = EditedChannelOf(image, clone_.data.model, PlaceOf(unit));
     anywhere.in_use = true;
-    anywhere.frequency.clear();
-    const ChannelRecord& record = RecordOf(clone_.data, unit);
+    anywhere.base = nullptr;
+    const ChannelRecord& record = RecordAt(image, anywhere.place);
     return std::all_of(kReadingOrder.begin(), kReadingOrder.end(), [&](Field field) {
-      return !HasField(anywhere.kind, field) || WhyNotField(record, field, anywhere).empty();
+      return !HasField(anywhere.place.kind, field) || WhyNotField(record, field, anywhere).empty();
     });
   }
 
@@ -98,31 +99,6 @@ char* DigitsIn(CloneLines& lines, Unit unit) {
   return lines.text.data() + FirstLineOf(unit).value_or(0) * kCloneLineLength;
 }
 
-const ChannelRecord& RecordOf(const CloneData& data, Unit unit) {
-  const auto row = static_cast<std::size_t>(unit.index());
-  if (unit.kind() == Unit::Kind::kMemory) return data.image.MemoryTable[row];
-  return SpecialStore(data.image, unit.band())[row];
-}
-
-bool IsInUse(const CloneData& data, Unit unit) {
-  const CloneImage& image = data.image;
-  if (unit.kind() == Unit::Kind::kMemory)
-    return image.ChannelInUse[static_cast<std::size_t>(unit.index())];
-  return EffectivelyPresent(SpecialStore(image, unit.band()), StoredPresent(image, unit.band()),
-                            unit.index());
-}
-
-EditedChannel EditedChannelOf(const CloneData& data, Unit unit) {
-  const ChannelKind kind = KindOf(unit);
-  return {kind,
-          kind == ChannelKind::kSpecial ? unit.band() : Band::kVhf,
-          unit.index(),
-          data.model,
-          VersionOf(data.image),
-          IsInUse(data, unit),
-          RecordOf(data, unit).Text(kind, Field::kFrequency)};
-}
-
 Json ValueOf(const CloneData& data, const CloneItem& item) {
   switch (item.kind) {
     case ItemKind::kModel: return std::string(ModelName(data.model));
@@ -132,10 +108,12 @@ Json ValueOf(const CloneData& data, const CloneItem& item) {
       return Choices::Of(setting).ValueOf(data.settings.*setting.value);
     }
     case ItemKind::kDialText: return BytesJson(data.dial[item.index]);
-    case ItemKind::kInUse: return IsInUse(data, item.unit);
-    case ItemKind::kField:
-      if (!IsInUse(data, item.unit)) return {};
-      return FieldJson(RecordOf(data, item.unit), KindOf(item.unit), item.field);
+    case ItemKind::kInUse: return InUse(data.image, PlaceOf(item.unit));
+    case ItemKind::kField: {
+      const ChannelPlace place = PlaceOf(item.unit);
+      if (!InUse(data.image, place)) return {};
+      return FieldJson(RecordAt(data.image, place), place.kind, item.field);
+    }
     default: return {};
   }
 }

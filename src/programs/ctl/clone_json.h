@@ -30,13 +30,11 @@ CloneLines SavedLines(const CloneData& data);
 std::string_view DigitsIn(const CloneLines& lines, Unit unit);
 char* DigitsIn(CloneLines& lines, Unit unit);
 
-// The record and the kind of a channel's unit.
-inline ChannelKind KindOf(Unit unit) {
-  return unit.kind() == Unit::Kind::kMemory ? ChannelKind::kMemory : ChannelKind::kSpecial;
+// Where the channel of a unit stands.
+inline ChannelPlace PlaceOf(Unit unit) {
+  if (unit.kind() == Unit::Kind::kMemory) return {ChannelKind::kMemory, Band::kVhf, unit.index()};
+  return {ChannelKind::kSpecial, unit.band(), unit.index()};
 }
-const ChannelRecord& RecordOf(const CloneData& data, Unit unit);
-bool IsInUse(const CloneData& data, Unit unit);
-EditedChannel EditedChannelOf(const CloneData& data, Unit unit);
 
 // What the data says of an item that is no byte; null for a field of a channel that is not in use.
 Json ValueOf(const CloneData& data, const CloneItem& item);

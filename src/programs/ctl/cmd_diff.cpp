@@ -2,6 +2,7 @@
 
 #include "document/defaults.h"
 #include "document/document_cells.h"
+#include "programs/ctl/clone_json.h"
 #include "programs/ctl/document_text.h"
 #include "programs/ctl/user_files.h"
 
@@ -14,23 +15,41 @@ struct Arguments {
   bool json = false;
 };
 
+// A file as it is and as it is read.
+struct Side {
+  CloneData data = FreshData();
+  std::string text;
+};
+
+// The values as show --json has them; null for what it leaves out.
+std::string JsonRows(const std::vector<CellDifference>& differences, const Side& a, const Side& b) {
+  const Json shown_a = DocumentJson(OpenedCloneOf(a.text, a.data));
+  const Json shown_b = DocumentJson(OpenedCloneOf(b.text, b.data));
+  Json json = Json::array();
+  for (const CellDifference& one : differences) {
+    const auto value = [&](const Json& shown) {
+      const auto place = shown.find(one.place);
+      return place == shown.end() ? Json() : place->value(one.name, Json());
+    };
+    json.push_back(
+        {{"place", one.place}, {"name", one.name}, {"a", value(shown_a)}, {"b", value(shown_b)}});
+  }
+  return JsonText(json);
+}
+
 int Run(CommandContext& context, const Arguments& arguments) {
   if (const int code = CheckInputs(context, {arguments.a, arguments.b})) return code;
-  CloneData a = FreshData();
-  CloneData b = FreshData();
-  if (const int code = OpenOrComplain(context, arguments.a, a)) return code;
-  if (const int code = OpenOrComplain(context, arguments.b, b)) return code;
+  Side a;
+  Side b;
+  if (const int code = OpenOrComplain(context, arguments.a, a.data, a.text)) return code;
+  if (const int code = OpenOrComplain(context, arguments.b, b.data, b.text)) return code;
 
+  const std::vector<CellDifference> differences = DifferencesOf(a.data, b.data);
   std::string text;
-  auto json = nlohmann::ordered_json::array();
-  for (const CellDifference& one : DifferencesOf(a, b)) {
-    text += DifferenceText(one) + '\n';
-    json.push_back({{"place", one.place}, {"name", one.name}, {"a", one.a}, {"b", one.b}});
-  }
-  const bool same = text.empty();
-  if (arguments.json) text = JsonText(json);
+  for (const CellDifference& one : differences) text += DifferenceText(one) + '\n';
+  if (arguments.json) text = JsonRows(differences, a, b);
   if (const int code = Print(context, text)) return code;
-  return same ? kExitDone : kExitDifferent;
+  return differences.empty() ? kExitDone : kExitDifferent;
 }
 
 }  // namespace
