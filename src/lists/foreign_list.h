@@ -34,7 +34,8 @@ struct ListRow {
 };
 
 struct ForeignList {
-  ListForm form;  // as it was read: nothing in it is a guess any more
+  ListForm asked;  // how it was to be read
+  ListForm form;   // how it was read: nothing in it is a guess any more
   // As many as the list has columns (the longest row counts); a column without a heading has "".
   std::vector<std::string> headings;
   std::vector<ListRow> rows;  // without the headings and what stands above them

@@ -42,7 +42,8 @@ struct KeptMapping {
   bool operator==(const KeptMapping&) const = default;
 };
 
-// To be kept: every column that is not ignored, by its heading where that stands once.
+// To be kept: every column that is not ignored, by its heading where that stands once; the form that was
+// asked for, so that what was guessed is guessed again.
 KeptMapping KeptOf(const ForeignList& list, const ColumnMeanings& meanings);
 // The columns of a list that was read with kept.form. `missing`: what the list does not have, one text
 // each ("no column has the heading "Ausgabe""). Upper and lower case and blanks of headings do not count.

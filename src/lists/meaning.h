@@ -22,7 +22,7 @@ enum class Meaning : unsigned char {
   kDcsHeard,
   kDcsBoth,
   kName,        // also a call
-  kSecondName,  // where the name is empty, and where it stands twice: mostly the place
+  kSecondName,  // where the name is empty: mostly the place
   kStep,
   kMode,   // FM, NFM, DMR, ...
   kWidth,  // Narrow, Wide, 12.5, 25
