@@ -47,6 +47,7 @@ TEST(ForeignLists, AreReadHoweverTheyAreStored) {
       {"A title, of two parts\n\n;;\nCall;Output\nA;145,5\nB;145,6",
        "UTF-8 semicolon 4: Call/Output: "
        "5 A/145,5 6 B/145,6"},
+      {"Name\tX\tFreq\nA\t\t\"145,5\"", "UTF-8 tab 1: Name/X/Freq: 2 A//145,5"},
       {"A,145.5,1\nB,145.6", "UTF-8 comma 0: //: 1 A/145.5/1 2 B/145.6"},
       {"one\ntwo", "UTF-8 comma 0: : 1 one 2 two"},
       {"\"Call \"\"C\"\"\",\"Out\nput\"\n \"A\" b,145.5",
@@ -217,6 +218,7 @@ TEST(ListItems, ShortNames) {
                                                        {"caf\xC3\xA9,x", "CAFE X"},
                                                        {"x (1)", "X (1"},
                                                        {"Eiou Aeiou", "EIOUAE"},
+                                                       {"Abcdfghj", "ABCDFG"},
                                                        {"  ", ""},
                                                        {"\xE6\x9D\xB1\xE4\xBA\xAC", ""},
                                                        {"O'Hara's", "OHARAS"},
@@ -249,6 +251,7 @@ TEST(Mappings, AreGuessed) {
       {"Name,Frequency,Step,Power,Skip,Channel\nA,145.6,12.5,High,,7",
        "name output step power skip ignored"},
       {"Output,Frequency\n145.6,145.7", "output ignored"},
+      {"Frequency,Output Freq\n145.6,145.7", "ignored output"},
       {"Place,kHz\nA,145600\nB,145700", "second-name output"},
       {"DB0A;438,725;431,125;-;67,0;X;FM",
        "name output input direction tone-sent second-name mode"},
