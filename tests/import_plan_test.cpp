@@ -107,7 +107,7 @@ TEST(ImportPlans, RowsBecomeChannels) {
       {"output name second-name", "145.5;home;Hill", "145.5000 HOME"},
       {"output name second-name", "145.5;;hill", "145.5000 HILL"},
       {"output name", "145.5;DB0ABC-L",
-       "145.5000 DB0ABC; Name or call: \"DB0ABC-L\" becomes \"DB0ABC\""},
+       R"(145.5000 DB0ABC; Name or call: "DB0ABC-L" becomes "DB0ABC")"},
       {"output name", "145.5;\xE6\x9D\xB1",
        "145.5000; Name or call: \"\xE6\x9D\xB1\" has no character of a name"},
   };

@@ -307,7 +307,7 @@ TEST(Mappings, AreReadOrRefusedWithTheirLine) {
       {"rxq40-map = 2", "map, line 1: version \"2\" is not known; 1 is"},
       {"\"A\" = name", "map, line 1: the first line is not \"rxq40-map = 1\""},
       {head + "rxq40-map = 1", "map, line 4: rxq40-map stands twice"},
-      {head + "name", "map, line 4: there is no \"=\" in \"name\""},
+      {head + "name", R"(map, line 4: there is no "=" in "name")"},
       {head + "colour = red", "map, line 4: \"colour\" is not known"},
       {head + "separator = dot", "map, line 4: \"dot\" is no separator"},
       {head + "encoding = ", "map, line 4: \"\" is no encoding"},
