@@ -52,6 +52,15 @@ bool IsControl(char32_t code) {
 
 }  // namespace
 
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = FirstCharacter(text).length;
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
 std::size_t CharacterLength(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());
   const std::size_t expected = lead >= 0xF0U ? 4 : lead >= 0xE0U ? 3 : lead >= 0xC0U ? 2 : 1;

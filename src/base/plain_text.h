@@ -10,6 +10,9 @@ namespace q40 {
 // everything else unchanged.
 std::string Printable(std::string_view text);
 
+// Whether all of it is UTF-8.
+bool IsUtf8(std::string_view text);
+
 // Length of the character that starts a UTF-8 text (not empty), continuation bytes included. A
 // malformed byte counts as one character.
 std::size_t CharacterLength(std::string_view text);

@@ -1,6 +1,7 @@
 #include "files/csv_text.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "base/decimal.h"
 
@@ -9,12 +10,14 @@ namespace {
 
 constexpr char kQuote = '"';
 constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kEndsOfItem = ",\r\n";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-CsvItems::CsvItems(std::string_view text) : rest_(text) {
+CsvItems::CsvItems(std::string_view text, char separator)
+    : rest_(text),
+      separator_(separator),
+      blanks_(separator == '\t' ? kBlanks.substr(0, 1) : kBlanks) {
   if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
 }
 
@@ -46,26 +49,27 @@ std::string CsvItems::QuotedItem() {
 }
 
 std::string CsvItems::PlainItem() {
-  const std::size_t length = std::min(rest_.find_first_of(kEndsOfItem), rest_.size());
+  const char ends[] = {separator_, '\r', '\n'};
+  const std::size_t length = std::min(rest_.find_first_of({ends, std::size(ends)}), rest_.size());
   const std::string_view item = rest_.substr(0, length);
   rest_.remove_prefix(length);
   return std::string(Trimmed(item));
 }
 
 std::optional<std::string> CsvItems::Next() {
-  if (!after_comma_) {
+  if (!after_separator_) {
     while (SkipLineEnd()) continue;
     if (rest_.empty()) return std::nullopt;
   }
   item_line_ = line_;
-  const std::size_t blanks = std::min(rest_.find_first_not_of(kBlanks), rest_.size());
+  const std::size_t blanks = std::min(rest_.find_first_not_of(blanks_), rest_.size());
   const bool quoted = rest_.substr(blanks).starts_with(kQuote);
   if (quoted) rest_.remove_prefix(blanks);
   std::string item = quoted ? QuotedItem() : PlainItem();
   ignored_ = quoted ? PlainItem() : std::string();
 
-  after_comma_ = rest_.starts_with(',');
-  if (after_comma_) {
+  after_separator_ = rest_.starts_with(separator_);
+  if (after_separator_) {
     Take();
   } else {
     SkipLineEnd();

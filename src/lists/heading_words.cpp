@@ -1,0 +1,197 @@
+#include "lists/heading_words.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/digits.h"
+#include "lists/list_words.h"
+#include "lists/short_name.h"
+
+namespace q40 {
+namespace {
+
+using enum Meaning;
+
+struct HeadingRow {
+  std::string_view first;
+  std::string_view second;  // empty: one word is enough
+  Meaning meaning;
+};
+
+// A word stands at the beginning or the end of a word of the heading ("Ausgabefrequenz"). Where two rows
+// say as much, the upper one is tried first.
+constexpr HeadingRow kHeadings[] = {
+    {"dcs", "pol", kIgnored},
+    {"dtcs", "pol", kIgnored},
+    {"tone", "mode", kToneKind},
+    {"tone", "type", kToneKind},
+    {"tone", "kind", kToneKind},
+    {"ton", "art", kToneKind},
+    {"squelch", "mode", kToneKind},
+    {"squelch", "type", kToneKind},
+    {"sql", "mode", kToneKind},
+    {"ctone", "freq", kToneBoth},
+    {"rx", "tone", kToneHeard},
+    {"rx", "ton", kToneHeard},
+    {"rx", "ctcss", kToneHeard},
+    {"tone", "heard", kToneHeard},
+    {"output", "tone", kToneHeard},
+    {"ctcss", "output", kToneHeard},
+    {"ctcss", "dec", kToneHeard},
+    {"ton", "ausgabe", kToneHeard},
+    {"downlink", "tone", kToneHeard},
+    {"downlink", "ctcss", kToneHeard},
+    {"tx", "tone", kToneSent},
+    {"tx", "ton", kToneSent},
+    {"tx", "ctcss", kToneSent},
+    {"tone", "sent", kToneSent},
+    {"input", "tone", kToneSent},
+    {"input", "ctcss", kToneSent},
+    {"ctcss", "enc", kToneSent},
+    {"uplink", "tone", kToneSent},
+    {"uplink", "ctcss", kToneSent},
+    {"access", "tone", kToneSent},
+    {"ton", "eingabe", kToneSent},
+    {"tone", "squelch", kToneBoth},
+    {"tone", "freq", kToneSent},
+    {"rx", "dcs", kDcsHeard},
+    {"rx", "dtcs", kDcsHeard},
+    {"tx", "dcs", kDcsSent},
+    {"tx", "dtcs", kDcsSent},
+    {"offset", "dir", kDirection},
+    {"shift", "dir", kDirection},
+    {"shift", "richtung", kDirection},
+    {"tx", "power", kPower},
+    {"channel", "name", kName},
+    {"kanal", "name", kName},
+    {"second", "name", kSecondName},
+    {"rx", "freq", kOutput},
+    {"output", "freq", kOutput},
+    {"tx", "freq", kInput},
+    {"input", "freq", kInput},
+    {"offset", "freq", kOffset},
+    {"shift", "freq", kOffset},
+    {"ausgabe", "frequenz", kOutput},
+    {"eingabe", "frequenz", kInput},
+    {"rx", "frequenz", kOutput},
+    {"tx", "frequenz", kInput},
+    {"empfang", "frequenz", kOutput},
+    {"sende", "frequenz", kInput},
+
+    {"dcs", "", kDcsBoth},
+    {"dtcs", "", kDcsBoth},
+    {"dpl", "", kDcsBoth},
+    {"tsql", "", kToneBoth},
+    {"tsq", "", kToneBoth},
+    {"ctcss", "", kToneSent},
+    {"subton", "", kToneSent},
+    {"pl", "", kToneSent},
+    {"tone", "", kToneSent},
+    {"tone", "", kToneKind},
+    {"ton", "", kToneSent},
+    {"ton", "", kToneKind},
+    {"squelch", "", kToneKind},
+    {"input", "", kInput},
+    {"eingabe", "", kInput},
+    {"uplink", "", kInput},
+    {"sende", "", kInput},
+    {"transmit", "", kInput},
+    {"tx", "", kInput},
+    {"output", "", kOutput},
+    {"ausgabe", "", kOutput},
+    {"downlink", "", kOutput},
+    {"empfang", "", kOutput},
+    {"receive", "", kOutput},
+    {"rx", "", kOutput},
+    {"offset", "", kOffset},
+    {"ablage", "", kOffset},
+    {"versatz", "", kOffset},
+    {"shift", "", kOffset},
+    {"shift", "", kDirection},
+    {"offset", "", kDirection},
+    {"ablage", "", kDirection},
+    {"duplex", "", kDirection},
+    {"duplex", "", kOffset},
+    {"direction", "", kDirection},
+    {"richtung", "", kDirection},
+    {"freq", "", kOutput},
+    {"frequenz", "", kOutput},
+    {"frequency", "", kOutput},
+    {"frecuencia", "", kOutput},
+    {"frek", "", kOutput},
+    {"qrg", "", kOutput},
+    {"mhz", "", kOutput},
+    {"khz", "", kOutput},
+    {"name", "", kName},
+    {"call", "", kName},
+    {"rufzeichen", "", kName},
+    {"label", "", kName},
+    {"bezeichnung", "", kName},
+    {"relais", "", kName},
+    {"repeater", "", kName},
+    {"station", "", kName},
+    {"indicatif", "", kName},
+    {"tag", "", kName},
+    {"town", "", kSecondName},
+    {"city", "", kSecondName},
+    {"ort", "", kSecondName},
+    {"location", "", kSecondName},
+    {"place", "", kSecondName},
+    {"qth", "", kSecondName},
+    {"stadt", "", kSecondName},
+    {"site", "", kSecondName},
+    {"step", "", kStep},
+    {"raster", "", kStep},
+    {"ts", "", kStep},
+    {"width", "", kWidth},
+    {"bandbreite", "", kWidth},
+    {"bw", "", kWidth},
+    {"mode", "", kMode},
+    {"modulation", "", kMode},
+    {"betriebsart", "", kMode},
+    {"modus", "", kMode},
+    {"power", "", kPower},
+    {"leistung", "", kPower},
+    {"skip", "", kSkip},
+    {"lockout", "", kSkip},
+};
+
+// The words of a heading in small letters: "txToneFreq" and "TX tone freq" are the same three.
+std::vector<std::string> WordsOf(std::string_view heading) {
+  std::vector<std::string> words(1);
+  char before = '\0';
+  for (const char c : LatinLetters(heading)) {
+    const bool letter = BareWord({&c, 1}).size() == 1;
+    const bool capital = letter && c != LowerCase(c);
+    const bool begins = capital && before != '\0' && before == LowerCase(before);
+    if ((!letter || begins) && !words.back().empty()) words.emplace_back();
+    if (letter) words.back() += LowerCase(c);
+    before = letter && !IsDigit(c) ? c : '\0';
+  }
+  return words;
+}
+
+// A word of two letters is one of its own, unless it says which way ("rxtone"). One that begins a heading may
+// be written in two ("cTone").
+bool Has(const std::vector<std::string>& words, std::string_view part) {
+  const bool whole = part.size() == 2 && part != "rx" && part != "tx";
+  if (!whole && words.size() > 1 && (words[0] + words[1]).starts_with(part)) return true;
+  return std::any_of(words.begin(), words.end(), [&](const std::string& word) {
+    return whole ? word == part : word.starts_with(part) || word.ends_with(part);
+  });
+}
+
+}  // namespace
+
+std::vector<HeadingMeaning> MeaningsOfHeading(std::string_view heading) {
+  const std::vector<std::string> words = WordsOf(heading);
+  std::vector<HeadingMeaning> found;
+  for (const HeadingRow& row : kHeadings) {
+    if (!Has(words, row.first) || (!row.second.empty() && !Has(words, row.second))) continue;
+    found.push_back({row.meaning, row.second.empty() ? 1 : 2});
+  }
+  std::stable_sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.words > b.words; });
+  return found;
+}
+
+}  // namespace q40
