@@ -7,14 +7,14 @@ namespace q40 {
 namespace {
 
 constexpr CardPoint kPapers[] = {{595.276, 841.89}, {612, 792}};
-constexpr double kSheetMargin = 36;
+constexpr double kSheetMargin = 28;
 constexpr double kPanelMargin = 14;  // printers leave up to 13 at the edges
 constexpr double kSizeStep = 0.25;
 constexpr int kPanelsAcross = 4;
 constexpr int kBookletPanels = 8;
 // In sizes of the text.
-constexpr double kCellGap = 0.75;
-constexpr double kColumnGap = 1.6;
+constexpr double kCellGap = 0.65;
+constexpr double kColumnGap = 1.4;
 constexpr double kHeadingLines = 3.6;  // two of the page, the rule below them, one of the column
 
 // Panel by page: column, row. The upper row is upside down.
@@ -92,8 +92,8 @@ CardPanel CardLayout::PanelOf(int page_number) const {
   return {{corner.x + page.x, corner.y + page.y}, true};
 }
 
-CardPoint CardLayout::LineAt(int column, int line) const {
-  return {column * column_step, (kHeadingLines + line) * size * kLineHeight};
+CardPoint CardLayout::LineAt(int column, int number) const {
+  return {column * column_step, (kHeadingLines + number) * line};
 }
 
 CardLayout LayOutCard(const CardContent& card, const CardOptions& options,
@@ -112,6 +112,7 @@ CardLayout LayOutCard(const CardContent& card, const CardOptions& options,
     if (larger.columns == 0) break;
     if (larger.Sheets() <= layout.Sheets()) layout = larger;
   }
+  layout.line = std::min(kLooseLine * layout.size, layout.page.y / (layout.rows + kHeadingLines));
   return layout;
 }
 

@@ -42,7 +42,9 @@ class CardWidths {
 // The smallest size that is read without effort, and one that is large enough for anybody.
 inline constexpr double kSmallestSize = 7;
 inline constexpr double kLargestSize = 10;
-inline constexpr double kLineHeight = 1.2;  // times the size
+// Of a line, times the size: at least, and where there is room.
+inline constexpr double kLineHeight = 1.2;
+inline constexpr double kLooseLine = 1.5;
 
 struct CardPanel {
   CardPoint at{};       // where its upper left corner is, or, turned, its lower right one
@@ -53,6 +55,7 @@ struct CardLayout {
   CardPoint sheet{};                        // width and height; in a booklet, it lies on its side
   CardPoint page{};                         // of what may be printed on
   double size = 0;                          // of the text
+  double line = 0;                          // height of a line
   std::array<double, kCardColumns> left{};  // of the cells, from the left of a column of rows
   std::array<double, kCardColumns> width{};
   double column_width = 0;
@@ -64,8 +67,8 @@ struct CardLayout {
 
   [[nodiscard]] int Sheets() const { return (pages + panels - 1) / panels; }
   [[nodiscard]] CardPanel PanelOf(int page_number) const;  // from 0
-  // Of the line with a row, on its page. `line` -1: that of the headings of a column.
-  [[nodiscard]] CardPoint LineAt(int column, int line) const;
+  // Of the line with a row, on its page. `number` -1: that of the headings of a column.
+  [[nodiscard]] CardPoint LineAt(int column, int number) const;
 };
 
 // On as few sheets as the smallest size takes, in the largest size that takes no more of them. Texts

@@ -7,8 +7,9 @@
 namespace q40 {
 namespace {
 
+constexpr double kPointsPerInch = 72;
 constexpr double kHair = 0.4;       // points
-constexpr double kBaseline = 0.93;  // of the size, below the top of a line
+constexpr double kBaseline = 0.35;  // of the size, below the middle of a line
 const QColor kBand(238, 238, 238);
 const QColor kRule(120, 120, 120);
 const QColor kFold(170, 170, 170);
@@ -22,7 +23,7 @@ class SheetPainter {
         card_(card),
         layout_(layout),
         font_(font),
-        unit_(painter.device()->logicalDpiX() / 72.0) {}
+        unit_(painter.device()->logicalDpiX() / kPointsPerInch) {}
 
   void Page(int number) {
     const CardPanel panel = layout_.PanelOf(number);
@@ -65,16 +66,21 @@ class SheetPainter {
   // Model and page, then file and date.
   void Heading(int number) {
     const double size = layout_.size;
-    const double line = size * kLineHeight;
+    const double first = Baseline(0);
+    const double second = first + layout_.line;
     Use(size, true);
-    Put({0, kBaseline * size}, font_.Showable(card_.model));
+    Put({0, first}, font_.Showable(card_.model));
     Use(size, false);
-    const std::string page = std::to_string(number + 1) + '/' + std::to_string(layout_.pages);
-    PutRight(kBaseline * size, page);
+    PutRight(first, std::to_string(number + 1) + '/' + std::to_string(layout_.pages));
     const double left = layout_.page.x / size - font_.WidthOf(card_.date) - 1;
-    Put({0, kBaseline * size + line}, font_.Fitted(card_.file, left));
-    PutRight(kBaseline * size + line, card_.date);
-    Line({0, 2.2 * line}, {layout_.page.x, 2.2 * line}, QPen(kRule, kHair * unit_));
+    Put({0, second}, font_.Fitted(card_.file, left));
+    PutRight(second, card_.date);
+    const double rule = 2.2 * layout_.line;
+    Line({0, rule}, {layout_.page.x, rule}, QPen(kRule, kHair * unit_));
+  }
+  // Of the line that begins there.
+  [[nodiscard]] double Baseline(double top) const {
+    return top + layout_.line / 2 + kBaseline * layout_.size;
   }
   void PutRight(double baseline, const std::string& text) {
     Put({layout_.page.x - font_.WidthOf(text) * layout_.size, baseline}, font_.Showable(text));
@@ -96,10 +102,9 @@ class SheetPainter {
   // The eye stays in its row.
   void Band(CardPoint at) {
     const double pad = 0.2 * layout_.size;
-    painter_.fillRect(
-        QRectF((at.x - pad) * unit_, at.y * unit_, (layout_.column_width + 2 * pad) * unit_,
-               layout_.size * kLineHeight * unit_),
-        kBand);
+    painter_.fillRect(QRectF((at.x - pad) * unit_, at.y * unit_,
+                             (layout_.column_width + 2 * pad) * unit_, layout_.line * unit_),
+                      kBand);
   }
   // Frequencies stand with their points below each other, as all have four digits behind it.
   void Row(CardPoint at, const CardCells& cells) {
@@ -107,7 +112,7 @@ class SheetPainter {
       if (cells[i].empty()) continue;
       const bool right = i == 0 || i == 2;
       const double width = right ? font_.WidthOf(cells[i]) * layout_.size : layout_.width[i];
-      Put({at.x + layout_.left[i] + layout_.width[i] - width, at.y + kBaseline * layout_.size},
+      Put({at.x + layout_.left[i] + layout_.width[i] - width, Baseline(at.y)},
           font_.Showable(cells[i]));
     }
   }
@@ -125,15 +130,15 @@ CardPages::CardPages(CardContent card, const CardOptions& options)
     : options_(options), card_(std::move(card)), layout_(LayOutCard(card_, options, font_)) {}
 
 QString CardPages::Account() const {
-  const auto tr = [](const char* text, int n) {
-    return QCoreApplication::translate("Card", text, nullptr, n).arg(n);
+  const auto count = [](int n, const char* one, const char* many) {
+    return QCoreApplication::translate("Card", n == 1 ? one : many).arg(n);
   };
-  const int sheets = layout_.Sheets();
-  const int columns = layout_.columns;
-  return tr(sheets == 1 ? "%1 sheet" : "%1 sheets", sheets) + QStringLiteral(", ") +
-         tr(columns == 1 ? "%1 column" : "%1 columns", columns) + QStringLiteral(", ") +
-         QCoreApplication::translate("Card", "letters of %1 points")
-             .arg(QString::number(layout_.size, 'g', 3));
+  const QString inside = options_.pocket
+                             ? count(layout_.pages, "%1 page of a booklet", "%1 pages of a booklet")
+                             : count(layout_.columns, "%1 column", "%1 columns");
+  return QCoreApplication::translate("Card", "%1, %2, letters of %3 points")
+      .arg(count(layout_.Sheets(), "%1 sheet", "%1 sheets"), inside,
+           QString::number(layout_.size, 'g', 3));
 }
 
 QPageLayout CardPages::Paper() const {

@@ -18,7 +18,7 @@ class CardPages {
   [[nodiscard]] const CardLayout& layout() const { return layout_; }
   // False: there is no font to write it with; then nothing may be painted.
   [[nodiscard]] bool IsReadable() const { return font_.IsUsable(); }
-  // "1 sheet, 3 columns of 70, letters of 8.5 points"
+  // "1 sheet, 3 columns, letters of 8.5 points"
   [[nodiscard]] QString Account() const;
   // The paper, without margins: the card has its own.
   [[nodiscard]] QPageLayout Paper() const;
