@@ -3,21 +3,39 @@
 #include <algorithm>
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QList>
+#include <QPainterPath>
+#include <QRawFont>
 
 namespace q40 {
 namespace {
 
 constexpr int kMeasured = 1000;  // pixels, so large that rounding to whole ones does not matter
 
-QFont Chosen() {
-  QFont font;
+// Of those that have letters, and at every size. No family: there is none.
+QString ChosenFamily() {
+  QStringList families = QFontDatabase::families(QFontDatabase::Latin);
+  families.removeIf(
+      [](const QString& family) { return !QFontDatabase::isSmoothlyScalable(family); });
   for (const char* const name :
        {"DejaVu Sans Condensed", "Liberation Sans", "DejaVu Sans", "Noto Sans"}) {
-    if (!QFontDatabase::hasFamily(QString::fromLatin1(name))) continue;
-    font = QFont(QString::fromLatin1(name));
-    break;
+    if (families.contains(QString::fromLatin1(name))) return QString::fromLatin1(name);
   }
+  // A font of signs says that it is Latin too, but then knows no other script.
+  const auto scripts = [](const QString& family) {
+    return QFontDatabase::writingSystems(family).size();
+  };
+  const QString usual = QFontInfo(QFont()).family();
+  if (families.contains(usual) && scripts(usual) > 1) return usual;
+  const auto best =
+      std::max_element(families.begin(), families.end(),
+                       [&](const QString& a, const QString& b) { return scripts(a) < scripts(b); });
+  return best == families.end() ? QString() : *best;
+}
+
+QFont Chosen() {
+  QFont font(ChosenFamily());
   font.setStyleStrategy(QFont::PreferOutline);
   font.setHintingPreference(QFont::PreferNoHinting);
   font.setKerning(false);  // or a text is not as wide as its parts, and columns of digits waver
@@ -29,11 +47,15 @@ QFont Chosen() {
 
 CardFont::CardFont() : font_(Chosen()), metrics_(font_) {}
 
+// Where there is no font, boxes stand in for one; and what has no outlines is made of dots.
 bool CardFont::IsUsable() const {
-  constexpr std::string_view kNeeded = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ.+-/?";
-  return !QFontDatabase::families().isEmpty() &&
-         std::all_of(kNeeded.begin(), kNeeded.end(), [this](char c) {
-           return metrics_.inFont(QLatin1Char(c)) && metrics_.horizontalAdvance(QLatin1Char(c)) > 0;
+  if (!metrics_.inFont(u'A')) return false;
+  const QRawFont raw = QRawFont::fromFont(font_);
+  const QString needed = QStringLiteral("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ.+-/?");
+  const QList<quint32> glyphs = raw.glyphIndexesForString(needed);
+  return glyphs.size() == needed.size() &&
+         std::all_of(glyphs.begin(), glyphs.end(), [&raw](quint32 glyph) {
+           return glyph != 0 && !raw.pathForGlyph(glyph).isEmpty();
          });
 }
 
