@@ -15,6 +15,7 @@ constexpr int kBookletPanels = 8;
 // In sizes of the text.
 constexpr double kCellGap = 0.65;
 constexpr double kColumnGap = 1.4;
+constexpr double kLargestGap = 4;
 constexpr double kHeadingLines = 3.6;  // two of the page, the rule below them, one of the column
 
 // Panel by page: column, row. The upper row is upside down.
@@ -70,12 +71,13 @@ void Fill(CardLayout& layout, std::size_t rows) {
   if (layout.columns == 0) return;
   const int page = layout.columns * layout.rows;
   layout.pages = std::max(1, (static_cast<int>(rows) + page - 1) / page);
-  // The columns share the rows and the page between them, rather than to leave a rest at the end.
+  // The columns share the rows, and what is left of the page as far as it looks good.
   const int places = layout.columns * layout.pages;
   layout.rows = std::max(1, (static_cast<int>(rows) + places - 1) / places);
   if (layout.columns > 1) {
     layout.column_step =
-        (layout.page.x - layout.column_width) / static_cast<double>(layout.columns - 1);
+        std::min((layout.page.x - layout.column_width) / static_cast<double>(layout.columns - 1),
+                 layout.column_width + kLargestGap * layout.size);
   }
 }
 

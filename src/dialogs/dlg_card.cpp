@@ -54,6 +54,7 @@ void dlgCard::MakeControls(const CardOptions& options) {
   special_->setChecked(options.special);
   account_->setObjectName(QStringLiteral("lblCard"));
   picture_->setObjectName(QStringLiteral("imgCard"));
+  picture_->setAccessibleName(tr("Picture of the first sheet"));
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setFixedSize(kPictureSize, kPictureSize);
   connect(paper_, &QComboBox::currentIndexChanged, this, &dlgCard::ShowCard);
@@ -95,6 +96,7 @@ void dlgCard::ShowCard() {
     account_->setText(empty ? tr("No channel is in use.")
                             : tr("There is no font to write the card with."));
   }
+  picture_->setAccessibleDescription(account_->text());
   if (pages_->IsReadable()) ShowPicture();
 }
 

@@ -81,6 +81,7 @@ TEST_F(Help, F1ExplainsWhatIsInFront) {
     const char* section;
   } dialogs[] = {{"mnuEditUndo", "editing-a-channel"},
                  {"mnuToolsOptions", "connecting-the-radio"},
+                 {"mnuCard", "the-channel-card"},
                  {"mnuFileNew", "what-is-asked-and-what-is-not"},
                  {"mnuFileSaveAs", "files"},
                  {"cmbDelete", "the-page-memory"}};
@@ -94,7 +95,7 @@ TEST_F(Help, F1ExplainsWhatIsInFront) {
     });
     Trigger(d.command);
   }
-  for (const char* heading : {"editing-a-channel", "names", "connecting-the-radio", "check-up",
+  for (const char* heading : {"editing-a-channel", "names", "the-channel-card", "connecting-the-radio", "check-up",
                               "backing-up-and-verifying", "files", "keyboard", "the-service-page",
                               "what-is-asked-and-what-is-not", "when-it-does-not-work"}) {
     const auto& headings = browser_->headings();
