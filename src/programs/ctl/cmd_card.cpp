@@ -1,6 +1,5 @@
 // card: the channel card of a clone file as a PDF. What paints is a program of its own, so that this one
 // starts without the libraries for it.
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -24,6 +23,18 @@ struct Arguments {
   bool force = false;
 };
 
+// The program that paints: beside this one in a build, in its own folder once both are installed.
+// Empty: it is in neither.
+std::string CardProgram() {
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  for (const char* const folder : {".", CARD_PROGRAM_FOLDER}) {
+    const auto path = (self.parent_path() / folder / "rxq40card").lexically_normal();
+    if (std::filesystem::is_regular_file(path, error)) return path;
+  }
+  return {};
+}
+
 int RunCard(CommandContext& context, const Arguments& arguments) {
   Console& console = context.console;
   CloneData document = FreshData();
@@ -42,17 +53,13 @@ int RunCard(CommandContext& context, const Arguments& arguments) {
   }
   Product product(context, arguments.pdf);
   if (const int code = product.Prepare(arguments.force)) return code;
-  const auto& programs = context.card_programs;
-  const auto program = std::find_if(programs.begin(), programs.end(), [](const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
-  });
-  if (program == programs.end()) {
+  const std::string program = CardProgram();
+  if (program.empty()) {
     return console.Error(kExitCannotWrite,
                          "rxq40card, which makes the card, is not installed. It comes with the "
                          "window: install rxq40.");
   }
-  std::vector<std::string> command = {*program};
+  std::vector<std::string> command = {program};
   if (arguments.paper == "letter") command.emplace_back("--letter");
   if (arguments.pocket) command.emplace_back("--pocket");
   if (arguments.special) command.emplace_back("--special");
@@ -63,14 +70,6 @@ int RunCard(CommandContext& context, const Arguments& arguments) {
 }
 
 }  // namespace
-
-std::vector<std::string> CardPrograms() {
-  std::error_code error;
-  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-  if (error) return {};
-  const std::filesystem::path folder = self.parent_path();
-  return {folder / "rxq40card", (folder / CARD_PROGRAM_FOLDER / "rxq40card").lexically_normal()};
-}
 
 void AddCard(CLI::App& app, CommandContext& context) {
   auto* command = app.add_subcommand("card", "Makes a channel card for the pocket, as a PDF");

@@ -35,8 +35,6 @@ struct CommandContext {
     return std::vector<PresentPort>();
   };
   std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
-  // Where the program that paints the channel card may be; the first that is there is taken.
-  std::vector<std::string> card_programs{};
   std::optional<TraceChoice> trace{};  // of what goes over the line, if the user wants one
   int exit_code = kExitDone;
 };
@@ -64,9 +62,6 @@ void AddImport(CLI::App& app, CommandContext& context);
 void AddApply(CLI::App& app, CommandContext& context);
 void AddDump(CLI::App& app, CommandContext& context);
 void AddCard(CLI::App& app, CommandContext& context);
-
-// The places of this program and of what was installed with it.
-std::vector<std::string> CardPrograms();
 
 // ---- What several commands share.
 

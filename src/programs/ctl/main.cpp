@@ -39,8 +39,7 @@ int main(int argc, char** argv) {
         .console = q40::Console(stdout, stderr),
         .line_to =
             [](const std::string& device) { return std::make_unique<q40::SerialLine>(device); },
-        .present_ports = q40::PresentPorts,
-        .card_programs = q40::CardPrograms()};
+        .present_ports = q40::PresentPorts};
     return q40::RunCommandLine(argc, argv, context);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rxq40ctl: %s\n", q40::Printable(error.what()).c_str());
