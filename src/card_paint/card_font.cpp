@@ -11,6 +11,7 @@
 namespace q40 {
 namespace {
 
+constexpr double kNoJoining = 1.0 / 32;  // pixels
 constexpr int kMeasured = 1000;  // pixels, so large that rounding to whole ones does not matter
 
 // Of those that have letters, and at every size. No family: there is none.
@@ -39,6 +40,8 @@ QFont Chosen() {
   font.setStyleStrategy(QFont::PreferOutline);
   font.setHintingPreference(QFont::PreferNoHinting);
   font.setKerning(false);  // or a text is not as wide as its parts, and columns of digits waver
+  // Spacing that nobody sees keeps letters from being joined, and names from being copied as signs.
+  font.setLetterSpacing(QFont::AbsoluteSpacing, kNoJoining);
   font.setPixelSize(kMeasured);
   return font;
 }

@@ -73,6 +73,7 @@ Descriptor FileWith(std::string_view input) {
 // Its process; 0, with the reason in `error`, when there is none.
 pid_t Start(const std::vector<std::string>& command, std::array<int, 3> streams, int& error) {
   std::vector<char*> words;
+  words.reserve(command.size() + 1);
   for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
   posix_spawn_file_actions_t actions;
