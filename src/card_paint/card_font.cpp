@@ -27,7 +27,7 @@ QString ChosenFamily() {
   const auto scripts = [](const QString& family) {
     return QFontDatabase::writingSystems(family).size();
   };
-  const QString usual = QFontInfo(QFont()).family();
+  QString usual = QFontInfo(QFont()).family();
   if (families.contains(usual) && scripts(usual) > 1) return usual;
   const auto best =
       std::max_element(families.begin(), families.end(),

@@ -96,7 +96,7 @@ class SheetPainter {
     for (int line = 0; line < layout_.rows && first + line < rows; ++line) {
       const CardPoint at = layout_.LineAt(column, line);
       if (line % 2 == 0) Band(at);
-      Row(at, card_.rows[static_cast<std::size_t>(first + line)]);
+      Row(at, *(card_.rows.begin() + first + line));
     }
   }
   // The eye stays in its row.
