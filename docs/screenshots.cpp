@@ -270,6 +270,11 @@ void TakeOtherWindows(Session& session) {
   session.TakeMenu("menu-radio", "Radio");
   session.TakeMenu("menu-tools", "Tools");
   session.TakeDialog("com-port", [&] { session.Trigger("mnuToolsOptions"); });
+  session.InDialog([&] { session.Trigger("mnuCard"); },
+                   [&](QWidget& dialog) {
+                     dialog.findChild<QAbstractButton*>("chkSpecial")->click();
+                     session.Take("card", &dialog);
+                   });
   session.TakeDialog("about", [&] { session.Trigger("mnuHelpAbout"); });
   session.Trigger("mnuToolsService");
   session.Find<QLineEdit>("Text1").setText("0200");

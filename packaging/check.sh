@@ -176,6 +176,16 @@ try_window() {
     [ $code -eq 124 ] && [ ! -s messages ]  # still there, and no complaints'
 }
 
+# What paints the card comes with the window, and the fonts with neither.
+try_card() {
+  echo "The installed tool makes a channel card."
+  as_user '
+    rxq40ctl new --model RX-Q40E radio.Q40
+    rxq40ctl card --special --pocket radio.Q40 card.pdf
+    [ "$(head -c 5 card.pdf)" = %PDF- ]
+    grep -aq /FontFile2 card.pdf'
+}
+
 # The desktop knows a clone file by its name, and by its first line.
 try_file_type() {
   echo "The desktop knows the clone files of every model."
@@ -235,10 +245,11 @@ try_in_root() {
   say "Both packages"
   apt_in_root satisfy "$(depends_of rxq40)"
   apt_in_root install shared-mime-info desktop-file-utils hicolor-icon-theme libglib2.0-bin \
-    qt6-gtk-platformtheme
+    qt6-gtk-platformtheme fonts-dejavu-core
   inventory "$root" "$work/before"
   install_in_root rxq40 rxq40ctl
   try_window
+  try_card
   try_file_type
   if in_root sh -c '[ -c /dev/pts/ptmx ]'; then
     try_desktop
@@ -264,6 +275,7 @@ try_in_folder() {
   "${dpkg[@]}" -i "$debs"/*.deb >>"$work/dpkg.log" 2>&1
   try_tool
   try_window
+  try_card
   "${dpkg[@]}" --purge rxq40 rxq40ctl >>"$work/dpkg.log" 2>&1
   inventory "$tree" "$work/after"
   compare_inventories

@@ -85,10 +85,10 @@ function(install_zipped component file folder name)
   install(FILES ${zipped} DESTINATION ${folder} COMPONENT ${component})
 endfunction()
 
-# install_program(COMPONENT PROGRAM): stripped in a package, as Debian strips its own.
-function(install_program component program)
-  install(TARGETS ${program} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${component})
-  set(path "\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/${program}")
+# install_program(COMPONENT PROGRAM FOLDER): stripped in a package, as Debian strips its own.
+function(install_program component program folder)
+  install(TARGETS ${program} DESTINATION ${folder} COMPONENT ${component})
+  set(path "\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${folder}/${program}")
   install(CODE "if(CMAKE_INSTALL_DO_STRIP)
     execute_process(COMMAND ${CMAKE_STRIP} --remove-section=.comment --remove-section=.note \"${path}\"
       COMMAND_ERROR_IS_FATAL ANY)
@@ -115,7 +115,7 @@ endforeach()
 
 # ---- rxq40ctl
 foreach(program IN ITEMS rxq40ctl rxq40sim)
-  install_program(rxq40ctl ${program})
+  install_program(rxq40ctl ${program} ${CMAKE_INSTALL_BINDIR})
   install_zipped(rxq40ctl ${PROJECT_SOURCE_DIR}/man/${program}.1 ${CMAKE_INSTALL_MANDIR}/man1 ${program}.1)
   install(FILES ${PROJECT_BINARY_DIR}/completions/bash/${program}
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions COMPONENT rxq40ctl)
@@ -127,7 +127,9 @@ endforeach()
 if(BUILD_WINDOW)
   set(icons ${CMAKE_INSTALL_DATAROOTDIR}/icons/hicolor)
   configure_file(packaging/data/rxq40.metainfo.xml.in ${package_files}/rxq40.metainfo.xml @ONLY)
-  install_program(rxq40 rxq40)
+  install_program(rxq40 rxq40 ${CMAKE_INSTALL_BINDIR})
+  # Where rxq40ctl looks for it.
+  install_program(rxq40 rxq40card ${CMAKE_INSTALL_LIBEXECDIR}/rxq40)
   install_zipped(rxq40 ${PROJECT_SOURCE_DIR}/man/rxq40.1 ${CMAKE_INSTALL_MANDIR}/man1 rxq40.1)
   install(FILES packaging/data/rxq40.desktop
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/applications COMPONENT rxq40)
@@ -180,7 +182,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(CPACK_DEBIAN_RXQ40_PACKAGE_NAME rxq40)
-set(CPACK_DEBIAN_RXQ40_PACKAGE_RECOMMENDS rxq40ctl)
+set(CPACK_DEBIAN_RXQ40_PACKAGE_RECOMMENDS "rxq40ctl, fonts-dejavu-core")
 set(CPACK_DEBIAN_RXQ40_PACKAGE_SUGGESTS qt6-wayland)
 set(CPACK_DEBIAN_RXQ40_DESCRIPTION "clone utility of RX-Q40 handheld radios
 Reads everything that a Korvex RX-Q40 radio holds through its serial cable,
@@ -188,14 +190,14 @@ lets you edit it in a window, and writes it back: settings, special channels
 of both bands, 210 memory channels and ten auto-dialer memories.
 .
 The same data is kept in clone files; the channel list can be edited in
-spreadsheet programs as CSV.")
+spreadsheet programs as CSV, and printed as a card for the pocket.")
 
 set(CPACK_DEBIAN_RXQ40CTL_PACKAGE_NAME rxq40ctl)
 set(CPACK_DEBIAN_RXQ40CTL_PACKAGE_SUGGESTS rxq40)
 set(CPACK_DEBIAN_RXQ40CTL_DESCRIPTION "clone RX-Q40 handheld radios from the command line
 Reads a Korvex RX-Q40 radio into a clone file and writes it back; shows,
 checks and compares clone files; exports and imports the channel list as CSV
-and the whole clone as JSON.
+and the whole clone as JSON. With rxq40 it also makes channel cards as PDF.
 .
 Contains rxq40sim too, a simulated radio behind a pseudo-terminal.")
 include(CPack)

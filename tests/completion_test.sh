@@ -36,11 +36,12 @@ while IFS=';' read -r line expected; do
   failed=1
 done <<'CASES'
 rxq40ctl rea;read
-rxq40ctl ;apply|backup|check|diff|dump|export|identify|import|lint|new|ports|read|restore|show|write
+rxq40ctl ;apply|backup|card|check|diff|dump|export|identify|import|lint|new|ports|read|restore|show|write
 rxq40ctl --v;--version
 rxq40ctl --quiet wr;write
 rxq40ctl read --;--force|--help|--only|--port|--quiet|--trace
 rxq40ctl read --only ;memory|settings
+rxq40ctl card --paper ;a4|letter
 rxq40ctl read --only=;memory|settings
 rxq40ctl read --only=m;memory
 rxq40ctl read -p 1;1|10|11|12|13|14

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "document/defaults.h"
+#include "programs/ctl/helper_program.h"
 #include "support/ctl_fixture.h"
 
 namespace q40 {
@@ -63,10 +64,36 @@ TEST_F(Ctl, WrongUsageIsTwo) {
     EXPECT_EQ(Run({"dump", "-p", "1", "--first", bad}).code, kExitUsage) << bad;
   }
   EXPECT_EQ(Run({"--help"}).code, 0);
-  for (const char* command : {"ports", "identify", "read", "write", "backup", "restore", "new",
-                              "check", "show", "diff", "lint", "export", "import", "dump"}) {
+  for (const char* command :
+       {"ports", "identify", "read", "write", "backup", "restore", "new", "check", "show", "diff",
+        "lint", "export", "import", "dump", "card"}) {
     EXPECT_NE(Run({command, "--help"}).out.find("xample"), std::string::npos) << command;
   }
+}
+
+TEST(HelperProgram, GivesItsOutputOrItsLastWords) {
+  const std::string input(300'000, 'x');  // more than a pipe holds
+  const struct {
+    const char* script;
+    int code;
+    std::string output;
+    const char* message;
+  } cases[] = {{"cat; echo a warning >&2", 0, input, ""},
+               {"cat; cat >&2", 0, input, ""},
+               {"exec >&-; echo one >&2; echo two >&2; echo >&2; exit 6", 6, "", "two"},
+               {"exit 3", 3, "", "/bin/sh failed"},
+               {"echo half; kill -9 $$", kExitInternal, "half\n", "/bin/sh failed"},
+               {"sleep 60", kExitInternal, "", "/bin/sh did not finish in time"}};
+  for (const auto& c : cases) {
+    const bool sleeps = std::string_view(c.script) == "sleep 60";
+    const HelperResult result = RunHelper({"/bin/sh", "-c", std::string("exec 3<&0; ") + c.script},
+                                          input, std::chrono::seconds(sleeps ? 0 : 30));
+    EXPECT_EQ(result.code, c.code) << c.script;
+    EXPECT_TRUE(result.output == c.output) << c.script;
+    EXPECT_EQ(result.message, c.message) << c.script;
+  }
+  EXPECT_EQ(RunHelper({"/nowhere/at all"}, "").message,
+            "/nowhere/at all: No such file or directory");
 }
 
 // What a terminal would obey reaches it from no file, no name and no device.

@@ -382,5 +382,55 @@ TEST(Programs, StreamsAndPipesOfAShell) {
   }
 }
 
+// The tool alone, and with the program that paints beside it.
+TEST(Programs, AChannelCardIsAPdfWithItsFonts) {
+  test::TempFolder folder;
+  const auto shell = [&](const std::string& line) {
+    return test::Run({"/bin/sh", "-c", "cd " + folder.path() + "; " + line});
+  };
+  ASSERT_EQ(
+      shell("cp " + test::Program("rxq40ctl") + " ctl && ./ctl new --model RX-Q40E a.Q40").code, 0);
+  std::string line =
+      "RX-Q40,MEMORY,7,145.6,5KHz,None,88.5,88.5,023,023,None,0,Off,Hi,5,Off,Off,Off,"
+      "Off,Normal,NAME,Off\r\n";
+  test::Store(folder / "list.csv", line);
+  ASSERT_EQ(shell("cp a.Q40 empty.Q40; ./ctl import a.Q40 list.csv").code, 0);
+  EXPECT_TRUE(Says(shell("./ctl card a.Q40 a.pdf"), "rxq40card, which makes the card, is not"));
+  if (!std::filesystem::exists(test::Program("rxq40card"))) return;  // built without the window
+  ASSERT_EQ(shell("ln -s " + test::Program("rxq40card") + " rxq40card").code, 0);
+  // err: words of it; nothing at all when empty
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"./ctl card a.Q40 a.pdf", 0, ""},
+      {"./ctl card a.Q40 a.pdf", 2, "a.pdf exists. Use --force to replace it."},
+      {"./ctl card --force a.Q40 a.pdf", 0, ""},
+      {"./ctl card --force a.Q40 empty.Q40", 2, "empty.Q40 is a clone file"},
+      {"./ctl card a.Q40 nowhere/a.pdf", 7, "nowhere"},
+      {"./ctl card --paper a5 a.Q40 b.pdf", 2, "a5 not in {a4,letter}"},
+      {"./ctl card list.csv b.pdf", 6, "list.csv, line 1"},
+      {"./ctl card empty.Q40 b.pdf", 6, "empty.Q40: no channel is in use"},
+      {"./ctl card --special empty.Q40 - | cmp -n 5 - a.pdf", 0, ""},
+      {"./ctl card --paper letter --pocket - b.pdf <a.Q40 && grep -aq 'Box .0 0 792.0* 612' b.pdf",
+       0, ""},
+      {"export SOURCE_DATE_EPOCH=1; TZ=Asia/Tokyo ./ctl card a.Q40 1.pdf; ./ctl card a.Q40 2.pdf; "
+       "cmp 1.pdf 2.pdf && grep -aq D:19700101000001 1.pdf",
+       0, ""},
+      {"echo '<fontconfig><dir>/nowhere</dir></fontconfig>' >none; FONTCONFIG_FILE=$PWD/none ./ctl "
+       "card a.Q40 c.pdf",
+       7, "Install one, fonts-dejavu-core"},
+      {"ls c.pdf", 2, "ls"}};
+  for (const auto& [words, code, err] : cases) {
+    const ProcessResult result = shell(words);
+    EXPECT_EQ(result.code, code) << words << '\n' << result.err;
+    EXPECT_EQ(result.err.empty(), *err == 0) << words << '\n' << result.err;
+    EXPECT_TRUE(Says(result, err)) << words << '\n' << result.err;
+  }
+  const std::string pdf = test::Content(folder / "a.pdf");
+  EXPECT_TRUE(pdf.starts_with("%PDF-"));
+  for (const char* part :
+       {"/FontFile2", "/ToUnicode", "/Count 1\n", "/MediaBox [0 0 595.000000 842.000000]"}) {
+    EXPECT_NE(pdf.find(part), std::string::npos) << part;
+  }
+}
+
 }  // namespace
 }  // namespace q40

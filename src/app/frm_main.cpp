@@ -4,6 +4,7 @@
 #include <QTabWidget>
 #include <QTimer>
 
+#include "app/card_command.h"
 #include "app/changes_desk.h"
 #include "app/channel_list_command.h"
 #include "app/checkup_command.h"
@@ -265,6 +266,7 @@ void frmMain::Execute(Command command) {
     case Command::kCheckUp: return checkup_->Show();
     case Command::kCheckAgain: return checkup_->CheckAgain();
     case Command::kChannelList: return channels_->Show();
+    case Command::kCard: return CardCommand(session_, prompts_, *this).Run();
     case Command::kImportNotes: return checkup_->ShowNotes();
     case Command::kChanges: return changes_->Show();
     case Command::kService: return navigation_->ShowService();

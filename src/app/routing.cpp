@@ -46,6 +46,7 @@ std::span<const CommandRow> CommandRows() {
 
       {"mnuToolsOptions", Menu::kTools, "&COM Port...", kNoKey, "", C::kChoosePort},
       {"mnuChannelList", Menu::kTools, "Channel &List...", kNoKey, "Ctrl+L", C::kChannelList},
+      {"mnuCard", Menu::kTools, "Channel Car&d...", kNoKey, "", C::kCard},
       {"mnuCheckUp", Menu::kTools, "Check-&Up...", kNoKey, "F8", C::kCheckUp},
       {kImportNotesEntry, Menu::kTools, "&Import Notes...", kNoKey, "", C::kImportNotes},
       {"mnuChanges", Menu::kTools, "C&hanges...", kNoKey, "F9", C::kChanges},
@@ -93,6 +94,7 @@ std::span<const CommandHint> CommandHints() {
       {kMarkChangesEntry,
        "Marks rows and settings that differ from the file as last opened or saved."},
       {"mnuChannelList", "All channels in a table that is edited in place."},
+      {"mnuCard", "The channels in use on paper or as a PDF, also folded for the pocket."},
       {kCellsByHeadingEntry, "Shows every value of the channel grids under its own heading."},
       {"mnuToolsService", "Raw blocks of the radio's memory."},
       {"mnuTrace", "Keeps what goes over the line in a file, until it is chosen again."}};

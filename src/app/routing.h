@@ -58,6 +58,7 @@ enum class Command : unsigned char {
   kImportNotes,
   kChanges,
   kChannelList,
+  kCard,
   kService,
   kServiceDump,
   kTrace,

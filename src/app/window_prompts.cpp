@@ -24,14 +24,20 @@ struct FileDialogRow {
   const char* filter;
   const char* suffix;
   bool saves;
+  const char* what = "";  // is saved, where a clone file must not be replaced by it
 };
 constexpr const char* kCloneFilter = "Korvex RX-Q40 Clone Files (*.Q40);;All Files (*.*)";
 constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
 constexpr const char* kTraceFilter = "Trace Files (*.trace);;All Files (*.*)";
+constexpr const char* kPdfFilter = "PDF Files (*.pdf);;All Files (*.*)";
 constexpr FileDialogRow kFileDialogs[] = {
-    {"Open", kCloneFilter, ".Q40", false},         {"Save As", kCloneFilter, ".Q40", true},
-    {"Import CSV", kCsvFilter, ".csv", false},     {"Export CSV", kCsvFilter, ".csv", true},
-    {"Compare With", kCloneFilter, ".Q40", false}, {"Trace to File", kTraceFilter, ".trace", true}};
+    {"Open", kCloneFilter, ".Q40", false},
+    {"Save As", kCloneFilter, ".Q40", true},
+    {"Import CSV", kCsvFilter, ".csv", false},
+    {"Export CSV", kCsvFilter, ".csv", true, "channel list"},
+    {"Compare With", kCloneFilter, ".Q40", false},
+    {"Trace to File", kTraceFilter, ".trace", true, "trace"},
+    {"Channel Card", kPdfFilter, ".pdf", true, "channel card"}};
 
 // A name with a dot has a suffix already.
 std::string WithSuffix(const std::string& path, const char* suffix) {
@@ -101,7 +107,7 @@ bool WindowPrompts::MayReplace(const std::string& path) {
 // A slip of the hand between two names must not cost a clone file.
 bool WindowPrompts::IsNoCloneFile(const std::string& path, FileDialog kind) {
   if (!IsCloneFile(path)) return true;
-  const QString what = kind == FileDialog::kTrace ? tr("trace") : tr("channel list");
+  const QString what = tr(kFileDialogs[static_cast<std::size_t>(kind)].what);
   ShowError(tr("%1 is a clone file.\nName another file for the %2.").arg(Shown(path), what));
   return false;
 }

@@ -79,11 +79,10 @@ TEST_F(Help, F1ExplainsWhatIsInFront) {
   const struct {
     const char* command;
     const char* section;
-  } dialogs[] = {{"mnuEditUndo", "editing-a-channel"},
-                 {"mnuToolsOptions", "connecting-the-radio"},
-                 {"mnuFileNew", "what-is-asked-and-what-is-not"},
-                 {"mnuFileSaveAs", "files"},
-                 {"cmbDelete", "the-page-memory"}};
+  } dialogs[] = {
+      {"mnuEditUndo", "editing-a-channel"}, {"mnuToolsOptions", "connecting-the-radio"},
+      {"mnuCard", "the-channel-card"},      {"mnuFileNew", "what-is-asked-and-what-is-not"},
+      {"mnuFileSaveAs", "files"},           {"cmbDelete", "the-page-memory"}};
   for (const auto& d : dialogs) {
     answers_.Add([&](QWidget& dialog) {
       QTest::keyClick(&dialog, Qt::Key_F1);
@@ -94,9 +93,10 @@ TEST_F(Help, F1ExplainsWhatIsInFront) {
     });
     Trigger(d.command);
   }
-  for (const char* heading : {"editing-a-channel", "names", "connecting-the-radio", "check-up",
-                              "backing-up-and-verifying", "files", "keyboard", "the-service-page",
-                              "what-is-asked-and-what-is-not", "when-it-does-not-work"}) {
+  for (const char* heading :
+       {"editing-a-channel", "names", "the-channel-card", "connecting-the-radio", "check-up",
+        "backing-up-and-verifying", "files", "keyboard", "the-service-page",
+        "what-is-asked-and-what-is-not", "when-it-does-not-work"}) {
     const auto& headings = browser_->headings();
     EXPECT_TRUE(std::any_of(headings.begin(), headings.end(), [&](const auto& h) {
       return h.anchor == heading;

@@ -25,6 +25,7 @@ constexpr NameRow kNames[] = {
     {"FAULT", ValueKind::kWords},        {"BAUD", ValueKind::kText},
     {"HEX", ValueKind::kText},           {"N", ValueKind::kText},
     {"MAP", ValueKind::kFile},           {"CHANNEL", ValueKind::kText},
+    {"PDF", ValueKind::kFile},
 };
 
 std::vector<std::string> Split(const std::string& text, char separator) {

@@ -17,7 +17,7 @@ void DefineCommandLine(CLI::App& app, CommandContext& context) {
   app.parse_complete_callback([quiet, &context] { context.console.SetQuiet(quiet->count() > 0); });
   for (const auto add :
        {AddPorts, AddIdentify, AddRead, AddWrite, AddBackup, AddRestore, AddNew, AddCheck, AddShow,
-        AddDiff, AddLint, AddExport, AddImport, AddApply, AddDump}) {
+        AddDiff, AddLint, AddExport, AddImport, AddApply, AddDump, AddCard}) {
     add(app, context);
   }
   AddTraceOptions(app, context);

@@ -63,6 +63,7 @@ void AddExport(CLI::App& app, CommandContext& context);
 void AddImport(CLI::App& app, CommandContext& context);
 void AddApply(CLI::App& app, CommandContext& context);
 void AddDump(CLI::App& app, CommandContext& context);
+void AddCard(CLI::App& app, CommandContext& context);
 
 // ---- What several commands share.
 
