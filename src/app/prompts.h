@@ -13,7 +13,15 @@ namespace q40 {
 class Prompts {
  public:
   enum class Answer : unsigned char { kYes, kNo, kCancel };
-  enum class FileDialog : unsigned char { kOpen, kSaveAs, kImport, kExport, kCompare, kTrace };
+  enum class FileDialog : unsigned char {
+    kOpen,
+    kSaveAs,
+    kImport,
+    kExport,
+    kCompare,
+    kTrace,
+    kImportOther
+  };
 
   Prompts() = default;
   virtual ~Prompts() = default;

@@ -28,10 +28,12 @@ struct FileDialogRow {
 constexpr const char* kCloneFilter = "Korvex RX-Q40 Clone Files (*.Q40);;All Files (*.*)";
 constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
 constexpr const char* kTraceFilter = "Trace Files (*.trace);;All Files (*.*)";
+constexpr const char* kListFilter = "Lists (*.csv *.tsv *.txt);;All Files (*.*)";
 constexpr FileDialogRow kFileDialogs[] = {
     {"Open", kCloneFilter, ".Q40", false},         {"Save As", kCloneFilter, ".Q40", true},
     {"Import CSV", kCsvFilter, ".csv", false},     {"Export CSV", kCsvFilter, ".csv", true},
-    {"Compare With", kCloneFilter, ".Q40", false}, {"Trace to File", kTraceFilter, ".trace", true}};
+    {"Compare With", kCloneFilter, ".Q40", false}, {"Trace to File", kTraceFilter, ".trace", true},
+    {"Import Other List", kListFilter, "", false}};
 
 // A name with a dot has a suffix already.
 std::string WithSuffix(const std::string& path, const char* suffix) {

@@ -26,6 +26,7 @@ constexpr Topic kTopics[] = {
     {"frmCheckUp", "check-up"},
     {"ChannelListWindow", "the-window-channel-list"},
     {"dlgSetValue", "the-window-channel-list"},
+    {"ImportOtherWindow", "lists-of-others"},
     {"frmReport", "backing-up-and-verifying"},
     {"frmHelp", "keyboard"},
     {"QFileDialog", "files"},

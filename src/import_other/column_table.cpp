@@ -1,0 +1,98 @@
+#include "import_other/column_table.h"
+
+#include <algorithm>
+
+#include <QComboBox>
+#include <QEvent>
+#include <QHeaderView>
+
+#include "import_other/raw_list_model.h"
+#include "widgets/paths.h"
+
+namespace q40 {
+namespace {
+
+// Narrower than its list, which opens as wide as its entries.
+class MeaningBox final : public QComboBox {
+ public:
+  explicit MeaningBox(QWidget* parent) : QComboBox(parent) {
+    for (const MeaningRow& row : kMeanings) addItem(Shown(row.words));
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(4);
+    setMaxVisibleItems(static_cast<int>(kMeaningCount));
+  }
+
+  void showPopup() override {
+    int widest = 0;
+    for (int i = 0; i < count(); ++i) {
+      widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
+    }
+    view()->setMinimumWidth(widest +
+                            3 * fontMetrics().height());  // with the mark of the chosen one
+    QComboBox::showPopup();
+  }
+};
+
+}  // namespace
+
+ColumnTable::ColumnTable(QWidget* parent) : QTableView(parent), rows_(new RawListModel(this)) {
+  setModel(rows_);
+  setSelectionMode(SingleSelection);
+  setTabKeyNavigation(false);
+  setCornerButtonEnabled(false);
+  setWordWrap(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setTextElideMode(Qt::ElideRight);
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  horizontalHeader()->setDefaultSectionSize(fontMetrics().averageCharWidth() * 26);
+}
+
+void ColumnTable::Show(const ForeignList& list, const ColumnMeanings& meanings) {
+  if (rows_->Show(list)) MakeBoxes();
+  for (std::size_t i = 0; i < boxes_.size(); ++i) {
+    boxes_[i]->setCurrentIndex(static_cast<int>(meanings[i]));
+  }
+}
+
+// The cells that they lay on are gone, and the boxes with them.
+void ColumnTable::MakeBoxes() {
+  boxes_.clear();
+  QWidget* last = this;
+  for (int column = 0; column < rows_->columnCount(); ++column) {
+    QComboBox* box = MakeBox(column);
+    boxes_.push_back(box);
+    setTabOrder(last, box);
+    last = box;
+  }
+  if (!boxes_.empty()) setRowHeight(0, boxes_.front()->sizeHint().height());
+}
+
+QComboBox* ColumnTable::MakeBox(int column) {
+  auto* box = new MeaningBox(viewport());
+  box->setObjectName(QStringLiteral("cmbMeaning_%1").arg(column));
+  box->setAccessibleName(
+      tr("Meaning of column %1, %2").arg(column + 1).arg(rows_->Heading(column)));
+  box->installEventFilter(this);
+  connect(box, &QComboBox::activated, this, [this, column](int index) {
+    emit meaningChosen(column, kMeanings[static_cast<std::size_t>(index)].meaning);
+  });
+  setIndexWidget(rows_->index(0, column), box);
+  return box;
+}
+
+bool ColumnTable::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Wheel) {
+    event->ignore();  // it scrolls the table, and changes no meaning on its way
+    return true;
+  }
+  if (event->type() == QEvent::FocusIn) {
+    const auto box = std::find(boxes_.begin(), boxes_.end(), watched);
+    if (box != boxes_.end()) scrollTo(rows_->index(0, static_cast<int>(box - boxes_.begin())));
+  }
+  return QTableView::eventFilter(watched, event);
+}
+
+}  // namespace q40
