@@ -138,7 +138,10 @@ void TakeHeadings(ForeignList& list) {
   const auto above =
       std::min(static_cast<std::size_t>(std::max(list.form.heading_row, 0)), list.rows.size());
   list.form.heading_row = static_cast<int>(above);
-  if (above > 0) list.headings = std::move(list.rows[above - 1].items);
+  if (above > 0) {
+    list.headings = std::move(list.rows[above - 1].items);
+    list.heading_line = list.rows[above - 1].line;
+  }
   list.headings.resize(columns);
   list.rows.erase(list.rows.begin(), list.rows.begin() + static_cast<std::ptrdiff_t>(above));
 }
@@ -158,7 +161,7 @@ std::optional<FileProblem> ReadForeignList(std::string_view bytes, const std::st
   if (const int line = LineOfControl(decoded.text)) {
     return refuse(line, "control characters; this is no list");
   }
-  ForeignList read{form, form, {}, {}};
+  ForeignList read{form, form, {}, 0, {}};
   read.form.encoding = decoded.encoding;
   if (form.separator == '\0') read.form.separator = GuessSeparator(decoded.text);
   read.rows = Rows(decoded.text, read.form.separator).Take(kMostListRows, problem);

@@ -38,6 +38,7 @@ struct ForeignList {
   ListForm form;   // how it was read: nothing in it is a guess any more
   // As many as the list has columns (the longest row counts); a column without a heading has "".
   std::vector<std::string> headings;
+  int heading_line = 0;       // on which they begin; 0: there are none
   std::vector<ListRow> rows;  // without the headings and what stands above them
 
   [[nodiscard]] std::size_t Columns() const { return headings.size(); }

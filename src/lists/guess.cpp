@@ -150,7 +150,7 @@ class Guess {
     const auto candidates = MeaningsOfHeading(list_.headings[column]);
     if (candidates.empty() || candidates.front().words != words) return false;
     for (const HeadingMeaning& candidate : candidates) {
-      if (candidate.meaning == kIgnored) break;
+      if (candidate.meaning == kIgnored || candidate.words < words) break;
       const auto fits = [&](std::string_view item) { return Fits(candidate.meaning, item); };
       const auto [all, fitting] = Count(column, fits);
       const Meaning meaning =

@@ -30,6 +30,7 @@ constexpr HeadingRow kHeadings[] = {
     {"squelch", "mode", kToneKind},
     {"squelch", "type", kToneKind},
     {"sql", "mode", kToneKind},
+    {"ctone", "freq", kToneBoth},
     {"rx", "tone", kToneHeard},
     {"rx", "ton", kToneHeard},
     {"rx", "ctcss", kToneHeard},
@@ -48,7 +49,6 @@ constexpr HeadingRow kHeadings[] = {
     {"uplink", "tone", kToneSent},
     {"access", "tone", kToneSent},
     {"ton", "eingabe", kToneSent},
-    {"ctone", "", kToneBoth},
     {"tone", "squelch", kToneBoth},
     {"tone", "freq", kToneSent},
     {"rx", "dcs", kDcsHeard},
@@ -166,9 +166,11 @@ std::vector<std::string> WordsOf(std::string_view heading) {
   return words;
 }
 
-// A word of two letters is one of its own, unless it says which way ("rxtone").
+// A word of two letters is one of its own, unless it says which way ("rxtone"). One that begins a heading may
+// be written in two ("cTone").
 bool Has(const std::vector<std::string>& words, std::string_view part) {
   const bool whole = part.size() == 2 && part != "rx" && part != "tx";
+  if (!whole && words.size() > 1 && (words[0] + words[1]).starts_with(part)) return true;
   return std::any_of(words.begin(), words.end(), [&](const std::string& word) {
     return whole ? word == part : word.starts_with(part) || word.ends_with(part);
   });

@@ -216,7 +216,12 @@ class Planner {
 
 }  // namespace
 
-std::string PlanNote::Message() const { return item.empty() ? text : item + ": " + text; }
+// Without the full stop of a sentence: others may follow on the same line.
+std::string PlanNote::Message() const {
+  std::string message = item.empty() ? text : item + ": " + text;
+  if (message.ends_with('.')) message.pop_back();
+  return message;
+}
 
 std::string PlannedRow::PlaceText() const {
   switch (outcome) {
@@ -230,6 +235,15 @@ std::string PlannedRow::PlaceText() const {
 std::string PlannedRow::NotesText() const {
   std::string text;
   for (const PlanNote& note : notes) text += (text.empty() ? "" : "; ") + note.Message();
+  return text;
+}
+
+std::string PlannedRow::Message() const {
+  const bool done = outcome == RowOutcome::kChannel;
+  std::string text = "line " + std::to_string(line) + ": ";
+  if (done) text += "channel ";
+  text += PlaceText() + (done ? " becomes " : ", ") + (becomes.empty() ? "nothing in it" : becomes);
+  if (!notes.empty()) text += (done ? "; " : ": ") + NotesText();
   return text;
 }
 

@@ -52,6 +52,8 @@ struct PlannedRow {
   [[nodiscard]] std::string PlaceText() const;
   // All of them on one line, "; " between them.
   [[nodiscard]] std::string NotesText() const;
+  // The whole row: "line 3: channel 12 becomes 438.7250 -7.6000 Tone 67.0 DB0ABC; Step: ...".
+  [[nodiscard]] std::string Message() const;
 };
 
 struct ImportPlan {

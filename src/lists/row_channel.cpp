@@ -14,6 +14,7 @@ namespace q40 {
 namespace {
 
 constexpr ChannelPlace kScratch;
+constexpr std::int64_t kFirstUnknown = 1'000 * kHzPerMhz;  // more digits than the dialog has
 
 // In Hz; no value: the item is no frequency.
 std::optional<std::int64_t> FrequencyIn(std::string_view item) {
@@ -63,6 +64,10 @@ class ChannelMaker::Row {
     const auto output = FrequencyIn(item);
     if (!output) return Refuse(Quoted(item) + " is no frequency.");
     output_ = *output;
+    if (output_ >= kFirstUnknown) {
+      return Refuse(MhzText(output_) + " MHz is outside the bands of the " +
+                    std::string(ModelName(maker_.model_)) + '.');
+    }
     const CellResult result =
         SetCell(maker_.image_, maker_.model_, kScratch, Field::kFrequency, MhzText(output_));
     if (!result.refusal.empty()) return Refuse(result.refusal);
@@ -176,7 +181,10 @@ class ChannelMaker::Row {
     if (items_.Has(Meaning::kToneKind)) {
       const std::string_view kind = items_.At(Meaning::kToneKind);
       row.kind = ToneKindIn(kind);
-      if (!row.kind) Tell(Meaning::kToneKind, Quoted(kind) + " is none of None, Tone, TSQ, DCS.");
+      if (!row.kind) {
+        Tell(Meaning::kToneKind, Quoted(kind) + " is none of None, Tone, TSQ, DCS.");
+        row.kind = ToneKind::kNone;
+      }
     }
     const ToneChoice choice = ChooseTone(row);
     for (const ToneChoice::Unfit& unfit : choice.unfit) Tell(unfit.column, unfit.why);

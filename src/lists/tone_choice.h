@@ -12,7 +12,7 @@
 namespace q40 {
 
 struct ToneRow {
-  std::optional<ToneKind> kind;  // no value: the list has no such column, or its word is not known
+  std::optional<ToneKind> kind;  // no value: the list has no such column
   ToneItem sent, heard, both;
   ToneItem dcs_sent, dcs_heard, dcs_both;
 };

@@ -24,6 +24,7 @@ constexpr NameRow kNames[] = {
     {"FILE.trace", ValueKind::kFile},    {"PATH", ValueKind::kFile},
     {"FAULT", ValueKind::kWords},        {"BAUD", ValueKind::kText},
     {"HEX", ValueKind::kText},           {"N", ValueKind::kText},
+    {"MAP", ValueKind::kFile},           {"CHANNEL", ValueKind::kText},
 };
 
 std::vector<std::string> Split(const std::string& text, char separator) {

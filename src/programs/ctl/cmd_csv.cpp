@@ -9,7 +9,7 @@
 #include "files/channel_csv.h"
 #include "files/standard_streams.h"
 #include "files/whole_file.h"
-#include "programs/ctl/commands.h"
+#include "programs/ctl/other_list.h"
 #include "programs/ctl/user_files.h"
 
 namespace q40 {
@@ -20,6 +20,7 @@ struct Arguments {
   std::string csv;
   std::optional<std::string> out;
   bool force = false;
+  OtherList other;
 };
 
 std::optional<FileProblem> ReadCsv(const std::string& path, std::string& text) {
@@ -62,9 +63,30 @@ int RunExport(CommandContext& context, const Arguments& arguments) {
   return list.Store(ExportChannels(document.image));
 }
 
+int ImportOwnList(CommandContext& context, const std::string& path, CloneData& document,
+                  Product& product) {
+  std::string text;
+  if (const auto problem = ReadCsv(path, text)) return context.console.Error(*problem);
+  ImportReport report = ImportChannels(text, document.image);
+  const std::string csv = InputName(path);
+  if (const auto problem = ProblemOf(report, csv)) return context.console.Error(*problem);
+  AddLosses(document, report);
+  TellNotes(context.console, report);
+  if (!report.no_list.empty()) {
+    return context.console.Error(
+        {FileProblem::Kind::kBadData, csv, 0, report.no_list + ". Nothing was imported."});
+  }
+  if (const int code = product.Store(document)) return code;
+  return TellResult(context.console, report, csv, product.Name());
+}
+
 int RunImport(CommandContext& context, const Arguments& arguments) {
   const std::string target = arguments.out.value_or(arguments.file);
-  if (const int code = CheckInputs(context, {arguments.file, arguments.csv})) return code;
+  std::vector<std::string> inputs = {arguments.file, arguments.csv};
+  if (arguments.other.map) inputs.push_back(*arguments.other.map);
+  if (arguments.other.print_map) inputs.erase(inputs.begin());
+  if (const int code = CheckInputs(context, inputs)) return code;
+  if (arguments.other.print_map) return PrintMapping(context, arguments.csv, arguments.other);
   Product product(context, target);
   if (!arguments.out && product.IsStream() && target != kStandardStream) {
     return context.console.Error(kExitUsage,
@@ -78,19 +100,8 @@ int RunImport(CommandContext& context, const Arguments& arguments) {
   CloneData document = FreshData();
   if (const int code = OpenOrComplain(context, arguments.file, document)) return code;
   if (const int code = product.Prepare(arguments.force || !arguments.out)) return code;
-  std::string text;
-  if (const auto problem = ReadCsv(arguments.csv, text)) return context.console.Error(*problem);
-  ImportReport report = ImportChannels(text, document.image);
-  const std::string csv = InputName(arguments.csv);
-  if (const auto problem = ProblemOf(report, csv)) return context.console.Error(*problem);
-  AddLosses(document, report);
-  TellNotes(context.console, report);
-  if (!report.no_list.empty()) {
-    return context.console.Error(
-        {FileProblem::Kind::kBadData, csv, 0, report.no_list + ". Nothing was imported."});
-  }
-  if (const int code = product.Store(document)) return code;
-  return TellResult(context.console, report, csv, product.Name());
+  if (!arguments.other.map) return ImportOwnList(context, arguments.csv, document, product);
+  return ImportOtherList(context, arguments.csv, arguments.other, document, product);
 }
 
 }  // namespace
@@ -116,9 +127,11 @@ void AddImport(CLI::App& app, CommandContext& context) {
                    "new clone file instead of FILE, - for standard output")
       ->type_name("OUT");
   command->add_flag("--force", arguments->force, "replace an existing OUT");
+  AddOtherListOptions(*command, arguments->other);
   command->footer(
       "Exit code 9 when not all of the list was understood, or is kept; the notes say what.\n"
-      "Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40");
+      "Example: rxq40ctl import radio.Q40 channels.csv -o changed.Q40\n"
+      "         rxq40ctl import radio.Q40 repeaters.csv --map auto --only-fm");
   command->callback([&context, arguments] { context.exit_code = RunImport(context, *arguments); });
 }
 

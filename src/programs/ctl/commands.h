@@ -35,6 +35,8 @@ struct CommandContext {
     return std::vector<PresentPort>();
   };
   std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
+  // Where the user's mappings of lists are kept, below it; empty: there is none.
+  std::string user_folder{};
   std::optional<TraceChoice> trace{};  // of what goes over the line, if the user wants one
   int exit_code = kExitDone;
 };

@@ -26,6 +26,14 @@ class SerialLine final : public RadioLine {
   EventLoop loop_;
 };
 
+// The window's, which takes it from the toolkit.
+std::string UserFolder() {
+  const char* config = std::getenv("XDG_CONFIG_HOME");
+  if (config != nullptr && *config == '/') return std::string(config) + "/rxq40";
+  const char* home = std::getenv("HOME");
+  return home != nullptr && *home != '\0' ? std::string(home) + "/.config/rxq40" : std::string();
+}
+
 }  // namespace
 }  // namespace q40
 
@@ -40,6 +48,7 @@ int main(int argc, char** argv) {
         .line_to =
             [](const std::string& device) { return std::make_unique<q40::SerialLine>(device); },
         .present_ports = q40::PresentPorts};
+    context.user_folder = q40::UserFolder();
     return q40::RunCommandLine(argc, argv, context);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rxq40ctl: %s\n", q40::Printable(error.what()).c_str());
