@@ -1,6 +1,7 @@
 #include "import_other/column_table.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QComboBox>
 #include <QEvent>
@@ -57,9 +58,9 @@ void ColumnTable::Show(const ForeignList& list, const ColumnMeanings& meanings) 
   }
 }
 
-// The cells that they lay on are gone, and the boxes with them.
+// The view lets go of the old ones with their cells, but not at once.
 void ColumnTable::MakeBoxes() {
-  boxes_.clear();
+  qDeleteAll(std::exchange(boxes_, {}));
   QWidget* last = this;
   for (int column = 0; column < rows_->columnCount(); ++column) {
     QComboBox* box = MakeBox(column);

@@ -33,7 +33,7 @@ class ColumnTable final : public QTableView {
   QComboBox* MakeBox(int column);
 
   RawListModel* rows_;
-  std::vector<QComboBox*> boxes_;  // one for each column; the view deletes them with their cells
+  std::vector<QComboBox*> boxes_;  // one for each column
 };
 
 }  // namespace q40

@@ -57,6 +57,11 @@ ImportOtherWindow::ImportOtherWindow(Source source, const CloneData& document, Q
   Refresh();
 }
 
+// A table that goes has no current row any more, and nobody is left to show that.
+ImportOtherWindow::~ImportOtherWindow() {
+  disconnect(rows_->selectionModel(), nullptr, this, nullptr);
+}
+
 const ImportPlan& ImportOtherWindow::plan() const { return preview_->plan(); }
 
 // ---- how it looks

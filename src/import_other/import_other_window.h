@@ -30,6 +30,7 @@ class ImportOtherWindow final : public QDialog {
   };
   // `document` must outlive it, and stay as it is.
   ImportOtherWindow(Source source, const CloneData& document, QWidget* owner);
+  ~ImportOtherWindow() override;
 
   // Why the list cannot be taken apart.
   [[nodiscard]] const std::optional<FileProblem>& problem() const { return draft_.problem(); }

@@ -106,7 +106,7 @@ std::string MappingBar::AskName() {
     const std::string name = dialog.textValue().trimmed().toStdString();
     QString why;
     if (MayKeep(name, why)) return name;
-    if (!why.isEmpty()) dialog.setLabelText(why);
+    if (!why.isEmpty()) dialog.setLabelText(tr("This cannot be its name: %1.").arg(why));
   }
   return {};
 }
@@ -128,6 +128,7 @@ void MappingBar::Delete() {
   if (!Confirmed(this, "DELETE OK", text.toUtf8().constData())) return;
   if (const auto problem = DeleteMapping(folder_, name)) return Complain(*problem);
   Fill();
+  entries_->setFocus();  // the button cannot be pressed any more
   SetByHand();
 }
 
