@@ -101,7 +101,7 @@ if(BUILD_WINDOW)
 endif()
 
 # What both packages have. A package alone must do, so the documents and the rule of the cables are in both.
-set(documents docs/clone-file.md docs/csv.md docs/faults.md docs/json.md docs/protocol.md)
+set(documents docs/clone-file.md docs/csv.md docs/faults.md docs/json.md docs/lists.md docs/protocol.md)
 foreach(package IN LISTS packages)
   set(doc ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   write_debian_changelog(${package} ${package_files}/${package}.changelog)

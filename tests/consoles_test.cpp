@@ -55,12 +55,17 @@ TEST_P(Consoles, PrintWhatIsShown) {
   for (const char* name : {"radio.Q40", "channels.csv"})
     std::filesystem::copy(kExamples + name, folder_ / name);
   Store(folder_ / "changes.csv", Joined(FenceLines("docs/csv.md", "text csv-import")));
+  for (const Fence& fence : Fences(GetParam(), "")) {
+    constexpr std::string_view kFile = "text file=";
+    if (fence.kind.starts_with(kFile))
+      Store(folder_ / fence.kind.substr(kFile.size()), Joined(fence.lines));
+  }
   for (const Fence& fence : Fences(GetParam(), "console")) Expect(fence);
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, Consoles,
                          ::testing::Values("README.md", "docs/clone-file.md", "docs/csv.md",
-                                           "docs/json.md", "docs/protocol.md"));
+                                           "docs/json.md", "docs/lists.md", "docs/protocol.md"));
 
 }  // namespace
 }  // namespace q40

@@ -12,6 +12,7 @@
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
 #include "link/trace_line.h"
+#include "lists/mapping.h"
 #include "programs/ctl/clone_names.h"
 #include "programs/ctl/json_values.h"
 #include "radio/channel_codec.h"
@@ -243,6 +244,24 @@ TEST(Documents, CsvRecords) {
   Lines added = LinesOf(ExportChannels(image));
   std::erase_if(added, is_exported);
   EXPECT_EQ(added, FenceLines("docs/csv.md", "text csv-imported"));
+}
+
+// The table of meanings in docs/lists.md, and the mapping that it shows.
+TEST(Documents, MeaningsOfColumns) {
+  const std::string page = test::Content(kFolder + "docs/lists.md");
+  for (const MeaningRow& row : kMeanings)
+    EXPECT_NE(page.find('`' + std::string(row.name) + '`'), std::string::npos) << row.name;
+  for (const std::string& line : LinesOf(page)) {
+    if (!line.starts_with("| `")) continue;
+    const std::string name = line.substr(3, line.find('`', 3) - 3);
+    const bool form = name == "encoding" || name == "separator" || name == "headings" ||
+                      name == "\"HEADING\"" || name == "column N";
+    EXPECT_TRUE(form || MeaningNamed(name)) << name;
+  }
+  KeptMapping kept;
+  EXPECT_FALSE(
+      ReadMapping(Joined(FenceLines("docs/lists.md", "text mapping")), "the example", kept));
+  EXPECT_EQ(kept.entries.size(), 3U);
 }
 
 // The page alone is enough to write a list: its lines are taken as they stand.

@@ -68,6 +68,8 @@ FIRST = {
     "link/": ["link_test", "sequences_test"],
     "sim/": ["sim_test"],
     "checkup/": ["checkup_test", "ctl_test"],
+    "lists/": ["lists_test"],
+    "programs/ctl/other_list": ["ctl_test --gtest_filter=CtlList.*"],
     "programs/ctl/clone_": ["ctl_test --gtest_filter=CtlJson.*"],
     "programs/ctl/json_": ["ctl_test --gtest_filter=CtlJson.*", "documents_test --gtest_filter=*Json*"],
     "programs/ctl/named_": ["ctl_test --gtest_filter=CtlJson.*"],

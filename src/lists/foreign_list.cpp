@@ -109,12 +109,11 @@ int GuessHeadingRow(const std::vector<ListRow>& rows) {
   const auto first = std::find_if(rows.begin(), end, [](const ListRow& row) {
     return std::any_of(row.items.begin(), row.items.end(), IsDatum);
   });
-  if (first == rows.begin()) return 0;
-  auto best = rows.begin();
+  auto best = first;
   for (auto row = rows.begin(); row != first; ++row) {
-    const bool no_less = KnownHeadings(*row) >= KnownHeadings(*best);
-    if (no_less && (first != end || KnownHeadings(*row) > KnownHeadings(*best))) best = row;
+    if (best == first || KnownHeadings(*row) >= KnownHeadings(*best)) best = row;
   }
+  if (best == first || (first == end && KnownHeadings(*best) == 0)) return 0;
   return static_cast<int>(best - rows.begin()) + 1;
 }
 

@@ -117,6 +117,7 @@ constexpr HeadingRow kHeadings[] = {
     {"frecuencia", "", kOutput},
     {"qrg", "", kOutput},
     {"mhz", "", kOutput},
+    {"khz", "", kOutput},
     {"name", "", kName},
     {"call", "", kName},
     {"rufzeichen", "", kName},

@@ -109,9 +109,9 @@ constexpr std::string_view kFmWords[] = {"fm",   "nfm", "fmn", "nbfm",   "fmnarr
                                          "wbfm", "fmw", "f3e", "analog", "analogue"};
 constexpr std::string_view kNarrowWords[] = {"nfm", "fmn", "nbfm", "fmnarrow", "narrow", "n"};
 constexpr std::string_view kOtherModes[] = {
-    "am", "nam", "ssb",     "usb",    "lsb",    "cw",       "dmr",   "dstar", "star", "dv",
-    "d",  "ysf", "c4fm",    "fusion", "p25",    "nxdn",     "tetra", "m17",   "atv",  "dig",
-    "dn", "vw",  "digital", "aprs",   "packet", "echolink", "rtty",  "auto"};
+    "am",  "nam",     "ssb",  "usb",    "lsb",      "cw",   "dmr",   "dstar", "star",
+    "dv",  "ysf",     "c4fm", "fusion", "p25",      "nxdn", "tetra", "m17",   "atv",
+    "dig", "digital", "aprs", "packet", "echolink", "rtty", "auto"};
 
 constexpr WordRow<std::string_view> kWidths[] = {
     {"narrow", "Narrow"}, {"n", "Narrow"},    {"nar", "Narrow"}, {"nfm", "Narrow"},

@@ -40,7 +40,7 @@ std::string OnOneLine(std::string heading) {
   std::replace_if(
       heading.begin(), heading.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; },
       ' ');
-  return heading;
+  return std::string(Trimmed(heading));
 }
 
 std::string InQuotes(std::string_view heading) {

@@ -38,7 +38,7 @@ class Ctl : public testing::Test {
       device_ = device;
       return std::make_unique<SimulatedLine>(*radio_, time_);
     };
-    Result result{RunCtl(words, line_to, plugged_in_)};
+    Result result{RunCtl(words, line_to, plugged_in_, folder_ / "user")};
     result.ms = time_.clock.Ms() - start;
     return result;
   }

@@ -24,7 +24,8 @@ struct CtlResult {
 
 // `words` without the program's name. Exceptions pass through, as they do to main().
 inline CtlResult RunCtl(const std::vector<std::string>& words, LineFactory line_to,
-                        const std::vector<PresentPort>& plugged_in = {}) {
+                        const std::vector<PresentPort>& plugged_in = {},
+                        const std::string& user_folder = {}) {
   char* out = nullptr;
   char* err = nullptr;
   std::size_t out_size = 0;
@@ -35,6 +36,7 @@ inline CtlResult RunCtl(const std::vector<std::string>& words, LineFactory line_
   {
     CommandContext context{.console = Console(out_file, err_file), .line_to = std::move(line_to)};
     context.present_ports = [&] { return plugged_in; };
+    context.user_folder = user_folder;
     std::vector<const char*> argv = {"rxq40ctl"};
     for (const std::string& word : words) argv.push_back(word.c_str());
     result.code = RunCommandLine(static_cast<int>(argv.size()), argv.data(), context);
