@@ -48,7 +48,7 @@ ColumnTable::ColumnTable(QWidget* parent) : QTableView(parent), rows_(new RawLis
   horizontalHeader()->setSectionsClickable(false);
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  horizontalHeader()->setDefaultSectionSize(fontMetrics().averageCharWidth() * 26);
+  horizontalHeader()->setDefaultSectionSize(fontMetrics().averageCharWidth() * 30);
 }
 
 void ColumnTable::Show(const ForeignList& list, const ColumnMeanings& meanings) {
