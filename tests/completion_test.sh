@@ -54,6 +54,7 @@ rxq40ctl new --model RX-Q40T;RX-Q40T|RX-Q40T1
 rxq40ctl check mine.Q40 mine.Q40 ;CLONES
 rxq40ctl export mine.Q40 ;deep|list.csv
 rxq40ctl import mine.Q40 list.csv -o m;mine.Q40
+rxq40ctl import mine.Q40 list.csv --map n;notes.txt
 rxq40ctl apply mine.Q40 te;text.json
 rxq40ctl dump --first ;
 rxq40sim --load m;mine.Q40

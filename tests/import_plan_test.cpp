@@ -107,7 +107,7 @@ TEST(ImportPlans, RowsBecomeChannels) {
       {"output name second-name", "145.5;home;Hill", "145.5000 HOME"},
       {"output name second-name", "145.5;;hill", "145.5000 HILL"},
       {"output name", "145.5;DB0ABC-L",
-       "145.5000 DB0ABC; Name or call: \"DB0ABC-L\" becomes \"DB0ABC\""},
+       R"(145.5000 DB0ABC; Name or call: "DB0ABC-L" becomes "DB0ABC")"},
       {"output name", "145.5;\xE6\x9D\xB1",
        "145.5000; Name or call: \"\xE6\x9D\xB1\" has no character of a name"},
   };
@@ -197,11 +197,11 @@ TEST(ImportPlans, PlacesAndFilters) {
   CloneData document = Document();
   Use(document, 207, "OLD");
   EXPECT_EQ(FirstFreeChannel(document.image), 0);
-  const std::string rows = "145.5;FM\n50.1;FM\n145.6;DMR\n145.7;\n145.8;FM\n145.9;FM";
+  const std::string rows = "145.5;NFM\n50.1;FM\n145.6;DMR\n145.7;\n145.8;FM\n145.9;FM";
   EXPECT_EQ(
       Account(Plan("output mode", rows,
                    {.first_channel = 206, .only_fm = true, .only_own_bands = true}, document)),
-      "line 1: channel D6 becomes 145.5000\n"
+      "line 1: channel D6 becomes 145.5000 Narrow\n"
       "line 2: left out, 50.1: outside the bands of the RX-Q40E\n"
       "line 3: left out, 145.6: \"DMR\" is not FM\n"
       "line 4: channel D8 becomes 145.7000\n"

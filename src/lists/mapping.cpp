@@ -150,13 +150,10 @@ class MappingReader {
   }
 
   bool Separator(std::string_view value) {
-    if (value == kGuessWord) return true;
-    for (const char separator : kSeparators) {
-      if (value != SeparatorText(separator)) continue;
-      kept_.form.separator = separator;
-      return true;
-    }
-    return false;
+    const auto* const found = std::find_if(std::begin(kSeparators), std::end(kSeparators),
+                                           [&](char s) { return SeparatorText(s) == value; });
+    if (found != std::end(kSeparators)) kept_.form.separator = *found;
+    return found != std::end(kSeparators) || value == kGuessWord;
   }
 
   bool Encoding(std::string_view value) {

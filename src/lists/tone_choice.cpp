@@ -39,7 +39,7 @@ class Choice {
     return *sources.begin();
   }
   // Of a column of tones only a code counts here.
-  [[nodiscard]] Source Coded(const Source& source) const {
+  static Source Coded(const Source& source) {
     static const ToneItem kNothing;
     return source.item.Is(Kind::kDcs) ? source : Source{kNothing, source.column};
   }

@@ -99,8 +99,8 @@ void AddOtherListOptions(CLI::App& command, OtherList& arguments) {
   auto* map =
       command
           .add_option("--map", arguments.map,
-                      "CSV is a list of others: auto guesses its columns, or a mapping tells "
-                      "them, kept under a name or in a file (with . or / in its name)")
+                      "CSV is a list of others; auto guesses its columns, or a kept mapping\n"
+                      "or the file of one (with . or / in its name) tells them")
           ->type_name("MAP");
   auto* first = command
                     .add_option("--first", arguments.first,
