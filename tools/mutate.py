@@ -100,6 +100,8 @@ FIRST = {
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/backups": [GUI + "Backups.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
+    "import_other/": [GUI + "ImportOther.*"],
+    "app/import_other": [GUI + "ImportOther.*"],
     "app/unfinished": [GUI + "Commands.*"],
     "app/write_keeper": [GUI + "Commands.*"],
     "app/unit": [GUI + "Commands.*"],
@@ -123,6 +125,7 @@ ROOMS = {
     "widgets/": ["gui_test"],
     "pages/": ["gui_test"],
     "channel_list/": ["gui_test"],
+    "import_other/": ["gui_test"],
     "dialogs/": ["gui_test"],
     "app/": ["gui_test"],
 }
