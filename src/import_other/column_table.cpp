@@ -76,24 +76,18 @@ QComboBox* ColumnTable::MakeBox(int column) {
   box->setObjectName(QStringLiteral("cmbMeaning_%1").arg(column));
   box->setAccessibleName(
       tr("Meaning of column %1, %2").arg(column + 1).arg(rows_->Heading(column)));
-  box->installEventFilter(this);
   connect(box, &QComboBox::activated, this, [this, column](int index) {
     emit meaningChosen(column, kMeanings[static_cast<std::size_t>(index)].meaning);
   });
-  setIndexWidget(rows_->index(0, column), box);
+  setIndexWidget(rows_->index(0, column), box);  // and filters its events
   return box;
 }
 
+// Of the boxes. One that gets the focus is scrolled to by the view itself.
 bool ColumnTable::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Wheel) {
-    event->ignore();  // it scrolls the table, and changes no meaning on its way
-    return true;
-  }
-  if (event->type() == QEvent::FocusIn) {
-    const auto box = std::find(boxes_.begin(), boxes_.end(), watched);
-    if (box != boxes_.end()) scrollTo(rows_->index(0, static_cast<int>(box - boxes_.begin())));
-  }
-  return QTableView::eventFilter(watched, event);
+  if (event->type() != QEvent::Wheel) return QTableView::eventFilter(watched, event);
+  event->ignore();  // it scrolls the table, and changes no meaning on its way
+  return true;
 }
 
 }  // namespace q40

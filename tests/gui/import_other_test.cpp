@@ -211,6 +211,7 @@ TEST_F(ImportOther, MappingsAreKeptChosenReplacedAndDeleted) {
     Choose("cmbMapping", "Guess");
     EXPECT_FALSE(Find("lblMissing").isVisible());
     EXPECT_EQ(Meanings(), "Output (radio receives), Second name");
+    Choose("cmbMeaning_1", "Power");
     Choose("cmbMapping", "relais");
     EXPECT_FALSE(Find("lblMissing").isVisible());
     answers_.Box("DELETE OK", "Do you want to delete the mapping relais?", kOk);
@@ -282,11 +283,8 @@ TEST_F(ImportOther, ALargeOrHostileListIsShownAsPlainText) {
     box.setFocus();
     for (int i = 1; i < 99; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmbMeaning_99");
-    EXPECT_TRUE(
-        Find("tblColumns")
-            .rect()
-            .intersects(QRect(QApplication::focusWidget()->mapTo(&Find("tblColumns"), QPoint()),
-                              QSize(1, 1))));
+    const auto& columns = Find<QTableView>("tblColumns");
+    EXPECT_TRUE(columns.viewport()->rect().contains(columns.visualRect(raw.index(0, 99)).center()));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmbFirstChannel");
     EXPECT_EQ(Rows().last().left(8), "no place");
