@@ -131,6 +131,7 @@ class Session {
     QTest::qWait(kSettleMs);
   }
 
+  [[nodiscard]] std::string settings_folder() const { return settings_.path().toStdString(); }
   [[nodiscard]] std::string state_folder() const {
     return settings_.filePath("state").toStdString();
   }
@@ -248,6 +249,36 @@ void TakeChannelList(Session& session) {
   session.Take("channel-list", &session.Find<QWidget>("ChannelListWindow"));
   cells.setData(step, kept, Qt::EditRole);
   session.Find<QWidget>("ChannelListWindow").close();
+}
+
+// Of a list as web pages offer them: the file dialog first, and then the window.
+void TakeImportOther(Session& session) {
+  const std::string path = session.settings_folder() + "/repeaters.csv";
+  const auto problem =
+      WriteFile(path,
+                "Repeaters of the region;;;;;;\nCall;Place;Output;Input;CTCSS;Mode;Width\n"
+                "DB0XAA-L;Hochberg;438,7250;431,1250;67,0;FM;25\n"
+                "DB0XBB;Niederau;145,6000;145,0000;100,1;FM;12,5\n"
+                "DB0XCC;Waldeck;439,4000;430,0000;;DMR;12,5\n"
+                "DB0XDD;Westerau;1298,2000;1270,2000;;FM;25\n"
+                ";Summit calling;145,5500;;;FM;25\n");
+  if (problem) return Complain(QString::fromStdString(problem->Message()));
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr || !dialog->isVisible()) return;
+    if (auto* file = dialog->findChild<QLineEdit*>("fileNameEdit")) {
+      file->setText(QString::fromStdString(path));
+      return QTest::keyClick(file, Qt::Key_Return);
+    }
+    watch.stop();
+    dialog->findChild<QTableView*>("tblPreview")->selectRow(1);
+    session.Take("import-other", dialog);
+    dialog->close();
+  });
+  watch.start(kSettleMs);
+  session.Trigger("mnuImportOther");
+  if (watch.isActive()) Complain("Import Other List did not come");
 }
 
 void TakeChannelDialogs(Session& session) {
@@ -477,6 +508,7 @@ void TakeAll(const QString& docs, const QString& look) {
   session.Find<QAction>("mnuFileSave").trigger();  // so that nothing counts as changed
   TakePages(session);
   TakeChannelList(session);
+  TakeImportOther(session);
   if (look == "light") {
     TakeChannelDialogs(session);
     TakeOtherWindows(session);

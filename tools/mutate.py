@@ -106,6 +106,8 @@ FIRST = {
     "dialogs/report": [GUI + "Net.*"],
     "dialogs/backups": [GUI + "Backups.*"],
     "dialogs/": [GUI + "CheckUpTest.*"],
+    "import_other/": [GUI + "ImportOther.*"],
+    "app/import_other": [GUI + "ImportOther.*"],
     "app/unfinished": [GUI + "Commands.*"],
     "app/write_keeper": [GUI + "Commands.*"],
     "app/unit": [GUI + "Commands.*"],
@@ -130,6 +132,7 @@ ROOMS = {
     "pages/": ["gui_test"],
     "channel_list/": ["gui_test"],
     "card_paint/": ["programs_test", "gui_test"],
+    "import_other/": ["gui_test"],
     "dialogs/": ["gui_test"],
     "app/": ["gui_test"],
 }

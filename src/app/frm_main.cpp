@@ -9,6 +9,7 @@
 #include "app/channel_list_command.h"
 #include "app/checkup_command.h"
 #include "app/file_drop.h"
+#include "app/import_other_command.h"
 #include "app/journal_keeper.h"
 #include "app/main_menus.h"
 #include "app/navigation.h"
@@ -241,6 +242,8 @@ void frmMain::Execute(Command command) {
     case Command::kSaveAs: files_.SaveAs(pages_.settings1().ChosenModel()); return;
     case Command::kRestoreUnsaved: return journal_->OfferAll();
     case Command::kImport: return lists_.Import();
+    case Command::kImportOther:
+      return ImportOther({session_, prompts_, lists_, options_.user_folder}, *this);
     case Command::kExport: return lists_.Export();
     case Command::kExit: close(); return;
     case Command::kUndo: return undo_.Undo();

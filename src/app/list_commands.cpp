@@ -19,7 +19,8 @@ std::optional<FileProblem> ReadList(const std::string& path, std::string& text) 
 // What became of a list, in sentences.
 QString AccountOf(const ImportReport& report) {
   if (!report.no_list.empty()) {
-    return ListCommands::tr("Nothing was imported: %1.").arg(Shown(report.no_list));
+    return ListCommands::tr("Nothing was imported: %1. File, Import Other List may take it.")
+        .arg(Shown(report.no_list));
   }
   return ListCommands::tr("%1 memory and %2 special channel records imported, %3 passed over.")
       .arg(report.memory_records)
@@ -71,11 +72,16 @@ void ListCommands::Import() {
   session_.TellNewData();
   session_.Settle();
   AddLosses(document.data(), report);
-  Account(path, report);
+  Account(path, AccountOf(report), report);
 }
 
-void ListCommands::Account(const std::string& path, const ImportReport& report) {
-  QString text = AccountOf(report);
+void ListCommands::TellImported(const std::string& path, const QString& account,
+                                const ImportReport& report) {
+  emit named(Shown(FileName(path)));
+  Account(path, account, report);
+}
+
+void ListCommands::Account(const std::string& path, QString text, const ImportReport& report) {
   emit accounted(Shown(FileName(path)) + QStringLiteral(": ") + text, report);
   const bool has_notes = report.note_count > 0;
   if (has_notes || !report.no_list.empty()) {

@@ -23,6 +23,11 @@ class ListCommands final : public QObject {
   void Import();
   void Export();
 
+  // Before and after a list of another kind goes into the document: to those who keep an account of
+  // imports. `account` is a text of sentences.
+  void TellImporting(const std::string& path) { emit importing(path); }
+  void TellImported(const std::string& path, const QString& account, const ImportReport& report);
+
  signals:
   // The document is still what it was before the list comes.
   void importing(const std::string& path);
@@ -33,7 +38,7 @@ class ListCommands final : public QObject {
   void accounted(const QString& account, const q40::ImportReport& report);
 
  private:
-  void Account(const std::string& path, const ImportReport& report);
+  void Account(const std::string& path, QString text, const ImportReport& report);
 
   Session& session_;
   Prompts& prompts_;

@@ -20,7 +20,8 @@ class Prompts {
     kExport,
     kCompare,
     kTrace,
-    kCard
+    kCard,
+    kImportOther,
   };
 
   Prompts() = default;

@@ -33,6 +33,7 @@ enum class Command : unsigned char {
   kSaveAs,
   kRestoreUnsaved,
   kImport,
+  kImportOther,
   kExport,
   kExit,
   kUndo,

@@ -30,6 +30,7 @@ constexpr const char* kCloneFilter = "Korvex RX-Q40 Clone Files (*.Q40);;All Fil
 constexpr const char* kCsvFilter = "CSV Files (*.csv);;All Files (*.*)";
 constexpr const char* kTraceFilter = "Trace Files (*.trace);;All Files (*.*)";
 constexpr const char* kPdfFilter = "PDF Files (*.pdf);;All Files (*.*)";
+constexpr const char* kListFilter = "Lists (*.csv *.tsv *.txt);;All Files (*.*)";
 constexpr FileDialogRow kFileDialogs[] = {
     {"Open", kCloneFilter, ".Q40", false},
     {"Save As", kCloneFilter, ".Q40", true},
@@ -37,7 +38,8 @@ constexpr FileDialogRow kFileDialogs[] = {
     {"Export CSV", kCsvFilter, ".csv", true, "channel list"},
     {"Compare With", kCloneFilter, ".Q40", false},
     {"Trace to File", kTraceFilter, ".trace", true, "trace"},
-    {"Channel Card", kPdfFilter, ".pdf", true, "channel card"}};
+    {"Channel Card", kPdfFilter, ".pdf", true, "channel card"},
+    {"Import Other List", kListFilter, "", false}};
 
 // A name with a dot has a suffix already.
 std::string WithSuffix(const std::string& path, const char* suffix) {

@@ -27,6 +27,7 @@ constexpr Topic kTopics[] = {
     {"ChannelListWindow", "the-window-channel-list"},
     {"dlgSetValue", "the-window-channel-list"},
     {"dlgCard", "the-channel-card"},
+    {"ImportOtherWindow", "lists-of-others"},
     {"frmReport", "backing-up-and-verifying"},
     {"frmHelp", "keyboard"},
     {"QFileDialog", "files"},

@@ -185,6 +185,7 @@ TEST_F(FileCommands, WhatTheFileDialogsAreCalledAndOffer) {
   look("mnuFileOpen", "Open", "");
   look("mnuFileSaveAs", "Save As", "my \uFFFD.Q40");
   look("mnuImport", "Import CSV", "");
+  look("mnuImportOther", "Import Other List", "");
   look("mnuTrace", "Trace to File", "my \uFFFD.trace");
   answers_.File(File("list"));
   Trigger("mnuExport");

@@ -86,9 +86,9 @@ TEST_F(RadioCommands, OneBusyGuard) {
     }
     const CloneImage before = document().image;
     for (const char* name :
-         {"mnuFileNew", "mnuFileOpen", "mnuFileSaveAs", "mnuImport", "mnuExport", "mnuReSet",
-          "mnuWrAll", "mnuToolsOptions", "mnuHelpAbout", "mnuEditUndo", "mnuUndo", "cmbInsert",
-          "cmbDelete", "cmbClear", "cmbClAll"}) {
+         {"mnuFileNew", "mnuFileOpen", "mnuFileSaveAs", "mnuImport", "mnuImportOther", "mnuExport",
+          "mnuReSet", "mnuWrAll", "mnuToolsOptions", "mnuHelpAbout", "mnuEditUndo", "mnuUndo",
+          "cmbInsert", "cmbDelete", "cmbClear", "cmbClAll"}) {
       Trigger(name);
     }
     Press(kMemoryGrid, Qt::Key_Return);
