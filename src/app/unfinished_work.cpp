@@ -28,30 +28,23 @@ std::string AsideName(const std::string& folder) {
 UnfinishedWork::UnfinishedWork(std::string folder, FileSystem& files)
     : files_(files), folder_(std::move(folder)), path_(folder_ + kFileName) {}
 
-// Its holder is asked by its process number, so that one that was killed holds nothing.
+// False: another program has it. Its holder is asked by its process number, so that one that was killed
+// holds nothing. Where no lock can be made, because the toolkit cannot spell the folder, nobody has one.
 bool UnfinishedWork::Lock() {
   lock_ = std::make_unique<QLockFile>(QFile::decodeName((folder_ + kLockName).c_str()));
   lock_->setStaleLockTime(0);
-  if (lock_->tryLock(0)) return true;
-  lock_error_ = lock_->error();
-  lock_.reset();
-  return false;
+  return lock_->tryLock(0) || lock_->error() != QLockFile::LockFailedError;
 }
 
 QString UnfinishedWork::Begin(UnfinishedWrite write) {
   before_ = pending_;
   running_ = std::move(write);
-  QString why;
   std::error_code error;
   if (!folder_.empty()) fs::create_directories(folder_, error);
-  if (!folder_.empty() && !Lock()) {
-    const bool held = !error && lock_error_ == QLockFile::LockFailedError;
-    why = held ? tr("another program that is writing keeps its own there")
-               : tr("%1 cannot be written").arg(Shown(folder_));
-    path_.clear();
-  }
+  const bool held = !folder_.empty() && !Lock();
+  if (held) path_.clear();
   const QString not_stored = Keep(before_ ? Over(*before_, *running_) : *running_);
-  return why.isEmpty() ? not_stored : why;
+  return held ? tr("another program that is writing keeps its own there") : not_stored;
 }
 
 void UnfinishedWork::Finish(End end) {

@@ -52,7 +52,6 @@ class UnfinishedWork final : public QObject {
   std::string folder_;
   std::string path_;
   std::unique_ptr<QLockFile> lock_;  // held while a write runs
-  QLockFile::LockError lock_error_ = QLockFile::NoError;
   std::optional<UnfinishedWrite> pending_;
   std::optional<UnfinishedWrite> before_;   // what was pending when the write began
   std::optional<UnfinishedWrite> running_;  // the write itself
