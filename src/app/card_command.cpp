@@ -10,6 +10,7 @@
 #include "app/user_options.h"
 #include "card_paint/card_pdf.h"
 #include "dialogs/dlg_card.h"
+#include "files/clone_file.h"
 #include "files/whole_file.h"
 #include "version.h"
 #include "widgets/paths.h"
@@ -44,6 +45,10 @@ std::string NameOf(const Session& session) {
   return FileName(session.path()) + changed;
 }
 
+QString MadeText(const std::string& path) {
+  return tr("The channel card is in %1.").arg(Shown(path));
+}
+
 }  // namespace
 
 void CardCommand::Run() {
@@ -67,7 +72,7 @@ bool CardCommand::Save(const CardPages& pages) {
     prompts_.DataError(*problem);
     return false;
   }
-  prompts_.Note(tr("The channel card is in %1.").arg(Shown(path)));
+  prompts_.Note(MadeText(path));
   return true;
 }
 
@@ -80,8 +85,11 @@ bool CardCommand::Print(const CardPages& pages) {
   dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
   if (dialog.exec() != QDialog::Accepted) return false;
   printer.setPageLayout(pages.Paper());
+  const std::string file = PathBytes(printer.outputFileName());  // instead of a printer
+  if (IsCloneFile(file)) return Failed("A clone file does not become a channel card.");
   if (!pages.PaintAll(printer)) return Failed("The channel card could not be printed.");
-  prompts_.Note(tr("The channel card is on its way to the printer."));
+  prompts_.Note(file.empty() ? tr("The channel card is on its way to the printer.")
+                             : MadeText(file));
   return true;
 }
 

@@ -8,8 +8,7 @@
 
 namespace q40 {
 
-// The whole file. No value when it could not be made. With WantedTime() and the same fonts, the same
-// bytes.
+// The whole file, of WantedTime() if there is one. No value when it could not be made.
 std::optional<std::string> CardPdf(const CardPages& pages, const std::string& creator);
 
 }  // namespace q40

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QGuiApplication>
+#include <QHashFunctions>
 
 #include "base/plain_text.h"
 #include "card_paint/card_pdf.h"
@@ -65,9 +66,13 @@ int Run(int argc, char** argv) {
     return Complain(kExitUsage, UsageError(app, error));
   }
   options.paper = letter ? CardPaper::kLetter : CardPaper::kA4;
-  // Wherever it runs, there is no display to look for; and the same bytes in every zone of time.
+  // Wherever it runs, there is no display to look for.
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  if (WantedTime()) qputenv("TZ", "UTC");
+  if (WantedTime()) {
+    // The same bytes in every zone of time; and the toolkit writes fonts in the order of their hashes.
+    qputenv("TZ", "UTC");
+    QHashSeed::setDeterministicGlobalSeed();
+  }
   int no_arguments = 1;
   const QGuiApplication application(no_arguments, argv);
   return Make(name, options);
