@@ -83,6 +83,11 @@ TEST_F(CtlList, ARefusalSaysWhy) {
     EXPECT_EQ(result.err, "rxq40ctl: " + message + '\n');
     EXPECT_FALSE(std::filesystem::exists(out_));
   }
+  Run({"export", radio_, list_, "--force"});
+  EXPECT_EQ(Import("auto", {"--quiet"}).err,
+            "rxq40ctl: " + data("list.csv",
+                                ": a channel list of this program, which is imported without "
+                                "--map. Nothing was imported.\n"));
   EXPECT_EQ(Run({"import", radio_, list_, "--only-fm"}).err,
             "rxq40ctl: import: --only-fm requires --map. See rxq40ctl import --help.\n");
   EXPECT_EQ(Run({"import", radio_, "-", "--map", "-"}).err,

@@ -256,6 +256,9 @@ TEST(Mappings, AreGuessed) {
       {"DB0A;438,725;431,125;-;67,0;X;FM",
        "name output input direction tone-sent second-name mode"},
       {"145.6,-0.6,88.5,67.0,A", "output offset tone-sent tone-heard name"},
+      {"Downlink,Uplink,Downlink Tone,Lat\n145.6,145.0,67.0,52.5",
+       "output input tone-heard ignored"},
+      {"Call,Lat,Lon,MHZahl\nA,52.5,13.4,145.6", "name ignored ignored output"},
       {"Umbenannt;Zahl\nA;145,6\nB;145,7", "name output"},
       {"a,b\nc,d", "name second-name"},
   };

@@ -6,6 +6,7 @@
 #include "base/decimal.h"
 #include "base/digits.h"
 #include "base/plain_text.h"
+#include "files/channel_csv_columns.h"
 #include "files/csv_text.h"
 #include "lists/heading_words.h"
 #include "lists/list_numbers.h"
@@ -173,6 +174,11 @@ std::optional<FileProblem> ReadForeignList(std::string_view bytes, const std::st
   TakeHeadings(read);
   list = std::move(read);
   return std::nullopt;
+}
+
+bool IsOwnList(const ForeignList& list) {
+  return list.Columns() > kFirstHeadings.size() &&
+         std::equal(kFirstHeadings.begin(), kFirstHeadings.end(), list.headings.begin());
 }
 
 std::string_view SeparatorText(char separator) {

@@ -61,6 +61,10 @@ inline constexpr std::size_t kLongestListItem = 1000;  // bytes of UTF-8
                                                          const std::string& name,
                                                          const ListForm& form, ForeignList& list);
 
+// Whether it is a channel list as this program writes it, which ImportChannels takes back whole: here its special
+// channels would become memory channels.
+bool IsOwnList(const ForeignList& list);
+
 // "comma", "UTF-16, little-endian": for people.
 std::string_view SeparatorText(char separator);
 std::string_view EncodingText(ListEncoding encoding);

@@ -96,10 +96,14 @@ bool IsSureOffset(std::string_view item) {
 }
 bool IsSureDirection(std::string_view item) {
   const auto direction = DirectionIn(item);
-  return direction && *direction != Direction::kNoTransmit && HasLetter(item) == (item.size() > 1);
+  const bool sign = item == "+" || item == "-";
+  return direction && *direction != Direction::kNoTransmit && (sign || item.size() > 2);
 }
+// Not so low that it may be a place on the globe.
 bool IsSureFrequency(std::string_view item) {
-  return IsFrequency(item) && item.find_first_of(".,") != std::string_view::npos;
+  constexpr std::int64_t kLowest = 118 * kHzPerMhz;
+  const bool like_one = IsFrequency(item) && item.find_first_of(".,") != std::string_view::npos;
+  return like_one && HzOfFrequency(*NumberIn(item)) >= kLowest;
 }
 bool IsKnownMode(std::string_view item) { return ModeIn(item).known; }
 

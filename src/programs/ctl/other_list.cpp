@@ -145,6 +145,9 @@ int ImportOtherList(CommandContext& context, const std::string& path, const Othe
   const auto refuse = [&](const std::string& why) {
     return console.Error({FileProblem::Kind::kBadData, csv, 0, why + ". Nothing was imported."});
   };
+  if (IsOwnList(mapped.list)) {
+    return refuse("a channel list of this program, which is imported without --map");
+  }
   if (!plan.problem.empty()) return refuse(plan.problem);
   for (const PlannedRow& row : plan.rows) console.Note(row.Message());
   if (plan.Count(RowOutcome::kChannel) == 0) return refuse("no row becomes a channel");
