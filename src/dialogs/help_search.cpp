@@ -11,9 +11,8 @@
 namespace q40 {
 namespace {
 
-const char* const kDocuments[] = {"guide.md",    "csv.md",    "clone-file.md",
-                                  "protocol.md", "faults.md", "json.md",
-                                  "lists.md"};
+const char* const kDocuments[] = {"guide.md",  "csv.md",  "clone-file.md", "protocol.md",
+                                  "faults.md", "json.md", "lists.md"};
 constexpr int kDocumentCount = static_cast<int>(std::size(kDocuments));
 
 int NumberOf(const QUrl& shown) {

@@ -99,23 +99,32 @@ bool IsSureDirection(std::string_view item) {
   const bool sign = item == "+" || item == "-";
   return direction && *direction != Direction::kNoTransmit && (sign || item.size() > 2);
 }
-// Not so low that it may be a place on the globe.
 bool IsSureFrequency(std::string_view item) {
-  constexpr std::int64_t kLowest = 118 * kHzPerMhz;
-  const bool like_one = IsFrequency(item) && item.find_first_of(".,") != std::string_view::npos;
-  return like_one && HzOfFrequency(*NumberIn(item)) >= kLowest;
+  return IsFrequency(item) && item.find_first_of(".,") != std::string_view::npos;
 }
+// Not so low that it may as well say where something stands on the globe.
+bool IsHighFrequency(std::string_view item) {
+  constexpr std::int64_t kLowest = 118 * kHzPerMhz;
+  return IsFrequency(item) && HzOfFrequency(*NumberIn(item)) >= kLowest;
+}
+bool IsAnything(std::string_view /*item*/) { return true; }
 bool IsKnownMode(std::string_view item) { return ModeIn(item).known; }
 
 struct SureRow {
   Meaning meaning;
-  bool (*fits)(std::string_view item);
+  bool (*fits)(std::string_view item);                 // nine of ten must
+  bool (*one_is)(std::string_view item) = IsAnything;  // at least one must
 };
 // A tone may look like a frequency (146.2) and a mode like a name: the first that fits counts.
-constexpr SureRow kSure[] = {
-    {kToneSent, IsSureTone},   {kToneHeard, IsSureTone}, {kOutput, IsSureFrequency},
-    {kInput, IsSureFrequency}, {kOffset, IsSureOffset},  {kDirection, IsSureDirection},
-    {kMode, IsKnownMode},      {kName, HasLetter},       {kSecondName, HasLetter}};
+constexpr SureRow kSure[] = {{kToneSent, IsSureTone},
+                             {kToneHeard, IsSureTone},
+                             {kOutput, IsSureFrequency, IsHighFrequency},
+                             {kInput, IsSureFrequency, IsHighFrequency},
+                             {kOffset, IsSureOffset},
+                             {kDirection, IsSureDirection},
+                             {kMode, IsKnownMode},
+                             {kName, HasLetter},
+                             {kSecondName, HasLetter}};
 
 class Guess {
  public:
@@ -172,7 +181,7 @@ class Guess {
     for (const SureRow& row : kSure) {
       if (Taken(row.meaning) || (only_output && row.meaning != kOutput)) continue;
       const auto [all, fitting] = Count(column, row.fits);
-      if (all == 0 || 10 * fitting < 9 * all) continue;
+      if (10 * fitting < 9 * all || Count(column, row.one_is).second == 0) continue;
       meanings_[column] = row.meaning;
       return;
     }
