@@ -49,9 +49,14 @@ void ImportDraft::SetMeaning(std::size_t column, Meaning meaning) {
 }
 
 ImportPlan ImportDraft::Plan() const {
-  if (!problem_) return PlanImport(list_, meanings_, options_, document_);
   ImportPlan none;
-  none.problem = problem_->Message();
+  if (problem_) {
+    none.problem = problem_->Message();
+  } else if (IsOwnList(list_)) {
+    none.problem = "this is a channel list of this program, which File, Import CSV takes whole";
+  } else {
+    return PlanImport(list_, meanings_, options_, document_);
+  }
   return none;
 }
 

@@ -37,7 +37,7 @@ class ImportDraft {
   void SetOptions(const PlanOptions& options) { options_ = options; }
 
   [[nodiscard]] KeptMapping Kept() const { return KeptOf(list_, meanings_); }
-  // A list that cannot be taken apart is the problem of the plan too.
+  // A list that cannot be taken apart, or that is none of others, is the problem of the plan.
   [[nodiscard]] ImportPlan Plan() const;
 
  private:

@@ -29,6 +29,10 @@ QLabel* Caption(const QString& text, QWidget& of) {
   return label;
 }
 
+QString Counted(std::size_t count, const QString& one) {
+  return count == 1 ? QStringLiteral("1 ") + one : QStringLiteral("%1 %2s").arg(count).arg(one);
+}
+
 }  // namespace
 
 ImportOtherWindow::ImportOtherWindow(Source source, const CloneData& document, QWidget* owner)
@@ -196,8 +200,8 @@ void ImportOtherWindow::ShowList() {
   form_->Show(draft_.form(), read ? &list.form : nullptr);
   columns_->Show(list, draft_.meanings());
   mappings_->SetKeepable(read);
-  facts_->setText(
-      tr("%1: %2 rows, %3 columns.").arg(Shown(name_)).arg(list.rows.size()).arg(list.Columns()));
+  facts_->setText(Shown(name_) + QStringLiteral(": ") + Counted(list.rows.size(), tr("row")) +
+                  QStringLiteral(", ") + Counted(list.Columns(), tr("column")) + QLatin1Char('.'));
   ShowMissing();
   Await();
 }

@@ -103,7 +103,7 @@ std::string MappingBar::AskName() {
   dialog.setTextValue(Shown(last_));
   for (QLabel* label : dialog.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   while (dialog.exec() == QDialog::Accepted) {
-    const std::string name = dialog.textValue().trimmed().toStdString();
+    std::string name = dialog.textValue().trimmed().toStdString();
     QString why;
     if (MayKeep(name, why)) return name;
     if (!why.isEmpty()) dialog.setLabelText(tr("This cannot be its name: %1.").arg(why));

@@ -15,7 +15,7 @@ namespace {
 // "12", "D3 (in use: DB0ABC)"
 QString EntryOf(const CloneImage& image, int channel) {
   const ChannelPlace place{.index = channel};
-  const QString title = Shown(TitleOf(place));
+  QString title = Shown(TitleOf(place));
   if (!InUse(image, place)) return title;
   const QString name = Shown(CellText(image, place, Field::kName)).trimmed();
   return name.isEmpty() ? OptionsBar::tr("%1 (in use)").arg(title)

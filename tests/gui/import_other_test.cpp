@@ -3,6 +3,7 @@
 #include <QInputDialog>
 #include <QTableWidget>
 
+#include "files/channel_csv.h"
 #include "gui/window_test.h"
 
 namespace q40::test {
@@ -247,6 +248,11 @@ TEST_F(ImportOther, WhatIsNoListIsNamed) {
     Trigger("mnuImportOther");
     EXPECT_TRUE(Status().contains(what)) << Status().toStdString();
   }
+  Open(ExportChannels(document().image), [&] {
+    EXPECT_TRUE(Text("lblSummary").contains("File, Import CSV"));
+    EXPECT_FALSE(Find("cmdImportOther").isEnabled());
+    Cancel();
+  });
   Open("Name,Age\nAnna,3\n", [&] {
     EXPECT_TRUE(Text("lblSummary").startsWith("Nothing can be imported: no column is the output"));
     EXPECT_FALSE(Find("cmdImportOther").isEnabled());
