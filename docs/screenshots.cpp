@@ -111,6 +111,26 @@ QImage Portrait(QWidget& window) {
   return image;
 }
 
+// Runs a command that shows a dialog; `use` works in the dialog, which is closed afterwards.
+void InDialog(const std::function<void()>& command, const std::function<void(QWidget&)>& use) {
+  bool seen = false;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr || !dialog->isVisible()) return;
+    watch.stop();
+    seen = true;
+    dialog->activateWindow();
+    QTest::qWait(kSettleMs);
+    use(*dialog);
+    dialog->close();
+  });
+  watch.start(kSettleMs);
+  command();
+  // A command that was started by a timer or a key may still be on its way.
+  if (!QTest::qWaitFor([&] { return seen; }, kLongestWaitMs)) Complain("a dialog did not come");
+}
+
 class Session {
  public:
   Session(QString folder, QString suffix)
@@ -171,25 +191,6 @@ class Session {
     if (!image.save(path)) Complain("cannot write " + path);
   }
 
-  // Runs a command that shows a dialog; `use` works in the dialog, which is closed afterwards.
-  void InDialog(const std::function<void()>& command, const std::function<void(QWidget&)>& use) {
-    bool seen = false;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, [&] {
-      QWidget* dialog = QApplication::activeModalWidget();
-      if (dialog == nullptr || !dialog->isVisible()) return;
-      watch.stop();
-      seen = true;
-      dialog->activateWindow();
-      QTest::qWait(kSettleMs);
-      use(*dialog);
-      dialog->close();
-    });
-    watch.start(kSettleMs);
-    command();
-    // A command that was started by a timer or a key may still be on its way.
-    if (!QTest::qWaitFor([&] { return seen; }, kLongestWaitMs)) Complain("a dialog did not come");
-  }
   void TakeDialog(const char* name, const std::function<void()>& command) {
     InDialog(command, [&](QWidget& dialog) { Take(name, &dialog); });
   }
@@ -301,11 +302,11 @@ void TakeOtherWindows(Session& session) {
   session.TakeMenu("menu-radio", "Radio");
   session.TakeMenu("menu-tools", "Tools");
   session.TakeDialog("com-port", [&] { session.Trigger("mnuToolsOptions"); });
-  session.InDialog([&] { session.Trigger("mnuCard"); },
-                   [&](QWidget& dialog) {
-                     dialog.findChild<QAbstractButton*>("chkSpecial")->click();
-                     session.Take("card", &dialog);
-                   });
+  InDialog([&] { session.Trigger("mnuCard"); },
+           [&](QWidget& dialog) {
+             dialog.findChild<QAbstractButton*>("chkSpecial")->click();
+             session.Take("card", &dialog);
+           });
   session.TakeDialog("about", [&] { session.Trigger("mnuHelpAbout"); });
   session.Trigger("mnuToolsService");
   session.Find<QLineEdit>("Text1").setText("0200");
@@ -327,8 +328,8 @@ void TakeQuestions(Session& session) {
 void TakeRedrawnRow(Session& session) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", 1);
-  session.InDialog([&] { session.Trigger("mnuEditUndo"); },
-                   [](QWidget& dialog) { dialog.findChild<QPushButton*>("OKButton")->click(); });
+  InDialog([&] { session.Trigger("mnuEditUndo"); },
+           [](QWidget& dialog) { dialog.findChild<QPushButton*>("OKButton")->click(); });
   // The tool tip of the cell under "RxDCS", as the resting mouse brings it up.
   auto& grid = session.Find<QTableView>("MSFlexGrid1");
   const QPoint place = grid.visualRect(grid.model()->index(1, 6)).center();
@@ -341,11 +342,11 @@ void TakeRedrawnRow(Session& session) {
 void EditRow(Session& session, int row, const std::function<void(QWidget&)>& use) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", row);
-  session.InDialog([&] { session.Trigger("mnuEditUndo"); },
-                   [&](QWidget& dialog) {
-                     use(dialog);
-                     dialog.findChild<QPushButton*>("OKButton")->click();
-                   });
+  InDialog([&] { session.Trigger("mnuEditUndo"); },
+           [&](QWidget& dialog) {
+             use(dialog);
+             dialog.findChild<QPushButton*>("OKButton")->click();
+           });
 }
 
 // What the radio would not keep of two edited channels.
@@ -366,11 +367,11 @@ void TakeChanges(Session& session) {
   session.ShowPage(0);
   session.Find<QAbstractButton>("chkBeep").click();
   session.Find<QSlider>("Slider1").setValue(12);
-  session.InDialog([&] { session.SelectRow("MSFlexGrid2", 1), session.Trigger("mnuEditUndo"); },
-                   [](QWidget& dialog) {
-                     dialog.findChild<QAbstractButton*>("optPw_2")->click();
-                     dialog.findChild<QPushButton*>("OKButton")->click();
-                   });
+  InDialog([&] { session.SelectRow("MSFlexGrid2", 1), session.Trigger("mnuEditUndo"); },
+           [](QWidget& dialog) {
+             dialog.findChild<QAbstractButton*>("optPw_2")->click();
+             dialog.findChild<QPushButton*>("OKButton")->click();
+           });
   EditRow(session, 1,
           [](QWidget& dialog) { dialog.findChild<QLineEdit*>("txtName")->setText("VALLEY"); });
   session.ShowPage(1);
@@ -410,13 +411,13 @@ void LeaveUnsaved(Session& session, const CloneData& data) {
 }
 
 void TakeUnsaved(Session& session) {
-  session.InDialog([&] { session.Start(kFastRadio, {}); },
-                   [&](QWidget& dialog) {
-                     session.Take("unsaved-changes", &dialog);
-                     for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
-                       if (button->text() == "&Discard") button->click();
-                     }
-                   });
+  InDialog([&] { session.Start(kFastRadio, {}); },
+           [&](QWidget& dialog) {
+             session.Take("unsaved-changes", &dialog);
+             for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
+               if (button->text() == "&Discard") button->click();
+             }
+           });
   session.Stop();
 }
 
@@ -439,7 +440,7 @@ void TakeRest(Session& session, const std::string& file) {
   session.Start({true, 0, {"silence@#60"}}, file);
   EditRow(session, 0,
           [](QWidget& dialog) { dialog.findChild<QLineEdit*>("txtName")->setText("NEW"); });
-  session.InDialog([&] { session.Trigger("mnuWrMem"); }, [](QWidget&) {});
+  InDialog([&] { session.Trigger("mnuWrMem"); }, [](QWidget&) {});
   session.Take("write-rest", &session.Find<QWidget>("frmReport"));
   session.Click("cmdWriteRest");
   session.Stop();
@@ -451,7 +452,7 @@ void TakeBackups(Session& session, const std::string& file) {
   session.Trigger("mnuBackups");
   session.Click("cmdBackUpNow");
   session.Find<QAction>("mnuBackUp").setChecked(true);
-  session.InDialog([&] { session.Trigger("mnuWrMem"); }, [](QWidget&) {});
+  InDialog([&] { session.Trigger("mnuWrMem"); }, [](QWidget&) {});
   session.Find<QAction>("mnuBackUp").setChecked(false);
   session.Click("cmdBackUpNow");
   session.Take("backups", &session.Find<QWidget>("BackupsWindow"));

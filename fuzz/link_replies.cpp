@@ -132,7 +132,8 @@ void CheckDocument(CloneData document, const CloneData& before, bool writing) {
 // Digits for a unit, mostly all the same ones that the radio answers with; some are none.
 std::string Digits(Input& input) {
   constexpr std::string_view kDigits = "000FfAz";
-  return std::string(kUnitDigits, kDigits[static_cast<std::size_t>(input.Below(7))]);
+  std::string digits(kUnitDigits, kDigits[static_cast<std::size_t>(input.Below(7))]);
+  return digits;
 }
 
 std::vector<UnitSwap> Swaps(Input& input) {

@@ -180,9 +180,8 @@ void ChangesDesk::TakeBack() {
   if (at_.session.IsBusy() || before == nullptr) return;
   at_.session.Settle();
   const int count = at_.session.document().TakeBack(before->data, changes_->view().Selected());
-  if (count > 0)
-    at_.prompts.Note(count == 1 ? tr("Took 1 change back.")
-                                : tr("Took %1 changes back.").arg(count));
+  if (count == 0) return;
+  at_.prompts.Note(count == 1 ? tr("Took 1 change back.") : tr("Took %1 changes back.").arg(count));
 }
 
 // ---- what came in

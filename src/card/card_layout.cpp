@@ -107,7 +107,9 @@ CardLayout LayOutCard(const CardContent& card, const CardOptions& options,
     SetSize(layout, cells, kSmallestSize * layout.page.x / layout.column_width);
   }
   Fill(layout, card.rows.size());
-  for (double size = layout.size + kSizeStep; size <= kLargestSize; size += kSizeStep) {
+  const double smallest = layout.size;
+  for (int step = 1; smallest + step * kSizeStep <= kLargestSize; ++step) {
+    const double size = smallest + step * kSizeStep;
     CardLayout larger = layout;
     SetSize(larger, cells, size);
     Fill(larger, card.rows.size());
