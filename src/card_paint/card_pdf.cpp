@@ -15,7 +15,7 @@ void SetTime(QByteArray& pdf, std::time_t time) {
   const QByteArray mark = "/CreationDate (D:";
   const qsizetype at = pdf.indexOf(mark);
   const QByteArray digits =
-      QDateTime::fromSecsSinceEpoch(time, Qt::UTC).toString(u"yyyyMMddhhmmss").toLatin1();
+      QDateTime::fromSecsSinceEpoch(time).toUTC().toString(u"yyyyMMddhhmmss").toLatin1();
   if (at >= 0) pdf.replace(at + mark.size(), digits.size(), digits);
 }
 
