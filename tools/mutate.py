@@ -81,7 +81,7 @@ FIRST = {
     "programs/ctl/named_": ["ctl_test --gtest_filter=CtlJson.*"],
     "programs/ctl/document_text": ["documents_test --gtest_filter=Documents.Show*"],
     "programs/ctl/": ["ctl_test"],
-    "programs/sim/": [PROGRAMS + "ReadEditWrite*:*PulledOut"],
+    "programs/sim/": [PROGRAMS + "ReadEditWrite*:*PulledOut*"],
     "programs/startup": ["tables_test"],
     "programs/": ["ctl_test"],
     "serial/lock_file": [PROGRAMS + "AnotherUsers*"],
