@@ -21,8 +21,10 @@ struct HeadingRow {
 // A word stands at the beginning or the end of a word of the heading ("Ausgabefrequenz"). Where two rows
 // say as much, the upper one is tried first.
 constexpr HeadingRow kHeadings[] = {
-    {"dcs", "pol", kIgnored},
-    {"dtcs", "pol", kIgnored},
+    {"dcs", "pol", kDcsPolarity},
+    {"dtcs", "pol", kDcsPolarity},
+    {"tone", "burst", kIgnored},
+    {"show", "name", kIgnored},
     {"tone", "mode", kToneKind},
     {"tone", "type", kToneKind},
     {"tone", "kind", kToneKind},
@@ -35,9 +37,14 @@ constexpr HeadingRow kHeadings[] = {
     {"rx", "ton", kToneHeard},
     {"rx", "ctcss", kToneHeard},
     {"tone", "heard", kToneHeard},
-    {"output", "tone", kToneHeard},
-    {"ctcss", "output", kToneHeard},
     {"ctcss", "dec", kToneHeard},
+    {"tone", "dec", kToneHeard},
+    {"qt", "dec", kToneHeard},
+    {"tone", "out", kToneHeard},
+    {"ctcss", "out", kToneHeard},
+    {"ton", "ausgang", kToneHeard},
+    {"ctcss", "ausgang", kToneHeard},
+    {"ctcss", "ausgabe", kToneHeard},
     {"ton", "ausgabe", kToneHeard},
     {"downlink", "tone", kToneHeard},
     {"downlink", "ctcss", kToneHeard},
@@ -47,7 +54,14 @@ constexpr HeadingRow kHeadings[] = {
     {"tone", "sent", kToneSent},
     {"input", "tone", kToneSent},
     {"input", "ctcss", kToneSent},
+    {"tone", "in", kToneSent},
+    {"ctcss", "in", kToneSent},
     {"ctcss", "enc", kToneSent},
+    {"tone", "enc", kToneSent},
+    {"qt", "enc", kToneSent},
+    {"ton", "eingang", kToneSent},
+    {"ctcss", "eingang", kToneSent},
+    {"ctcss", "eingabe", kToneSent},
     {"uplink", "tone", kToneSent},
     {"uplink", "ctcss", kToneSent},
     {"access", "tone", kToneSent},
@@ -58,6 +72,8 @@ constexpr HeadingRow kHeadings[] = {
     {"rx", "dtcs", kDcsHeard},
     {"tx", "dcs", kDcsSent},
     {"tx", "dtcs", kDcsSent},
+    {"dcs", "dec", kDcsHeard},
+    {"dcs", "enc", kDcsSent},
     {"offset", "dir", kDirection},
     {"shift", "dir", kDirection},
     {"shift", "richtung", kDirection},
@@ -66,18 +82,22 @@ constexpr HeadingRow kHeadings[] = {
     {"kanal", "name", kName},
     {"second", "name", kSecondName},
     {"rx", "freq", kOutput},
-    {"output", "freq", kOutput},
+    {"out", "freq", kOutput},
     {"tx", "freq", kInput},
     {"input", "freq", kInput},
+    {"in", "freq", kInput},
     {"offset", "freq", kOffset},
     {"shift", "freq", kOffset},
     {"ausgabe", "frequenz", kOutput},
     {"eingabe", "frequenz", kInput},
+    {"ausgang", "frequenz", kOutput},
+    {"eingang", "frequenz", kInput},
     {"rx", "frequenz", kOutput},
     {"tx", "frequenz", kInput},
     {"empfang", "frequenz", kOutput},
     {"sende", "frequenz", kInput},
 
+    {"ctone", "", kToneBoth},
     {"dcs", "", kDcsBoth},
     {"dtcs", "", kDcsBoth},
     {"dpl", "", kDcsBoth},
@@ -85,6 +105,11 @@ constexpr HeadingRow kHeadings[] = {
     {"tsq", "", kToneBoth},
     {"ctcss", "", kToneSent},
     {"subton", "", kToneSent},
+    {"encode", "", kToneSent},
+    {"decode", "", kToneHeard},
+    {"access", "", kToneSent},
+    {"tonruf", "", kIgnored},
+    {"rufton", "", kIgnored},
     {"pl", "", kToneSent},
     {"tone", "", kToneSent},
     {"tone", "", kToneKind},
@@ -93,12 +118,17 @@ constexpr HeadingRow kHeadings[] = {
     {"squelch", "", kToneKind},
     {"input", "", kInput},
     {"eingabe", "", kInput},
+    {"eingang", "", kInput},
+    {"input", "", kOffset},
+    {"eingabe", "", kOffset},
+    {"eingang", "", kOffset},
     {"uplink", "", kInput},
     {"sende", "", kInput},
     {"transmit", "", kInput},
     {"tx", "", kInput},
     {"output", "", kOutput},
     {"ausgabe", "", kOutput},
+    {"ausgang", "", kOutput},
     {"downlink", "", kOutput},
     {"empfang", "", kOutput},
     {"receive", "", kOutput},
@@ -110,9 +140,9 @@ constexpr HeadingRow kHeadings[] = {
     {"shift", "", kDirection},
     {"offset", "", kDirection},
     {"ablage", "", kDirection},
-    {"duplex", "", kDirection},
-    {"duplex", "", kOffset},
-    {"direction", "", kDirection},
+    {"dup", "", kDirection},
+    {"dup", "", kOffset},
+    {"dir", "", kDirection},
     {"richtung", "", kDirection},
     {"freq", "", kOutput},
     {"frequenz", "", kOutput},
@@ -120,11 +150,10 @@ constexpr HeadingRow kHeadings[] = {
     {"frecuencia", "", kOutput},
     {"frek", "", kOutput},
     {"qrg", "", kOutput},
-    {"mhz", "", kOutput},
-    {"khz", "", kOutput},
     {"name", "", kName},
     {"call", "", kName},
-    {"rufzeichen", "", kName},
+    {"rufz", "", kName},
+    {"alias", "", kName},
     {"label", "", kName},
     {"bezeichnung", "", kName},
     {"relais", "", kName},
@@ -154,6 +183,8 @@ constexpr HeadingRow kHeadings[] = {
     {"leistung", "", kPower},
     {"skip", "", kSkip},
     {"lockout", "", kSkip},
+    {"mhz", "", kOutput},
+    {"khz", "", kOutput},
 };
 
 // The words of a heading in small letters: "txToneFreq" and "TX tone freq" are the same three.
@@ -184,12 +215,18 @@ bool Has(const std::vector<std::string>& words, std::string_view part) {
 }  // namespace
 
 std::vector<HeadingMeaning> MeaningsOfHeading(std::string_view heading) {
-  const std::vector<std::string> words = WordsOf(heading);
+  std::vector<std::string> words = WordsOf(heading);
+  // "Frequency in MHz" speaks of no input.
+  if (words.size() > 2)
+    words.erase(std::remove(words.begin() + 1, words.end() - 1, "in"), words.end() - 1);
   std::vector<HeadingMeaning> found;
   for (const HeadingRow& row : kHeadings) {
     if (!Has(words, row.first) || (!row.second.empty() && !Has(words, row.second))) continue;
     found.push_back({row.meaning, row.second.empty() ? 1 : 2});
   }
+  const bool signs = heading.find("+/-") != std::string_view::npos ||
+                     heading.find("\xC2\xB1") != std::string_view::npos;
+  if (signs) found.push_back({kDirection, 1});
   std::stable_sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.words > b.words; });
   return found;
 }
