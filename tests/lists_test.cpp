@@ -254,6 +254,9 @@ TEST(Mappings, AreGuessed) {
        "output tone-sent direction offset"},
       {"Freq,Dup,rTone,cTone,DCS Dec,Show Name\n145.6,-,67.0,88.5,023,Large",
        "output direction tone-sent tone-both dcs-heard ignored"},
+      {"Ton Empfang;Ton Senden;RX DCS;Sende-QRG;Empfangsfrequenz;Wide/Narrow\n"
+       "67,0;88,5;025;145,0;145,6;N",
+       "tone-heard tone-sent dcs-heard input output width"},
       {"Raster kHz;Output;Input;+/-;Decode;Encode\n25;145.6;-0.6;;;67.0",
        "step output offset direction tone-heard tone-sent"},
       // What stands below must agree: watts are no power, a number is no town, a name no frequency.

@@ -33,47 +33,8 @@ constexpr HeadingRow kHeadings[] = {
     {"squelch", "type", kToneKind},
     {"sql", "mode", kToneKind},
     {"ctone", "freq", kToneBoth},
-    {"rx", "tone", kToneHeard},
-    {"rx", "ton", kToneHeard},
-    {"rx", "ctcss", kToneHeard},
-    {"tone", "heard", kToneHeard},
-    {"ctcss", "dec", kToneHeard},
-    {"tone", "dec", kToneHeard},
-    {"qt", "dec", kToneHeard},
-    {"tone", "out", kToneHeard},
-    {"ctcss", "out", kToneHeard},
-    {"ton", "ausgang", kToneHeard},
-    {"ctcss", "ausgang", kToneHeard},
-    {"ctcss", "ausgabe", kToneHeard},
-    {"ton", "ausgabe", kToneHeard},
-    {"downlink", "tone", kToneHeard},
-    {"downlink", "ctcss", kToneHeard},
-    {"tx", "tone", kToneSent},
-    {"tx", "ton", kToneSent},
-    {"tx", "ctcss", kToneSent},
-    {"tone", "sent", kToneSent},
-    {"input", "tone", kToneSent},
-    {"input", "ctcss", kToneSent},
-    {"tone", "in", kToneSent},
-    {"ctcss", "in", kToneSent},
-    {"ctcss", "enc", kToneSent},
-    {"tone", "enc", kToneSent},
-    {"qt", "enc", kToneSent},
-    {"ton", "eingang", kToneSent},
-    {"ctcss", "eingang", kToneSent},
-    {"ctcss", "eingabe", kToneSent},
-    {"uplink", "tone", kToneSent},
-    {"uplink", "ctcss", kToneSent},
-    {"access", "tone", kToneSent},
-    {"ton", "eingabe", kToneSent},
     {"tone", "squelch", kToneBoth},
     {"tone", "freq", kToneSent},
-    {"rx", "dcs", kDcsHeard},
-    {"rx", "dtcs", kDcsHeard},
-    {"tx", "dcs", kDcsSent},
-    {"tx", "dtcs", kDcsSent},
-    {"dcs", "dec", kDcsHeard},
-    {"dcs", "enc", kDcsSent},
     {"offset", "dir", kDirection},
     {"shift", "dir", kDirection},
     {"shift", "richtung", kDirection},
@@ -81,21 +42,8 @@ constexpr HeadingRow kHeadings[] = {
     {"channel", "name", kName},
     {"kanal", "name", kName},
     {"second", "name", kSecondName},
-    {"rx", "freq", kOutput},
-    {"out", "freq", kOutput},
-    {"tx", "freq", kInput},
-    {"input", "freq", kInput},
-    {"in", "freq", kInput},
     {"offset", "freq", kOffset},
     {"shift", "freq", kOffset},
-    {"ausgabe", "frequenz", kOutput},
-    {"eingabe", "frequenz", kInput},
-    {"ausgang", "frequenz", kOutput},
-    {"eingang", "frequenz", kInput},
-    {"rx", "frequenz", kOutput},
-    {"tx", "frequenz", kInput},
-    {"empfang", "frequenz", kOutput},
-    {"sende", "frequenz", kInput},
 
     {"ctone", "", kToneBoth},
     {"dcs", "", kDcsBoth},
@@ -173,6 +121,7 @@ constexpr HeadingRow kHeadings[] = {
     {"raster", "", kStep},
     {"ts", "", kStep},
     {"width", "", kWidth},
+    {"wide", "", kWidth},
     {"bandbreite", "", kWidth},
     {"bw", "", kWidth},
     {"mode", "", kMode},
@@ -186,6 +135,23 @@ constexpr HeadingRow kHeadings[] = {
     {"mhz", "", kOutput},
     {"khz", "", kOutput},
 };
+
+// A tone, a code or a frequency of one way. The repeater's output is what the radio hears.
+constexpr std::string_view kHeardWords[] = {"rx",      "receive",  "empfang", "out",  "ausgabe",
+                                            "ausgang", "downlink", "dec",     "heard"};
+constexpr std::string_view kSentWords[] = {"tx",  "transmit", "send",    "input",
+                                           "in",  "eingabe",  "eingang", "uplink",
+                                           "enc", "access",   "sent"};
+struct WayRow {
+  std::string_view of;
+  Meaning heard;
+  Meaning sent;
+};
+constexpr WayRow kWays[] = {{"tone", kToneHeard, kToneSent},  {"ton", kToneHeard, kToneSent},
+                            {"ctcss", kToneHeard, kToneSent}, {"qt", kToneHeard, kToneSent},
+                            {"pl", kToneHeard, kToneSent},    {"dcs", kDcsHeard, kDcsSent},
+                            {"dtcs", kDcsHeard, kDcsSent},    {"freq", kOutput, kInput},
+                            {"frequenz", kOutput, kInput},    {"qrg", kOutput, kInput}};
 
 // The words of a heading in small letters: "txToneFreq" and "TX tone freq" are the same three.
 std::vector<std::string> WordsOf(std::string_view heading) {
@@ -212,6 +178,17 @@ bool Has(const std::vector<std::string>& words, std::string_view part) {
   });
 }
 
+std::vector<HeadingMeaning> OfOneWay(const std::vector<std::string>& words) {
+  const auto has = [&](std::string_view part) { return Has(words, part); };
+  const bool heard = std::any_of(std::begin(kHeardWords), std::end(kHeardWords), has);
+  const bool sent = std::any_of(std::begin(kSentWords), std::end(kSentWords), has);
+  std::vector<HeadingMeaning> found;
+  for (const WayRow& row : kWays) {
+    if (heard != sent && has(row.of)) found.push_back({heard ? row.heard : row.sent, 2});
+  }
+  return found;
+}
+
 }  // namespace
 
 std::vector<HeadingMeaning> MeaningsOfHeading(std::string_view heading) {
@@ -219,7 +196,7 @@ std::vector<HeadingMeaning> MeaningsOfHeading(std::string_view heading) {
   // "Frequency in MHz" speaks of no input.
   if (words.size() > 2)
     words.erase(std::remove(words.begin() + 1, words.end() - 1, "in"), words.end() - 1);
-  std::vector<HeadingMeaning> found;
+  std::vector<HeadingMeaning> found = OfOneWay(words);
   for (const HeadingRow& row : kHeadings) {
     if (!Has(words, row.first) || (!row.second.empty() && !Has(words, row.second))) continue;
     found.push_back({row.meaning, row.second.empty() ? 1 : 2});
