@@ -69,6 +69,7 @@ TEST(ImportPlans, RowsBecomeChannels) {
       {"output offset", "145.1;0.6",
        "145.1000 +0.6000; Offset: \"0.6\" has neither a sign nor a direction; it is taken as +"},
       {"output offset", "145.6;Simplex", "145.6000"},
+      {"output offset", "145.1;+", "145.1000 +0.6000; Offset: the row has none; 0.6000 is usual"},
       {"output offset", "145.6;far", "145.6000; Offset: \"far\" is no offset"},
       {"output offset", "145.6;-0.6062",
        "145.6000; Offset: .6062 is no multiple of 5 or 12.5 kHz; the next below is .6050"},

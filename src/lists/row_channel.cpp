@@ -123,6 +123,8 @@ class ChannelMaker::Row {
 
   void OffsetAndDirection(Direction way) {
     const std::string_view item = items_.At(Meaning::kOffset);
+    // A minus alone is more often a dash for none.
+    if (item == "+" && !items_.Has(Meaning::kDirection)) return WithoutOffset(Direction::kPlus);
     if (SaysNone(item) || DirectionIn(item) == Direction::kSimplex) return WithoutOffset(way);
     const auto number = NumberIn(item);
     const auto hz = number ? HzOfOffset(*number) : std::nullopt;
