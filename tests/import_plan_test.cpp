@@ -68,6 +68,8 @@ TEST(ImportPlans, RowsBecomeChannels) {
       {"output offset", "145.6;-600", "145.6000 -0.6000"},
       {"output offset", "145.1;0.6",
        "145.1000 +0.6000; Offset: \"0.6\" has neither a sign nor a direction; it is taken as +"},
+      {"output offset", "145.6;Simplex", "145.6000"},
+      {"output offset", "145.1;+", "145.1000 +0.6000; Offset: the row has none; 0.6000 is usual"},
       {"output offset", "145.6;far", "145.6000; Offset: \"far\" is no offset"},
       {"output offset", "145.6;-0.6062",
        "145.6000; Offset: .6062 is no multiple of 5 or 12.5 kHz; the next below is .6050"},
@@ -143,7 +145,10 @@ TEST(ImportPlans, WhichToneDecides) {
       {"tone-kind tone-sent tone-heard", "TSQL;67.0;88.5", "TSQ 67.0 88.5"},
       {"tone-kind tone-sent", "TSQL;67.0", "TSQ 67.0"},
       {"tone-kind tone-sent dcs-both dcs-heard", "DTCS;67.0;023;025", "DCS 023 025"},
-      {"tone-kind tone-sent", "DCS;D023", "DCS 023"},
+      {"tone-kind tone-sent dcs-polarity", "DCS;D023;NN", "DCS 023"},
+      {"dcs-both dcs-polarity", "023;RN",
+       "; DCS polarity: \"RN\" is not normal; the radio knows no inverted codes"},
+      {"tone-sent dcs-polarity", "67.0;RN", "Tone 67.0"},
       {"tone-kind tone-sent", "DCS;67.0", "; Kind of tone: the row has no DCS code for it"},
       {"tone-kind tone-sent", "Tone;D023", "; Tone sent: 023 is no CTCSS tone"},
       {"tone-kind tone-sent", "Tone;", "; Kind of tone: the row has no CTCSS tone for it"},
@@ -214,12 +219,12 @@ TEST(ImportPlans, PlacesAndFilters) {
       "line 2: channel D7 becomes 145.6000; replaces 145.2000 OLD\n"
       "line 3: left out, 145.7: \"DMR\" is not FM\n"
       "2 channels, 1 row left out, whole");
-  EXPECT_EQ(Account(Plan("output channel", "145.5;d7\n145.6;003\n145.7;3\n145.8;210\n145.9;", {},
+  EXPECT_EQ(Account(Plan("output channel", "145.5;d7\n145.6;003\n145.7;3\n145.8;200\n145.9;", {},
                          document)),
             "line 1: no place, 145.5: Channel number: D7 is in use\n"
             "line 2: channel 3 becomes 145.6000\n"
             "line 3: no place, 145.7: Channel number: 3 is filled by line 2\n"
-            "line 4: no place, 145.8: Channel number: \"210\" is none: 0-199, D0-D9\n"
+            "line 4: no place, 145.8: Channel number: \"200\" is none: 0-199, D0-D9\n"
             "line 5: no place, 145.9: Channel number: \"\" is none: 0-199, D0-D9\n"
             "1 channel, 4 rows without a place");
   // No band is known of this model.

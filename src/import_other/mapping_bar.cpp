@@ -115,7 +115,8 @@ std::string MappingBar::AskName() {
 bool MappingBar::MayKeep(const std::string& name, QString& why) {
   why = Shown(WhyNotMappingName(name));
   if (!why.isEmpty()) return false;
-  if (std::find(names_.begin(), names_.end(), name) == names_.end()) return true;
+  const auto kept = MappingNames(folder_);  // also one that came since the window opened
+  if (std::find(kept.begin(), kept.end(), name) == kept.end()) return true;
   const QString text = tr("There is a mapping %1.\nDo you want to replace it?").arg(Shown(name));
   return Confirmed(this, "REPLACE OK", text.toUtf8().constData());
 }

@@ -110,17 +110,21 @@ bool IsHighFrequency(std::string_view item) {
 bool IsAnything(std::string_view /*item*/) { return true; }
 bool IsKnownMode(std::string_view item) { return ModeIn(item).known; }
 
+bool IsSureToneOrNone(std::string_view item) { return IsSureTone(item) || SaysNone(item); }
+bool IsSureOffsetOrNone(std::string_view item) { return IsSureOffset(item) || SaysNone(item); }
+bool IsSureInput(std::string_view item) { return IsSureFrequency(item) || SaysNone(item); }
+
 struct SureRow {
   Meaning meaning;
   bool (*fits)(std::string_view item);                 // nine of ten must
   bool (*one_is)(std::string_view item) = IsAnything;  // at least one must
 };
 // A tone may look like a frequency (146.2) and a mode like a name: the first that fits counts.
-constexpr SureRow kSure[] = {{kToneSent, IsSureTone},
-                             {kToneHeard, IsSureTone},
+constexpr SureRow kSure[] = {{kToneSent, IsSureToneOrNone, IsSureTone},
+                             {kToneHeard, IsSureToneOrNone, IsSureTone},
                              {kOutput, IsSureFrequency, IsHighFrequency},
-                             {kInput, IsSureFrequency, IsHighFrequency},
-                             {kOffset, IsSureOffset},
+                             {kInput, IsSureInput, IsHighFrequency},
+                             {kOffset, IsSureOffsetOrNone, IsSureOffset},
                              {kDirection, IsSureDirection},
                              {kMode, IsKnownMode},
                              {kName, HasLetter},

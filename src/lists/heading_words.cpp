@@ -21,8 +21,10 @@ struct HeadingRow {
 // A word stands at the beginning or the end of a word of the heading ("Ausgabefrequenz"). Where two rows
 // say as much, the upper one is tried first.
 constexpr HeadingRow kHeadings[] = {
-    {"dcs", "pol", kIgnored},
-    {"dtcs", "pol", kIgnored},
+    {"dcs", "pol", kDcsPolarity},
+    {"dtcs", "pol", kDcsPolarity},
+    {"tone", "burst", kIgnored},
+    {"show", "name", kIgnored},
     {"tone", "mode", kToneKind},
     {"tone", "type", kToneKind},
     {"tone", "kind", kToneKind},
@@ -31,33 +33,8 @@ constexpr HeadingRow kHeadings[] = {
     {"squelch", "type", kToneKind},
     {"sql", "mode", kToneKind},
     {"ctone", "freq", kToneBoth},
-    {"rx", "tone", kToneHeard},
-    {"rx", "ton", kToneHeard},
-    {"rx", "ctcss", kToneHeard},
-    {"tone", "heard", kToneHeard},
-    {"output", "tone", kToneHeard},
-    {"ctcss", "output", kToneHeard},
-    {"ctcss", "dec", kToneHeard},
-    {"ton", "ausgabe", kToneHeard},
-    {"downlink", "tone", kToneHeard},
-    {"downlink", "ctcss", kToneHeard},
-    {"tx", "tone", kToneSent},
-    {"tx", "ton", kToneSent},
-    {"tx", "ctcss", kToneSent},
-    {"tone", "sent", kToneSent},
-    {"input", "tone", kToneSent},
-    {"input", "ctcss", kToneSent},
-    {"ctcss", "enc", kToneSent},
-    {"uplink", "tone", kToneSent},
-    {"uplink", "ctcss", kToneSent},
-    {"access", "tone", kToneSent},
-    {"ton", "eingabe", kToneSent},
     {"tone", "squelch", kToneBoth},
     {"tone", "freq", kToneSent},
-    {"rx", "dcs", kDcsHeard},
-    {"rx", "dtcs", kDcsHeard},
-    {"tx", "dcs", kDcsSent},
-    {"tx", "dtcs", kDcsSent},
     {"offset", "dir", kDirection},
     {"shift", "dir", kDirection},
     {"shift", "richtung", kDirection},
@@ -65,19 +42,10 @@ constexpr HeadingRow kHeadings[] = {
     {"channel", "name", kName},
     {"kanal", "name", kName},
     {"second", "name", kSecondName},
-    {"rx", "freq", kOutput},
-    {"output", "freq", kOutput},
-    {"tx", "freq", kInput},
-    {"input", "freq", kInput},
     {"offset", "freq", kOffset},
     {"shift", "freq", kOffset},
-    {"ausgabe", "frequenz", kOutput},
-    {"eingabe", "frequenz", kInput},
-    {"rx", "frequenz", kOutput},
-    {"tx", "frequenz", kInput},
-    {"empfang", "frequenz", kOutput},
-    {"sende", "frequenz", kInput},
 
+    {"ctone", "", kToneBoth},
     {"dcs", "", kDcsBoth},
     {"dtcs", "", kDcsBoth},
     {"dpl", "", kDcsBoth},
@@ -85,6 +53,11 @@ constexpr HeadingRow kHeadings[] = {
     {"tsq", "", kToneBoth},
     {"ctcss", "", kToneSent},
     {"subton", "", kToneSent},
+    {"encode", "", kToneSent},
+    {"decode", "", kToneHeard},
+    {"access", "", kToneSent},
+    {"tonruf", "", kIgnored},
+    {"rufton", "", kIgnored},
     {"pl", "", kToneSent},
     {"tone", "", kToneSent},
     {"tone", "", kToneKind},
@@ -93,12 +66,17 @@ constexpr HeadingRow kHeadings[] = {
     {"squelch", "", kToneKind},
     {"input", "", kInput},
     {"eingabe", "", kInput},
+    {"eingang", "", kInput},
+    {"input", "", kOffset},
+    {"eingabe", "", kOffset},
+    {"eingang", "", kOffset},
     {"uplink", "", kInput},
     {"sende", "", kInput},
     {"transmit", "", kInput},
     {"tx", "", kInput},
     {"output", "", kOutput},
     {"ausgabe", "", kOutput},
+    {"ausgang", "", kOutput},
     {"downlink", "", kOutput},
     {"empfang", "", kOutput},
     {"receive", "", kOutput},
@@ -110,9 +88,9 @@ constexpr HeadingRow kHeadings[] = {
     {"shift", "", kDirection},
     {"offset", "", kDirection},
     {"ablage", "", kDirection},
-    {"duplex", "", kDirection},
-    {"duplex", "", kOffset},
-    {"direction", "", kDirection},
+    {"dup", "", kDirection},
+    {"dup", "", kOffset},
+    {"dir", "", kDirection},
     {"richtung", "", kDirection},
     {"freq", "", kOutput},
     {"frequenz", "", kOutput},
@@ -120,11 +98,10 @@ constexpr HeadingRow kHeadings[] = {
     {"frecuencia", "", kOutput},
     {"frek", "", kOutput},
     {"qrg", "", kOutput},
-    {"mhz", "", kOutput},
-    {"khz", "", kOutput},
     {"name", "", kName},
     {"call", "", kName},
-    {"rufzeichen", "", kName},
+    {"rufz", "", kName},
+    {"alias", "", kName},
     {"label", "", kName},
     {"bezeichnung", "", kName},
     {"relais", "", kName},
@@ -144,6 +121,7 @@ constexpr HeadingRow kHeadings[] = {
     {"raster", "", kStep},
     {"ts", "", kStep},
     {"width", "", kWidth},
+    {"wide", "", kWidth},
     {"bandbreite", "", kWidth},
     {"bw", "", kWidth},
     {"mode", "", kMode},
@@ -154,7 +132,26 @@ constexpr HeadingRow kHeadings[] = {
     {"leistung", "", kPower},
     {"skip", "", kSkip},
     {"lockout", "", kSkip},
+    {"mhz", "", kOutput},
+    {"khz", "", kOutput},
 };
+
+// A tone, a code or a frequency of one way. The repeater's output is what the radio hears.
+constexpr std::string_view kHeardWords[] = {"rx",      "receive",  "empfang", "out",  "ausgabe",
+                                            "ausgang", "downlink", "dec",     "heard"};
+constexpr std::string_view kSentWords[] = {"tx",  "transmit", "send",    "input",
+                                           "in",  "eingabe",  "eingang", "uplink",
+                                           "enc", "access",   "sent"};
+struct WayRow {
+  std::string_view of;
+  Meaning heard;
+  Meaning sent;
+};
+constexpr WayRow kWays[] = {{"tone", kToneHeard, kToneSent},  {"ton", kToneHeard, kToneSent},
+                            {"ctcss", kToneHeard, kToneSent}, {"qt", kToneHeard, kToneSent},
+                            {"pl", kToneHeard, kToneSent},    {"dcs", kDcsHeard, kDcsSent},
+                            {"dtcs", kDcsHeard, kDcsSent},    {"freq", kOutput, kInput},
+                            {"frequenz", kOutput, kInput},    {"qrg", kOutput, kInput}};
 
 // The words of a heading in small letters: "txToneFreq" and "TX tone freq" are the same three.
 std::vector<std::string> WordsOf(std::string_view heading) {
@@ -181,15 +178,32 @@ bool Has(const std::vector<std::string>& words, std::string_view part) {
   });
 }
 
+std::vector<HeadingMeaning> OfOneWay(const std::vector<std::string>& words) {
+  const auto has = [&](std::string_view part) { return Has(words, part); };
+  const bool heard = std::any_of(std::begin(kHeardWords), std::end(kHeardWords), has);
+  const bool sent = std::any_of(std::begin(kSentWords), std::end(kSentWords), has);
+  std::vector<HeadingMeaning> found;
+  for (const WayRow& row : kWays) {
+    if (heard != sent && has(row.of)) found.push_back({heard ? row.heard : row.sent, 2});
+  }
+  return found;
+}
+
 }  // namespace
 
 std::vector<HeadingMeaning> MeaningsOfHeading(std::string_view heading) {
-  const std::vector<std::string> words = WordsOf(heading);
-  std::vector<HeadingMeaning> found;
+  std::vector<std::string> words = WordsOf(heading);
+  // "Frequency in MHz" speaks of no input.
+  if (words.size() > 2)
+    words.erase(std::remove(words.begin() + 1, words.end() - 1, "in"), words.end() - 1);
+  std::vector<HeadingMeaning> found = OfOneWay(words);
   for (const HeadingRow& row : kHeadings) {
     if (!Has(words, row.first) || (!row.second.empty() && !Has(words, row.second))) continue;
     found.push_back({row.meaning, row.second.empty() ? 1 : 2});
   }
+  const bool signs = heading.find("+/-") != std::string_view::npos ||
+                     heading.find("\xC2\xB1") != std::string_view::npos;
+  if (signs) found.push_back({kDirection, 1});
   std::stable_sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.words > b.words; });
   return found;
 }

@@ -67,7 +67,8 @@ std::optional<std::int64_t> Hz(const ListNumber& number, std::int64_t first_khz,
 }  // namespace
 
 char TakeSign(std::string_view& text) {
-  constexpr std::string_view kMinusSigns[] = {"-", "\xE2\x88\x92", "\xE2\x80\x93"};
+  // The last is the dash of Windows, of which Latin-1 knows nothing.
+  constexpr std::string_view kMinusSigns[] = {"-", "\xE2\x88\x92", "\xE2\x80\x93", "\xC2\x96"};
   for (const std::string_view minus : kMinusSigns) {
     if (!text.starts_with(minus)) continue;
     text = Trimmed(text.substr(minus.size()));
@@ -121,7 +122,7 @@ std::optional<int> ChannelIn(std::string_view item) {
   if (d) return kFirstDChannel + (item.back() - '0');
   if (!AreDigits(item) || item.size() > kMostDigits) return std::nullopt;
   const std::int64_t number = Value(item);
-  return number < kMemoryChannelCount ? std::optional(static_cast<int>(number)) : std::nullopt;
+  return number < kFirstDChannel ? std::optional(static_cast<int>(number)) : std::nullopt;
 }
 
 }  // namespace q40

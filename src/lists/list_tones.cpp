@@ -46,6 +46,7 @@ ToneItem CtcssOf(std::string_view text, std::string_view item) {
   if (!number || (number->unit != "hz" && !number->unit.empty())) {
     return Unfit(Quoted(item) + " is no tone.");
   }
+  if (number->millionths == 0) return {};
   if (number->millionths == kToneCall) {
     return Unfit("1750 Hz is sent by a key; no channel holds it.");
   }

@@ -201,6 +201,11 @@ std::optional<std::string_view> PowerIn(std::string_view item) {
   return Found<std::string_view>(kPowers, BareWord(item));
 }
 
+bool SaysNormal(std::string_view item) {
+  constexpr std::string_view kNormalWords[] = {"n", "nn", "normal"};
+  return SaysNone(item) || Among(kNormalWords, BareWord(item));
+}
+
 std::optional<std::string_view> SkipIn(std::string_view item) {
   return Found<std::string_view>(kSkips, BareWord(item));
 }

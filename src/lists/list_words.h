@@ -30,6 +30,8 @@ ModeItem ModeIn(std::string_view item);
 std::optional<std::string_view> WidthIn(std::string_view item);
 // "Lo", "Mid" or "Hi".
 std::optional<std::string_view> PowerIn(std::string_view item);
+// Of a DCS code, not inverted: "NN", "normal".
+bool SaysNormal(std::string_view item);
 // "On" or "Off".
 std::optional<std::string_view> SkipIn(std::string_view item);
 

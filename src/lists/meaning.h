@@ -21,6 +21,7 @@ enum class Meaning : unsigned char {
   kDcsSent,    // DCS code, also as a bare number
   kDcsHeard,
   kDcsBoth,
+  kDcsPolarity,
   kName,        // also a call
   kSecondName,  // where the name is empty: mostly the place
   kStep,
@@ -30,7 +31,7 @@ enum class Meaning : unsigned char {
   kSkip,
   kChannel,  // the memory channel into which the row goes
 };
-inline constexpr std::size_t kMeaningCount = 20;
+inline constexpr std::size_t kMeaningCount = 21;
 
 struct MeaningRow {
   Meaning meaning;
@@ -51,6 +52,7 @@ inline constexpr std::array<MeaningRow, kMeaningCount> kMeanings = {{
     {Meaning::kDcsSent, "dcs-sent", "DCS code sent"},
     {Meaning::kDcsHeard, "dcs-heard", "DCS code heard"},
     {Meaning::kDcsBoth, "dcs-both", "DCS code sent and heard"},
+    {Meaning::kDcsPolarity, "dcs-polarity", "DCS polarity"},
     {Meaning::kName, "name", "Name or call"},
     {Meaning::kSecondName, "second-name", "Second name"},
     {Meaning::kStep, "step", "Step"},

@@ -123,7 +123,9 @@ class ChannelMaker::Row {
 
   void OffsetAndDirection(Direction way) {
     const std::string_view item = items_.At(Meaning::kOffset);
-    if (SaysNone(item)) return WithoutOffset(way);
+    // A minus alone is more often a dash for none.
+    if (item == "+" && !items_.Has(Meaning::kDirection)) return WithoutOffset(Direction::kPlus);
+    if (SaysNone(item) || DirectionIn(item) == Direction::kSimplex) return WithoutOffset(way);
     const auto number = NumberIn(item);
     const auto hz = number ? HzOfOffset(*number) : std::nullopt;
     if (!hz) return Tell(Meaning::kOffset, Quoted(item) + " is no offset.");
@@ -188,6 +190,11 @@ class ChannelMaker::Row {
     }
     const ToneChoice choice = ChooseTone(row);
     for (const ToneChoice::Unfit& unfit : choice.unfit) Tell(unfit.column, unfit.why);
+    const std::string_view polarity = items_.At(Meaning::kDcsPolarity);
+    if (choice.kind == "DCS" && !SaysNormal(polarity)) {
+      return Tell(Meaning::kDcsPolarity,
+                  Quoted(polarity) + " is not normal; the radio knows no inverted codes.");
+    }
     const std::pair<Field, const std::string&> fields[] = {{Field::kTone, choice.kind},
                                                            {Field::kTxTone, choice.tx_tone},
                                                            {Field::kRxTone, choice.rx_tone},

@@ -70,6 +70,25 @@ int ReadMapped(CommandContext& context, const std::string& path, const std::stri
   return kExitDone;
 }
 
+std::string ColumnText(const ForeignList& list, std::size_t column) {
+  const std::string& heading = list.headings[column];
+  return heading.empty() ? "column " + std::to_string(column + 1) : Quoted(heading);
+}
+
+// The columns that hold something of which nothing is taken.
+std::string NotUsed(const MappedList& mapped) {
+  const ForeignList& list = mapped.list;
+  std::string text;
+  for (std::size_t c = 0; c < list.Columns(); ++c) {
+    const bool holds = std::any_of(list.rows.begin(), list.rows.end(), [&](const ListRow& row) {
+      return !ForeignList::Item(row, c).empty();
+    });
+    if (!holds || mapped.meanings[c] != Meaning::kIgnored) continue;
+    text += (text.empty() ? "; not used: " : ", ") + ColumnText(list, c);
+  }
+  return text;
+}
+
 // How the list was understood, on one line.
 std::string Understood(const MappedList& mapped) {
   const ForeignList& list = mapped.list;
@@ -81,12 +100,10 @@ std::string Understood(const MappedList& mapped) {
   std::string between = " ";
   for (std::size_t c = 0; c < list.Columns(); ++c) {
     if (mapped.meanings[c] == Meaning::kIgnored) continue;
-    const std::string& heading = list.headings[c];
-    text += between + (heading.empty() ? "column " + std::to_string(c + 1) : Quoted(heading)) +
-            " is " + std::string(RowOf(mapped.meanings[c]).name);
+    text += between + ColumnText(list, c) + " is " + std::string(RowOf(mapped.meanings[c]).name);
     between = ", ";
   }
-  return text;
+  return text + NotUsed(mapped);
 }
 
 std::string Counted(std::size_t count, const std::string& what) {
