@@ -95,7 +95,8 @@ TEST(Card, EveryRowFitsOnAPage) {
         for (const std::size_t rows : {0U, 1U, 2U, 50U, 77U, 210U, 220U, 1000U}) {
           const CardLayout at = LayOut(rows, {paper, pocket}, tone);
           const auto places = [&](int pages) {
-            return static_cast<std::size_t>(pages) * static_cast<std::size_t>(at.columns * at.rows);
+            return static_cast<std::size_t>(pages) * static_cast<std::size_t>(at.columns) *
+                   static_cast<std::size_t>(at.rows);
           };
           EXPECT_GE(places(at.pages), rows);
           EXPECT_LT(places(at.pages - 1), std::max<std::size_t>(rows, 1)) << "an empty page";
