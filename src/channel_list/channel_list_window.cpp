@@ -163,6 +163,7 @@ void ChannelListWindow::MakeMenus() {
           }
           ChannelTable& table = Active();
           if (!table.LeaveEdit()) return;
+          QCoreApplication::sendPostedEvents(&table, QEvent::MetaCall);  // what it says, before
           if (!row.memory_only || &table == memory_) row.run(*commands_, table);
         });
     action->setAutoRepeat(false);  // a held key runs its command once

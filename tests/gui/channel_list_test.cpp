@@ -176,6 +176,7 @@ TEST_F(ChannelList, WhatIsBeingTypedIsNotLostToACommand) {
   Type("145.6", kNone);
   Trigger("mnuListFillDown");
   EXPECT_EQ(Frequencies(20, 1), "145.6");
+  EXPECT_TRUE(Said().startsWith("Frequency set in 1 channel."));
 }
 
 TEST_F(ChannelList, WhatTheRadioWillNotKeepIsMarkedAtOnce) {
