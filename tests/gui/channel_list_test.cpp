@@ -172,11 +172,11 @@ TEST_F(ChannelList, WhatIsBeingTypedIsNotLostToACommand) {
       0);
   ASSERT_NE(QApplication::activePopupWidget(), nullptr);
   QApplication::activePopupWidget()->close();
-  Select({2, 20});
+  Select({2, 3});
   Type("145.6", kNone);
   Trigger("mnuListFillDown");
-  EXPECT_EQ(Frequencies(20, 1), "145.6");
-  EXPECT_TRUE(Said().startsWith("Frequency set in 1 channel."));
+  EXPECT_EQ(Frequencies(3, 1), "145.6");
+  EXPECT_EQ(Said(), "Frequency set in 1 channel. With it: Step 5KHz.");
 }
 
 TEST_F(ChannelList, WhatTheRadioWillNotKeepIsMarkedAtOnce) {
