@@ -405,7 +405,7 @@ TEST(Programs, AChannelCardIsAPdfWithItsFonts) {
       {"./ctl card list.csv b.pdf", 6, "list.csv, line 1"},
       {"./ctl card empty.Q40 b.pdf", 6, "empty.Q40: no channel is in use"},
       {"./ctl card --special empty.Q40 - | cmp -n 5 - a.pdf", 0, ""},
-      {"./ctl card --paper letter --pocket - b.pdf <a.Q40 && grep -aq 'Box .0 0 792.0* 612' b.pdf",
+      {"./ctl card --paper Letter --pocket - b.pdf <a.Q40 && grep -aq 'Box .0 0 792.0* 612' b.pdf",
        0, ""},
       {"export SOURCE_DATE_EPOCH=1; for zone in UTC Asia/Tokyo UTC UTC; do TZ=$zone ./ctl card "
        "--force a.Q40 1.pdf && cksum <1.pdf; done | uniq | wc -l | grep -qx 1 && "

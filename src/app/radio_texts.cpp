@@ -1,10 +1,10 @@
 #include "app/radio_texts.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include <QCoreApplication>
 
+#include "base/hex.h"
 #include "link/write_texts.h"
 #include "radio/models.h"
 #include "widgets/paths.h"
@@ -129,7 +129,7 @@ QString ReasonText(const SequenceReport& report) {
   }
   if (!report.remedy.empty()) text += ' ' + report.remedy;
   if (!report.note.empty() && !report.note.starts_with(report.why)) text += ' ' + report.note + '.';
-  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  text[0] = UpperCase(text[0]);
   return QString::fromStdString(text);
 }
 

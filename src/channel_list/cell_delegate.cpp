@@ -27,6 +27,14 @@ QLineEdit& LineOf(QWidget& editor) {
   return box == nullptr ? static_cast<QLineEdit&>(editor) : *box->lineEdit();
 }
 
+// Where there is a list, Alt+Up and Alt+Down are its keys, and do not move rows.
+bool OpensList(const QWidget& editor, const QEvent& event) {
+  const auto& key = static_cast<const QKeyEvent&>(event);
+  const bool arrow = key.key() == Qt::Key_Up || key.key() == Qt::Key_Down;
+  return arrow && key.modifiers().testFlag(Qt::AltModifier) &&
+         qobject_cast<const QComboBox*>(&editor) != nullptr;
+}
+
 QColor MarkColor(const QStyleOptionViewItem& option) {
   if (option.state.testFlag(QStyle::State_Selected)) {
     return option.palette.color(QPalette::HighlightedText);
@@ -78,29 +86,34 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
 
 bool CellDelegate::eventFilter(QObject* watched, QEvent* event) {
   auto* editor = qobject_cast<QWidget*>(watched);
-  if (editor != nullptr && event->type() == QEvent::KeyPress) {
-    const auto& key = static_cast<const QKeyEvent&>(*event);
-    const bool up = key.modifiers().testFlag(Qt::ShiftModifier);
-    switch (key.key()) {
-      case Qt::Key_Return:
-      case Qt::Key_Enter: return LeaveBy(*editor, up ? -1 : 1, 0);
-      case Qt::Key_Tab: return LeaveBy(*editor, 0, 1);
-      case Qt::Key_Backtab: return LeaveBy(*editor, 0, -1);
-      default: break;
-    }
+  if (editor != nullptr && event->type() == QEvent::ShortcutOverride &&
+      OpensList(*editor, *event)) {
+    event->accept();
+    return true;
   }
-  return QStyledItemDelegate::eventFilter(watched, event);
+  if (editor == nullptr || event->type() != QEvent::KeyPress) {
+    return QStyledItemDelegate::eventFilter(watched, event);
+  }
+  const auto& key = static_cast<const QKeyEvent&>(*event);
+  const bool up = key.modifiers().testFlag(Qt::ShiftModifier);
+  switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: Leave(*editor, up ? -1 : 1, 0); return true;
+    case Qt::Key_Tab: Leave(*editor, 0, 1); return true;
+    case Qt::Key_Backtab: Leave(*editor, 0, -1); return true;
+    default: return QStyledItemDelegate::eventFilter(watched, event);
+  }
 }
 
 // What cannot be stays in the editor, with the reason, until it is put right or given up with Esc.
-bool CellDelegate::LeaveBy(QWidget& editor, int rows, int columns) {
+bool CellDelegate::Leave(QWidget& editor, int rows, int columns) {
   const QString why =
       edited_.isValid() ? ListOf(edited_).Refusal(edited_, LineOf(editor).text()) : QString();
   if (!why.isEmpty()) {
     QToolTip::showText(editor.mapToGlobal(editor.rect().bottomLeft()), why, &editor);
     emit refused(why);
     LineOf(editor).selectAll();
-    return true;
+    return false;
   }
   emit commitData(&editor);
   emit closeEditor(&editor, NoHint);

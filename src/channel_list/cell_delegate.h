@@ -21,18 +21,19 @@ class CellDelegate final : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
 
+  // Takes what was typed and goes on from there. False: it cannot be; the editor stays open.
+  bool Leave(QWidget& editor, int rows, int columns);
+
  signals:
   // What was typed cannot be; the editor stays open.
   void refused(const QString& why);
-  // Enter or Tab has taken an edit; where the user goes from there, in rows and columns.
+  // An edit was taken; where the user goes from there, in rows and columns.
   void left(int rows, int columns);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  bool LeaveBy(QWidget& editor, int rows, int columns);
-
   mutable QPersistentModelIndex edited_;  // of the editor that is open, in the list's own model
 };
 

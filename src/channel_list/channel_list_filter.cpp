@@ -6,6 +6,7 @@ namespace q40 {
 
 ChannelListFilter::ChannelListFilter(ChannelListModel& channels, QObject* parent)
     : QSortFilterProxyModel(parent), channels_(channels) {
+  setDynamicSortFilter(false);
   setSourceModel(&channels);
 }
 

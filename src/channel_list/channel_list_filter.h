@@ -17,6 +17,9 @@ class ChannelListFilter final : public QSortFilterProxyModel {
   // Looked for in all values and in the title of the row, in either case; of numbers a comma is a point.
   void SetWanted(const QString& text);
 
+  // After a change of the data. It is not done by itself.
+  void Refilter() { invalidateFilter(); }
+
   [[nodiscard]] ChannelListModel& channels() const { return channels_; }
   // By rows of this model, as they are shown.
   [[nodiscard]] ChannelPlace PlaceAt(int row) const;

@@ -162,6 +162,8 @@ void ChannelListWindow::MakeMenus() {
             return Say(tr("Please wait until the radio is done."));
           }
           ChannelTable& table = Active();
+          if (!table.LeaveEdit()) return;
+          QCoreApplication::sendPostedEvents(&table, QEvent::MetaCall);  // what it says, before
           if (!row.memory_only || &table == memory_) row.run(*commands_, table);
         });
     action->setAutoRepeat(false);  // a held key runs its command once
@@ -305,6 +307,7 @@ void ChannelListWindow::Show(const DocumentChange& change) {
   for (ChannelTable* table : {memory_, special_}) {
     if (!change.edit) table->FinishEdit(false);
     table->channels().Show(change);
+    table->Refilter();
     table->KeepCurrent();
   }
 }

@@ -12,12 +12,13 @@
 namespace q40 {
 
 ChannelTable::ChannelTable(ChannelListModel& channels, QWidget* parent)
-    : QTableView(parent), rows_(new ChannelListFilter(channels, this)) {
+    : QTableView(parent),
+      rows_(new ChannelListFilter(channels, this)),
+      cells_(new CellDelegate(this)) {
   setModel(rows_);
-  auto* cells = new CellDelegate(this);
-  setItemDelegate(cells);
-  connect(cells, &CellDelegate::refused, this, &ChannelTable::said);
-  connect(cells, &CellDelegate::left, this, &ChannelTable::Leave);
+  setItemDelegate(cells_);
+  connect(cells_, &CellDelegate::refused, this, &ChannelTable::said);
+  connect(cells_, &CellDelegate::left, this, &ChannelTable::Leave);
   // After the cell that the user goes to has had its say.
   for (const auto told : {&ChannelListModel::refused, &ChannelListModel::followed}) {
     connect(&channels, told, this, &ChannelTable::said, Qt::QueuedConnection);
@@ -43,7 +44,9 @@ ChannelTable::ChannelTable(ChannelListModel& channels, QWidget* parent)
   verticalHeader()->setDefaultSectionSize(text + text / 2);
   for (int column = 0; column < channels.columnCount(); ++column) {
     const QString heading = channels.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    int wide = fontMetrics().horizontalAdvance(QStringLiteral("0123456"));
+    const bool name = channels.FieldAt(column) == Field::kName;
+    int wide = fontMetrics().horizontalAdvance(name ? QString(kNameLength + 1, QLatin1Char('W'))
+                                                    : QStringLiteral("0123456"));
     for (const QString& line : heading.split(QLatin1Char('\n'))) {
       wide = std::max(wide, fontMetrics().horizontalAdvance(line + QStringLiteral("MM")));
     }
@@ -132,18 +135,35 @@ void ChannelTable::KeepCurrent() {
   if (!currentIndex().isValid()) GoTo(rows_->index(0, ShownColumns().front()));
 }
 
-void ChannelTable::FinishEdit(bool take) {
-  if (state() != EditingState) return;
+// Null: no cell is being edited.
+QWidget* ChannelTable::Editor() const {
+  if (state() != EditingState) return nullptr;
   QWidget* editor = indexWidget(currentIndex());
   if (editor == nullptr) editor = QApplication::focusWidget();
-  if (editor == nullptr || !viewport()->isAncestorOf(editor)) return;
+  if (editor == nullptr || !viewport()->isAncestorOf(editor)) return nullptr;
   while (editor->parentWidget() != viewport()) editor = editor->parentWidget();
+  return editor;
+}
+
+void ChannelTable::FinishEdit(bool take) {
+  QWidget* editor = Editor();
+  if (editor == nullptr) return;
   if (take) commitData(editor);
   closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
 }
 
-// From the current cell, over what is shown; at an end it stays.
+bool ChannelTable::LeaveEdit() {
+  QWidget* editor = Editor();
+  return editor == nullptr || cells_->Leave(*editor, 0, 0);
+}
+
+void ChannelTable::Refilter() {
+  if (state() != EditingState) rows_->Refilter();
+}
+
+// From the current cell, over what is shown; at an end it stays. Who goes nowhere keeps the selection.
 void ChannelTable::Leave(int rows, int columns) {
+  if (rows == 0 && columns == 0) return;
   const std::vector<int> shown = ShownColumns();
   const auto at = std::find(shown.begin(), shown.end(), currentIndex().column());
   if (at == shown.end()) return;

@@ -8,6 +8,8 @@
 
 namespace q40 {
 
+class CellDelegate;
+
 class ChannelTable final : public QTableView {
   Q_OBJECT
 
@@ -38,6 +40,11 @@ class ChannelTable final : public QTableView {
   void KeepCurrent();
   // Hands over what is being typed; or gives it up.
   void FinishEdit(bool take);
+  // Hands it over, as Enter does. False: it was refused, and stays.
+  bool LeaveEdit();
+  // Looks anew which rows are shown. A row that is being edited stays with those that have been, also
+  // when it is none of them any more: it must not go from under the hands of the user.
+  void Refilter();
 
  signals:
   // A text that could not be taken, or what followed from one.
@@ -52,9 +59,11 @@ class ChannelTable final : public QTableView {
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
+  [[nodiscard]] QWidget* Editor() const;
   void Leave(int rows, int columns);
 
   ChannelListFilter* rows_;
+  CellDelegate* cells_;
 };
 
 }  // namespace q40

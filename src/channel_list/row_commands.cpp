@@ -128,18 +128,21 @@ void RowCommands::Paste(ChannelTable& table) {
 QString RowCommands::SetIn(const Places& places, Field field, const ValueOf& value) {
   CloneImage image = document_.image();
   std::size_t passed_over = 0;
+  QStringList also;
   for (std::size_t i = 0; i < places.size(); ++i) {
     if (field != Field::kFrequency && !InUse(image, places[i])) {
       ++passed_over;
       continue;
     }
     const CellResult result = SetCell(image, document_.model(), places[i], field, value(i));
+    if (!result.also.empty() && !also.contains(Shown(result.also))) also << Shown(result.also);
     if (result.refusal.empty()) continue;
     return tr("Nothing was changed. %1: %2").arg(Shown(NameOf(places[i])), Shown(result.refusal));
   }
   QString account =
       tr("%1 set in %2.").arg(Shown(FieldName(field)), Counted(places.size() - passed_over));
   if (passed_over > 0) account += tr(" Passed over as empty: %1.").arg(passed_over);
+  if (!also.isEmpty()) account += tr(" With it: %1.").arg(Listed(also));
   Store(image, account);
   return {};
 }

@@ -1,5 +1,6 @@
 #include "dialogs/dlg_card.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QCheckBox>
@@ -8,12 +9,15 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace q40 {
 namespace {
 
-constexpr int kPictureSize = 420;  // the longer side of a sheet
+// Of the longer side of a sheet.
+constexpr int kPictureSize = 420;
+constexpr int kSmallestPicture = 120;
 constexpr double kPointsPerInch = 72;
 constexpr double kInchesPerMeter = 39.3701;
 
@@ -34,6 +38,7 @@ dlgCard::dlgCard(const CloneData& document, std::string name, const CardOptions&
   setObjectName(QStringLiteral("dlgCard"));
   setWindowTitle(tr("Channel Card"));
   MakeControls(options);
+  FitPicture();
   ShowCard();
 }
 
@@ -56,7 +61,6 @@ void dlgCard::MakeControls(const CardOptions& options) {
   picture_->setObjectName(QStringLiteral("imgCard"));
   picture_->setAccessibleName(tr("Picture of the first sheet"));
   picture_->setAlignment(Qt::AlignCenter);
-  picture_->setFixedSize(kPictureSize, kPictureSize);
   connect(paper_, &QComboBox::currentIndexChanged, this, &dlgCard::ShowCard);
   connect(pocket_, &QCheckBox::toggled, this, &dlgCard::ShowCard);
   connect(special_, &QCheckBox::toggled, this, &dlgCard::ShowCard);
@@ -77,6 +81,14 @@ void dlgCard::MakeControls(const CardOptions& options) {
   layout->addWidget(account_);
   layout->addLayout(buttons);
   layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+// What stands below it must be on the screen, however large the letters are.
+void dlgCard::FitPicture() {
+  const int frame = 3 * fontMetrics().lineSpacing();
+  const int room = screen()->availableGeometry().height() - sizeHint().height() - frame;
+  picture_size_ = std::clamp(room, kSmallestPicture, kPictureSize);
+  picture_->setFixedSize(picture_size_, picture_size_);
 }
 
 CardOptions dlgCard::Options() const {
@@ -103,7 +115,7 @@ void dlgCard::ShowCard() {
 // As large as its room, and as sharp as the screen.
 void dlgCard::ShowPicture() {
   const CardPoint sheet = pages_->layout().sheet;
-  const double scale = devicePixelRatioF() * kPictureSize / std::max(sheet.x, sheet.y);
+  const double scale = devicePixelRatioF() * picture_size_ / std::max(sheet.x, sheet.y);
   QImage image(qRound(sheet.x * scale), qRound(sheet.y * scale), QImage::Format_RGB32);
   const int dots = static_cast<int>(std::lround(scale * kPointsPerInch * kInchesPerMeter));
   image.setDotsPerMeterX(dots);

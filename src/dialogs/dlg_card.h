@@ -30,6 +30,7 @@ class dlgCard final : public QDialog {  // NOLINT: named like its sisters
  private:
   void MakeControls(const CardOptions& options);
   QPushButton* MakeButton(const char* name, const QString& caption, int choice);
+  void FitPicture();
   void ShowCard();
   void ShowPicture();
 
@@ -43,6 +44,7 @@ class dlgCard final : public QDialog {  // NOLINT: named like its sisters
   QLabel* picture_;
   QPushButton* save_;
   QPushButton* print_;
+  int picture_size_ = 0;
 };
 
 }  // namespace q40

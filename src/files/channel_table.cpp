@@ -4,6 +4,7 @@
 #include <cctype>
 #include <utility>
 
+#include "base/hex.h"
 #include "base/plain_text.h"
 #include "files/channel_csv_columns.h"
 #include "files/channel_csv_notes.h"
@@ -69,7 +70,7 @@ std::string Letters(std::string_view text) {
   std::string letters;
   for (const char c : text.substr(0, text.find(','))) {  // behind the comma stands the unit
     const auto code = static_cast<unsigned char>(c);
-    if (std::isalnum(code) != 0) letters += static_cast<char>(std::tolower(code));
+    if (std::isalnum(code) != 0) letters += UpperCase(c);  // the same in Turkish
   }
   return letters;
 }

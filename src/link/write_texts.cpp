@@ -1,8 +1,8 @@
 #include "link/write_texts.h"
 
 #include <algorithm>
-#include <cctype>
 
+#include "base/hex.h"
 #include "document/clone_image.h"
 
 namespace q40 {
@@ -34,7 +34,7 @@ std::string SomeUnitsWrittenText(const SequenceReport& write) {
 }
 
 std::string Sentence(std::string text) {
-  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  text[0] = UpperCase(text[0]);
   return text + '.';
 }
 

@@ -1,6 +1,7 @@
 // The channel card of the window.
 #include <QCheckBox>
 #include <QPrintDialog>
+#include <QScreen>
 
 #include "gui/window_test.h"
 
@@ -16,6 +17,7 @@ class Card : public Window {
       const auto* label = dialog.findChild<QLabel*>("lblCard");
       EXPECT_TRUE(label->text().startsWith(account)) << label->text().toStdString();
       EXPECT_FALSE(dialog.findChild<QLabel*>("imgCard")->pixmap().isNull());
+      EXPECT_LT(dialog.sizeHint().height(), dialog.screen()->availableGeometry().height());
       for (const char* name : {"cmdSaveCard", "cmdPrintCard"}) {
         EXPECT_EQ(dialog.findChild<QAbstractButton*>(name)->isEnabled(),
                   label->text().contains("letters"));
@@ -57,7 +59,10 @@ TEST_F(Card, NothingIsMadeOfNoChannel) {
   Start();
   Dialog("No channel is in use.", {"chkSpecial"}, "cmdSaveCard");
   answers_.File(File("special.pdf"));
+  const QFont usual = QApplication::font();
+  QApplication::setFont(QFont(usual.family(), 44));
   Trigger("mnuCard");
+  QApplication::setFont(usual);
   EXPECT_TRUE(Content(folder_ / "special.pdf").starts_with("%PDF-"));
 }
 

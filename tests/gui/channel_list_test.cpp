@@ -152,6 +152,33 @@ TEST_F(ChannelList, CellsAreTypedOverAndRefuseWithTheReason) {
   EXPECT_FALSE(At(2, Field::kPower, kSpecials).flags().testFlag(Qt::ItemIsEditable));
 }
 
+TEST_F(ChannelList, WhatIsBeingTypedIsNotLostToACommand) {
+  Open();
+  constexpr Qt::Key kNone = Qt::Key_Shift;
+  Select({1, 2}, Field::kTone);
+  Type("dcs", kNone);
+  EXPECT_EQ(Notices([&] { Trigger("mnuListFillDown"); }), 2);
+  EXPECT_EQ(Text(1, Field::kTone) + Text(2, Field::kTone), "DCSDCS");
+  GoTo(1, Field::kName);
+  Type("a.b", kNone);
+  EXPECT_EQ(Notices([&] { Trigger("mnuListClear"); }), 0);
+  EXPECT_EQ(Said(), "\".\" is no character of a name.");
+  Type("", Qt::Key_Escape);
+  // Keys of a list are not those that move rows.
+  GoTo(1, Field::kTone);
+  QTest::keyClick(&Table(), Qt::Key_F2);
+  EXPECT_EQ(
+      Notices([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down, Qt::AltModifier); }),
+      0);
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  QApplication::activePopupWidget()->close();
+  Select({2, 3});
+  Type("145.6", kNone);
+  Trigger("mnuListFillDown");
+  EXPECT_EQ(Frequencies(3, 1), "145.6");
+  EXPECT_EQ(Said(), "Frequency set in 1 channel. With it: Step 5KHz.");
+}
+
 TEST_F(ChannelList, WhatTheRadioWillNotKeepIsMarkedAtOnce) {
   Open();
   const QString words =
@@ -332,6 +359,16 @@ TEST_F(ChannelList, FindNarrowsAndEscShowsAll) {
   EXPECT_EQ(Frequencies(0, 2), "145.625 145.6");
   Trigger("mnuListFindPrevious");  // around the end
   EXPECT_EQ(Text(Table().currentIndex().row(), Field::kName), "CLUB");
+  // A row stays while one goes through its cells, and does not take the keyboard with it.
+  GoTo(1, Field::kShift);
+  const int narrowed = rows();
+  Type("none");
+  EXPECT_EQ(rows(), narrowed);
+  EXPECT_TRUE(Table().hasFocus());
+  EXPECT_EQ(Table().currentIndex(), At(2, Field::kShift));
+  Select({2});
+  Do("mnuListMoveUp");
+  EXPECT_EQ(rows(), narrowed - 1);
   QTest::keyClick(&Table(), Qt::Key_Escape);
   EXPECT_EQ(rows(), in_use);
   Click("chkHideEmpty");

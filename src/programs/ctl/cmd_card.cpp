@@ -77,7 +77,7 @@ void AddCard(CLI::App& app, CommandContext& context) {
   command->add_option("FILE", arguments->file, kClonePathHelp)->required();
   command->add_option("PDF", arguments->pdf, "PDF file, - for standard output")->required();
   command->add_option("--paper", arguments->paper, "a4, or letter")
-      ->check(CLI::IsMember({"a4", "letter"}))
+      ->transform(CLI::IsMember({"a4", "letter"}, CLI::ignore_case))
       ->type_name("PAPER");
   command->add_flag("--pocket", arguments->pocket,
                     "fold the sheet three times and cut it once: eight pages of a booklet");
