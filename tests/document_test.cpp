@@ -117,6 +117,7 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
                     {{.unit = Unit::Dialer(4), .setting = {}, .field = {}, .index = 9}});
        },
        "S-", "[ dial]"},
+      {"import", [](D& d) { d.Import(d.image()); }, "--", "[0-209 special]"},
       {"the same model", [](D& d) { d.ChangeModel(0); }, "--", ""},
       {"another model", [](D& d) { d.ChangeModel(1); }, "--",
        "[0-209 special settings dial model anew]"},

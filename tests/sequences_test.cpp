@@ -347,6 +347,15 @@ TEST(Sequences, EndlessChatterEndsWithTheDeadline) {
   EXPECT_FALSE(link.DeadlineIsOver());            // the next command starts afresh
 }
 
+// Where nobody can be asked, a document stays with its model.
+TEST(Sequences, WithoutQuestionsAnotherModelIsRefused) {
+  Radio radio;
+  radio.identity = "RXQ40x1Ax";
+  Sequences sequences{radio.link, radio.document, radio.host};
+  EXPECT_EQ(sequences.ReadSettings().outcome, Outcome::kWrongModel);
+  EXPECT_EQ(radio.held.model, 0);
+}
+
 TEST(Sequences, ARadioExchangedBetweenTheHalvesGetsNoMemory) {
   Radio radio;
   radio.host.on_progress = [&] { radio.identity = "RXQ40x1Ax"; };

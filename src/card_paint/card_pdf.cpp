@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QDateTime>
 #include <QPdfWriter>
+#include <QUuid>
 
 namespace q40 {
 namespace {
@@ -31,9 +32,14 @@ std::optional<std::string> CardPdf(const CardPages& pages, const std::string& cr
   writer.setPageLayout(pages.Paper());
   writer.setTitle(QString::fromStdString("Channel card, " + pages.card().model));
   writer.setCreator(QString::fromStdString(creator));
+  const auto time = WantedTime();
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+  // Newer writers number each file at random.
+  if (time) writer.setDocumentId(QUuid::createUuidV5(QUuid(), writer.title()));
+#endif
   if (!pages.PaintAll(writer)) return std::nullopt;
   buffer.close();
-  if (const auto time = WantedTime()) SetTime(pdf, *time);
+  if (time) SetTime(pdf, *time);
   return pdf.toStdString();
 }
 

@@ -134,8 +134,7 @@ TEST_F(Commands, AFileThatIsRefusedLeavesEverything) {
   Store(prompts_.path, "x" + text);
   files_->Open();
   EXPECT_EQ(prompts_.TakeLog(), "save? path0? error: Data Error ");
-  EXPECT_TRUE(prompts_.note.starts_with("! ") && prompts_.note.find("line 1") != std::string::npos)
-      << prompts_.note;
+  EXPECT_TRUE(prompts_.note.starts_with("! ") && Told("line 1")) << prompts_.note;
   EXPECT_TRUE(document().image() == before);
   EXPECT_TRUE(document().MemoryChanged());  // still there, still unsaved
   EXPECT_EQ(session_->path(), folder_ / "demo.Q40");
