@@ -117,6 +117,13 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
                     {{.unit = Unit::Dialer(4), .setting = {}, .field = {}, .index = 9}});
        },
        "S-", "[ dial]"},
+      {"put back",
+       [](D& d) {
+         CloneData state = d.data();
+         state.image.ChannelInUse[5] = true;
+         d.Restore(state, true, false);
+       },
+       "S-", "[5-5]"},
       {"import", [](D& d) { d.Import(d.image()); }, "--", "[0-209 special]"},
       {"the same model", [](D& d) { d.ChangeModel(0); }, "--", ""},
       {"another model", [](D& d) { d.ChangeModel(1); }, "--",
