@@ -1,6 +1,7 @@
 // The window with its channel list open.
 #pragma once
 
+#include "app/user_options.h"
 #include "channel_list/channel_list_window.h"
 #include "gui/window_test.h"
 
@@ -19,6 +20,11 @@ class ChannelList : public Window {
     mirror_ = std::make_unique<GridMirror>(Table().channels());
     special_mirror_ = std::make_unique<GridMirror>(Table(kSpecials).channels());
     new QAbstractItemModelTester(Table().model(), &List());
+  }
+  // Columns are as they are at first, whatever a test before has left to be remembered.
+  void SetUp() override {
+    Window::SetUp();
+    UserOptions::SetBytes("ChannelList", {});
   }
   void TearDown() override {
     for (const auto* mirror : {mirror_.get(), special_mirror_.get()}) {
