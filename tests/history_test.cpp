@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <random>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -212,9 +213,12 @@ TEST_F(Steps, AVisitIsOneStepUntilItIsClosed) {
   Do(6, label);  // nothing changes: no step
   EXPECT_EQ(history_.size(), 3U);
   for (const char* state : {"5  S-", "3  S-", "15  --"}) EXPECT_EQ(Undo(), state);
+  const std::string dial = std::exchange(data_.dial[3], "77");
   history_.Amend(data_, {"x", false, true});
   EXPECT_EQ(Redo(), "3  S-");
+  EXPECT_EQ(data_.dial[3], dial);
   EXPECT_EQ(Undo(), "15 x -M");
+  EXPECT_EQ(data_.dial[3], "77");
 }
 
 // The way back begins where the document differs; 1,000 steps, or what fits into the bytes.
