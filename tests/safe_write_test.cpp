@@ -185,6 +185,18 @@ TEST(Units, DifferencesAreNamedAsTheOwnerKnowsThem) {
   }
 }
 
+// A write command leaves something else in the repeater-access rows than a document has there.
+TEST(Units, WhatAWriteLeavesInTheRadioIsNoChange) {
+  for (const unsigned seed : {1U, 2U, 3U}) {
+    const CloneData document = test::RandomDocument(seed);
+    const CloneData written = AsWritten(document);
+    RadioContent radio;
+    radio.SetModel(document.model);
+    for (const Unit unit : UnitsOf(Half::kBoth)) radio.SetHeld({unit, DigitsOf(written, unit)});
+    EXPECT_EQ(ChangedUnits(radio, document).size(), 0U) << seed;
+  }
+}
+
 // Whatever byte of whatever unit the radio changed: it is told, and nothing is told twice.
 TEST(Units, NoDifferenceIsSilentOrNamedTwice) {
   for (const Unit unit : {Unit::Settings(0), Unit::Settings(1), Unit::Special(Band::kUhf, kPhRow),
