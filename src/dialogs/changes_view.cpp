@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "widgets/paths.h"
+#include "widgets/row_table.h"
 
 namespace q40 {
 namespace {
@@ -85,17 +86,9 @@ QTableView* ChangesView::MakeTable() {
   table->setObjectName(QStringLiteral("tblChanges"));
   table->setAccessibleName(tr("Changes"));
   table->setModel(model_);
-  table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  table->setTabKeyNavigation(false);
-  table->setCornerButtonEnabled(false);
-  table->setWordWrap(false);
-  table->verticalHeader()->hide();
-  table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
+  SetUpShortRows(*table);
   QHeaderView* header = table->horizontalHeader();
-  header->setHighlightSections(false);
-  header->setSectionsClickable(false);
-  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setStretchLastSection(true);
   const int character = table->fontMetrics().averageCharWidth();
   for (const auto& [column, characters] : {std::pair{0, 18}, std::pair{1, 26}, std::pair{2, 26}}) {

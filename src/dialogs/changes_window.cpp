@@ -9,6 +9,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "widgets/row_table.h"
+
 namespace q40 {
 namespace {
 
@@ -90,17 +92,11 @@ QWidget* ChangesWindow::MakeNotes() {
   note_table_->setAccessibleName(tr("Not taken as written"));
   note_table_->setHorizontalHeaderLabels(
       {tr("Line"), tr("Channel"), tr("Item"), tr("What happened")});
-  note_table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   note_table_->setSelectionMode(QAbstractItemView::SingleSelection);
   note_table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  note_table_->setTabKeyNavigation(false);
-  note_table_->setCornerButtonEnabled(false);
-  note_table_->verticalHeader()->hide();
+  SetUpRows(*note_table_);
   note_table_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   QHeaderView* header = note_table_->horizontalHeader();
-  header->setHighlightSections(false);
-  header->setSectionsClickable(false);
-  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setSectionResizeMode(QHeaderView::ResizeToContents);
   header->setSectionResizeMode(3, QHeaderView::Stretch);
   connect(note_table_, &QTableWidget::doubleClicked, this, &ChangesWindow::ChooseNote);

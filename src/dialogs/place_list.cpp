@@ -10,6 +10,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "widgets/row_table.h"
+
 namespace q40 {
 
 PlaceList::PlaceList(const Names& names, const QString& title, const QStringList& headings,
@@ -48,19 +50,13 @@ QTableWidget* PlaceList::MakeTable(const char* name, const QString& title,
   table->setObjectName(QLatin1String(name));
   table->setAccessibleName(title);
   table->setHorizontalHeaderLabels(headings);
-  table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->setSelectionMode(QAbstractItemView::SingleSelection);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  table->setTabKeyNavigation(false);
-  table->setCornerButtonEnabled(false);
+  SetUpRows(*table);
   table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  table->verticalHeader()->hide();
   // The sentences wrap; a row is as high as its sentence at the width that the window gives it.
   table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   QHeaderView* header = table->horizontalHeader();
-  header->setHighlightSections(false);
-  header->setSectionsClickable(false);
-  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setSectionResizeMode(QHeaderView::ResizeToContents);
   header->setSectionResizeMode(table->columnCount() - 1, QHeaderView::Stretch);
   return table;

@@ -19,6 +19,7 @@
 #include "import_other/raw_list_model.h"
 #include "widgets/outer_size.h"
 #include "widgets/paths.h"
+#include "widgets/row_table.h"
 
 namespace q40 {
 namespace {
@@ -83,19 +84,11 @@ QTableView* ImportOtherWindow::MakePreview() {
   table->setObjectName(QStringLiteral("tblPreview"));
   table->setAccessibleName(tr("What each row becomes"));
   table->setModel(preview_);
-  table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->setSelectionMode(QAbstractItemView::SingleSelection);
-  table->setTabKeyNavigation(false);
-  table->setCornerButtonEnabled(false);
-  table->setWordWrap(false);
+  SetUpShortRows(*table);
   const int text = table->fontMetrics().height();
   table->setIconSize({text, text});
-  table->verticalHeader()->hide();
-  table->verticalHeader()->setDefaultSectionSize(text + 6);
   QHeaderView* header = table->horizontalHeader();
-  header->setHighlightSections(false);
-  header->setSectionsClickable(false);
-  header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setStretchLastSection(true);
   const int character = table->fontMetrics().averageCharWidth();
   for (const auto& [column, characters] : {std::pair{0, 8}, std::pair{1, 14}, std::pair{2, 46}}) {

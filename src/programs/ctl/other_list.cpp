@@ -165,7 +165,9 @@ int ImportOtherList(CommandContext& context, const std::string& path, const Othe
   if (IsOwnList(mapped.list)) {
     return refuse("a channel list of this program, which is imported without --map");
   }
-  if (!plan.problem.empty()) return refuse(plan.problem);
+  if (!plan.problem.empty()) {
+    return refuse(plan.problem + "; --print-map prints a mapping that can be corrected");
+  }
   for (const PlannedRow& row : plan.rows) console.Note(row.Message());
   if (plan.Count(RowOutcome::kChannel) == 0) return refuse("no row becomes a channel");
   document.image = Filled(plan, document.image);
