@@ -7,6 +7,7 @@
 #include "document/channel_cells.h"
 #include "document/clone_document.h"
 #include "document/defaults.h"
+#include "document/document_units.h"
 #include "document/memory_edit.h"
 #include "radio/channel_fields.h"
 #include "support/random_document.h"
@@ -155,6 +156,18 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
 }
 
 // Cell by cell, and then all that is left: each is as before, none comes up elsewhere.
+TEST(Document, WhatHoldsTheUnitsOfAnotherGivesItsDigits) {
+  for (unsigned seed = 0; seed < 4; ++seed) {
+    const CloneData document = test::RandomDocument(seed);
+    CloneData copy;
+    copy.model = document.model;
+    const std::vector<Unit> units = UnitsOf(Half::kBoth);
+    for (const Unit unit : units) EXPECT_FALSE(LoadUnit({unit, DigitsOf(document, unit)}, copy));
+    for (const Unit unit : units)
+      EXPECT_EQ(DigitsOf(copy, unit), DigitsOf(document, unit)) << unit.Name();
+  }
+}
+
 TEST(Document, WhatIsTakenBackIsAsBefore) {
   for (const unsigned seed : {1U, 2U, 3U}) {
     const CloneData before = test::RandomDocument(seed);

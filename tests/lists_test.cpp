@@ -265,6 +265,7 @@ TEST(Mappings, AreGuessed) {
       {"Name,Frequency,Step,Power,Skip,Channel\nA,145.6,12.5,High,,7",
        "name output step power skip ignored"},
       {"Output,Frequency\n145.6,145.7", "output ignored"},
+      {"Station,Channel Name,Frequency\nA,B,145.6", "second-name name output"},
       {"Frequency,Output Freq\n145.6,145.7", "ignored output"},
       {"Place,kHz\nA,145600\nB,145700", "second-name output"},
       {"DB0A;438,725;431,125;-;67,0;X;FM",

@@ -1,11 +1,14 @@
 // The program itself, on a real display, with a radio on a pseudo-terminal: what a user does with keys,
 // and what then is in the radio and on the disk.
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
-#include <unistd.h>
+#include <functional>
+#include <thread>
 
 #include <gtest/gtest.h>
 
+#include "files/journal.h"
 #include "support/process.h"
 #include "support/temp_folder.h"
 
@@ -21,8 +24,8 @@ class Xvfb : public testing::Test {
   void SetUp() override {
     std::string number;  // of a display that nobody has
     display_ = std::make_unique<Background>(
-        std::vector<std::string>{"/usr/bin/Xvfb", "-displayfd", "1", "-noreset", "-screen", "0",
-                                 "1000x700x24", "-nolisten", "tcp"},
+        std::vector<std::string>{"/usr/bin/Xvfb", "-displayfd", "1", "-noreset", "-r", "-screen",
+                                 "0", "1000x700x24", "-nolisten", "tcp"},
         std::map<std::string, std::string>(), &number);
     ASSERT_NE(number, "");
     environment_ = {{"DISPLAY", ":" + number},
@@ -38,22 +41,40 @@ class Xvfb : public testing::Test {
     words.insert(words.begin(), test::Program("rxq40ctl"));
     return test::Run(words);
   }
-  void Keys(std::vector<std::string> words) {
+  // False: it has not come true in ten seconds.
+  static bool Await(const std::function<bool()>& what) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!what()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      std::this_thread::sleep_for(milliseconds(50));
+    }
+    return true;
+  }
+  int XdoTool(std::vector<std::string> words) {
     words.insert(words.begin(), "/usr/bin/xdotool");
-    EXPECT_EQ(test::Run(words, {.environment = environment_}).code, 0);
+    return test::Run(words, {.environment = environment_}).code;
   }
-  // There is no window manager that would give a window the keys.
+  void Keys(std::vector<std::string> keys) {
+    keys.insert(keys.begin(), "key");
+    EXPECT_EQ(XdoTool(keys), 0);
+  }
+  bool IsShown(const std::string& title) {
+    return XdoTool({"search", "--onlyvisible", "--name", title}) == 0;
+  }
+  // Waits for the window. There is no window manager that would give it the keys.
   void Focus(const std::string& title) {
-    Keys({"search", "--sync", "--onlyvisible", "--name", title, "windowfocus", "--sync"});
+    EXPECT_TRUE(Await([&] { return IsShown(title); })) << title;
+    EXPECT_EQ(XdoTool({"search", "--onlyvisible", "--name", title, "windowfocus", "--sync"}), 0);
   }
+  // From the page that is shown at the start to the first row of the memory grid.
+  void GoToGrid() { Keys({"ctrl+shift+Tab", "Tab", "ctrl+Home"}); }
   // Saves until `file` is no longer what it was: while the radio is busy, so is the window.
   void SaveAChange(const std::string& file) {
     const std::string before = test::Content(file);
-    for (int tries = 0; tries < 40 && test::Content(file) == before; ++tries) {
-      Keys({"key", "ctrl+s"});
-      usleep(250'000);
-    }
-    EXPECT_NE(test::Content(file), before);
+    EXPECT_TRUE(Await([&] {
+      Keys({"ctrl+s"});
+      return test::Content(file) != before;
+    })) << file;
   }
   // The memory channel that stands in the file; -1: none does.
   int Where(const std::string& file) {
@@ -64,14 +85,23 @@ class Xvfb : public testing::Test {
     }
     return -1;
   }
-  // Starts the window and waits until its start-up pause is over.
-  std::unique_ptr<Background> Window(const std::string& file) {
-    std::vector<std::string> command = {test::Program("rxq40")};
-    if (!file.empty()) command.push_back(file);
-    auto window = std::make_unique<Background>(command, environment_);
-    usleep(3'000'000);
-    EXPECT_TRUE(window->IsRunning());
-    Focus("Korvex RX-Q40 Clone Utility");
+  // The first memory channel in use in what the window has put aside; -1: there is none.
+  int WhereUnsaved() {
+    std::error_code none_yet;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(folder_ / "state/rxq40", none_yet)) {
+      const auto journal = JournalFrom(test::Content(entry.path()));
+      if (!journal) continue;
+      const auto& used = journal->now.data.image.ChannelInUse;
+      return static_cast<int>(std::find(used.begin(), used.end(), true) - used.begin());
+    }
+    return -1;
+  }
+  // Starts the window; `shown` is in a title only when the start-up pause is over.
+  std::unique_ptr<Background> Window(std::vector<std::string> words, const std::string& shown) {
+    words.insert(words.begin(), test::Program("rxq40"));
+    auto window = std::make_unique<Background>(words, environment_);
+    Focus(shown);
     return window;
   }
 
@@ -93,22 +123,24 @@ TEST_F(Xvfb, ReadAllSaveAndWriteAll) {
 
   SimulatorProcess radio({"--load", folder_ / "radio.Q40", "--link", folder_ / "radio", "--save",
                           folder_ / "after.Q40"});
-  auto window = Window(folder_ / "mine.Q40");
-  Keys({"key", "F7"});  // Read All
+  auto window = Window({folder_ / "mine.Q40"}, "mine.Q40");
+  GoToGrid();
+  Keys({"F7"});  // Read All
   SaveAChange(folder_ / "mine.Q40");
   EXPECT_EQ(Ctl({"diff", folder_ / "radio.Q40", folder_ / "mine.Q40"}).out, "");
 
   // Edit channel 7: the eighth row of the grid, the dialog, a new frequency, OK.
-  Keys({"mousemove", "206", "63", "click", "1", "mousemove", "200", "110", "click", "1"});
-  Keys({"key", "ctrl+Home", "Down", "Down", "Down", "Down", "Down", "Down", "Down", "Return"});
-  Focus("Modify Memory Channel Parameter");
-  Keys({"type", "--delay", "50", "1461000"});
-  Keys({"key", "Return"});
-  Focus("Korvex RX-Q40 Clone Utility");
-  Keys({"key", "shift+F7"});  // Write All
+  Keys({"Down", "Down", "Down", "Down", "Down", "Down", "Down", "Return"});
+  const std::string dialog = "Modify Memory Channel Parameter";
+  Focus(dialog);
+  EXPECT_EQ(XdoTool({"type", "--delay", "50", "1461000"}), 0);
+  Keys({"Return"});
+  EXPECT_TRUE(Await([&] { return !IsShown(dialog); }));
+  Focus("mine.Q40");
+  Keys({"shift+F7"});  // Write All
   SaveAChange(folder_ / "mine.Q40");
-  Keys({"key", "ctrl+q"});
-  EXPECT_EQ(window->Wait(milliseconds(3000)), 0);
+  Keys({"ctrl+q"});
+  EXPECT_EQ(window->Wait(milliseconds(10000)), 0);
   EXPECT_EQ(radio.Stop(), 0);
   const std::string diff = Ctl({"diff", folder_ / "radio.Q40", folder_ / "after.Q40"}).out;
   EXPECT_EQ(diff,
@@ -123,29 +155,24 @@ TEST_F(Xvfb, WhatWasNotSavedOutlivesTheProgram) {
   ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", file}).code, 0);
   test::Store(folder_ / "one.csv", kChannel);
   ASSERT_EQ(Ctl({"import", file, folder_ / "one.csv"}).code, 0);
-  const auto insert = [&](int count) {
-    for (int i = 0; i < count; ++i) Keys({"key", "Insert"});
-  };
-  auto window = Window(file);
-  Keys({"mousemove", "206", "63", "click", "1", "mousemove", "200", "110", "click", "1"});
-  Keys({"key", "ctrl+Home"});
+  const auto insert = [&](int count) { Keys(std::vector<std::string>(count, "Insert")); };
+  auto window = Window({file}, "mine.Q40");
+  GoToGrid();
   insert(3);
-  usleep(1'000'000);
+  EXPECT_TRUE(Await([&] { return WhereUnsaved() == 10; }));
   insert(2);
   EXPECT_EQ(window->Stop(SIGKILL), 128 + SIGKILL);
 
   const auto restore = [&] {
-    window = Window("");
-    Focus("Unsaved Changes");
-    Keys({"key", "alt+r"});
+    window = Window({}, "Unsaved Changes");
+    Keys({"alt+r"});
     Focus("mine.Q40");
   };
   restore();
   SaveAChange(file);
   const int kept = Where(file);
   EXPECT_TRUE(kept >= 10 && kept <= 12) << kept;
-  Keys({"mousemove", "206", "63", "click", "1", "mousemove", "200", "110", "click", "1"});
-  Keys({"key", "ctrl+Home"});
+  GoToGrid();
   insert(1);
   EXPECT_EQ(window->Stop(), 0);
   restore();

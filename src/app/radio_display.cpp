@@ -29,7 +29,7 @@ RadioDisplay::RadioDisplay(const Parts& parts, QWidget& window)
 
 void RadioDisplay::Follow(RadioCommands& radio) {
   using R = RadioCommands;
-  connect(&radio, &R::pageWanted, &at_.navigation, &Navigation::ShowPageOf);
+  connect(&radio, &R::pageWanted, this, &RadioDisplay::ShowPageOf);
   connect(&radio, &R::begun, this, &RadioDisplay::Begin);
   connect(&radio, &R::progressed, this, &RadioDisplay::ShowProgress);
   connect(&radio, &R::ended, this, &RadioDisplay::End);
@@ -59,6 +59,11 @@ void RadioDisplay::ShowBusy() {
   at_.pages.SetLocked(busy != Session::Busy::kNo);
   if (busy == Session::Busy::kTalking) focus_.Park();
   if (busy == Session::Busy::kNo) focus_.Restore(*at_.navigation.tabs().currentWidget());
+}
+
+void RadioDisplay::ShowPageOf(Sequence sequence) {
+  const bool passed = focus_.Follow([&] { at_.navigation.ShowPageOf(sequence); });
+  if (passed && at_.session.busy() == Session::Busy::kTalking) focus_.Park();
 }
 
 void RadioDisplay::Begin(Sequence sequence) {

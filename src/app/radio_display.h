@@ -41,6 +41,7 @@ class RadioDisplay final : public QObject {
   void forgetWanted();
 
  private:
+  void ShowPageOf(Sequence sequence);
   void ShowBusy();
   void Begin(Sequence sequence);
   void ShowProgress(const SequenceProgress& progress);

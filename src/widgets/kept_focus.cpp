@@ -1,5 +1,7 @@
 #include "widgets/kept_focus.h"
 
+#include <utility>
+
 namespace q40 {
 namespace {
 
@@ -13,8 +15,19 @@ QWidget* FirstControl(const QWidget& page) {
 
 }  // namespace
 
+bool KeptFocus::Follow(const std::function<void()>& show_page) {
+  QWidget* before = window_.focusWidget();
+  show_page();
+  if (window_.focusWidget() == before) return false;
+  left_ = before;
+  given_ = window_.focusWidget();
+  followed_ = true;
+  return true;
+}
+
 void KeptFocus::Keep() {
   kept_ = window_.focusWidget();
+  if (std::exchange(followed_, false) && kept_ == given_) kept_ = left_;
   parked_ = false;
 }
 

@@ -4,6 +4,8 @@
 // it does something else; and it does not get it back.
 #pragma once
 
+#include <functional>
+
 #include <QPointer>
 #include <QWidget>
 
@@ -13,6 +15,9 @@ class KeptFocus {
  public:
   explicit KeptFocus(QWidget& window) : window_(window) {}
 
+  // Shows another page, and the toolkit may pass the focus on to one of its controls. Keep then notes the
+  // one that had it before, unless the user has moved it. Whether it was passed on.
+  bool Follow(const std::function<void()>& show_page);
   // Before controls are disabled: notes which one has the focus.
   void Keep();
   // After some were: if it is among them, the window itself gets the focus.
@@ -23,6 +28,9 @@ class KeptFocus {
 
  private:
   QWidget& window_;
+  bool followed_ = false;
+  QPointer<QWidget> left_;
+  QPointer<QWidget> given_;  // null: nobody got it
   QPointer<QWidget> kept_;
   bool parked_ = false;
 };

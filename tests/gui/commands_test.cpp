@@ -296,6 +296,13 @@ TEST_F(Commands, TheRestIsWrittenInThisRunOrTheNext) {
     radio_->BackUp();
     EXPECT_TRUE(Told("after a broken write"));
     EXPECT_EQ(radio_->keeper().WayBack(), whole);  // never to a half written state
+    backs_up_ = false;
+    stop_at_ = "RXQ40";
+    radio_->Write(Half::kMemory);
+    EXPECT_TRUE(
+        session_->unfinished().pending());  // nothing was sent: it is as unfinished as before
+    backs_up_ = true;
+    stop_at_.clear();
     if (killed) {
       Start();
       units_->FindRest();
@@ -311,6 +318,20 @@ TEST_F(Commands, TheRestIsWrittenInThisRunOrTheNext) {
     if (!killed) units_->WriteChanges();
     EXPECT_EQ(Told("Nothing differs"), !killed);
   }
+}
+
+// The last block arrived, its acknowledgement did not.
+TEST_F(Commands, ARestThatTheRadioHoldsAlreadyIsOver) {
+  backs_up_ = false;
+  Start({"echo-only@1C20"});
+  OpenDemo();
+  document().ClearAllChannels();
+  radio_->Write(Half::kMemory);
+  EXPECT_TRUE(session_->unfinished().pending());
+  TakeHeard();
+  units_->WriteRest();
+  EXPECT_EQ(TakeHeard().find("W00"), std::string::npos);  // no block was sent
+  EXPECT_FALSE(session_->unfinished().pending()) << prompts_.note;
 }
 
 // What cannot be stored keeps nobody from writing, but is told.

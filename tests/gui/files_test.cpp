@@ -242,6 +242,7 @@ TEST_F(FileCommands, RecentFilesAreOfferedUntilTheyAreGone) {
   Save(kNo);
   second()->trigger();
   EXPECT_EQ(Title(), kPlainTitle + " - " + shown);
+  EXPECT_TRUE(second() != nullptr && menu.actions().size() == 2);  // it moved up
 
   std::filesystem::remove(folder_ / "demo.Q40");
   SetFlags(true, false);

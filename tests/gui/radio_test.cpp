@@ -125,6 +125,15 @@ TEST_F(RadioCommands, TheFocusComesBack) {
     EXPECT_TRUE(Status().endsWith("Before, demo.Q40 was open.") == (&pressed == &Find("cmdAuto")));
     SetFlags(false, false);
   }
+  // Read All goes through the pages, from the settings to the memory.
+  for (const auto& [tab, name] : {std::pair(3, "MSFlexGrid1"), std::pair(1, "cmbTOT")}) {
+    ShowTab(tab);
+    Find(name).setFocus();
+    SetFlags(false, false);
+    Trigger("mnuReAll");
+    ASSERT_NE(window_->focusWidget(), nullptr) << name;
+    EXPECT_EQ(window_->focusWidget()->objectName(), "MSFlexGrid1") << name;
+  }
 }
 
 // Letters that a bad cable made of digits arrive like any data, and are not sent back.
