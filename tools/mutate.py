@@ -193,6 +193,7 @@ class Worker:
     def __init__(self, number):
         self.tree = os.path.join(SCRATCH, f"tree{number}")
         self.build = os.path.join(SCRATCH, f"build{number}")
+        self.output = os.path.join(SCRATCH, f"output{number}.txt")  # of the test that ran last
         self.core = []
 
     def prepare(self, mutations):
@@ -208,9 +209,11 @@ class Worker:
         for test in sorted(needed):
             if error := self.make(test):
                 raise RuntimeError(f"{test} does not build without any fault: {error}")
-        broken = [test for test in sorted(needed) if not self.passes(test) or self.is_empty(test)]
-        if broken:
-            raise RuntimeError("fails without any fault, or has no tests: " + ", ".join(broken))
+        for test in sorted(needed):
+            if not self.passes(test) or self.is_empty(test):
+                with open(self.output, encoding="utf-8", errors="replace") as file:
+                    said = "".join(file.readlines()[-40:])
+                raise RuntimeError(f"{said}{test} fails without any fault, or has no tests")
 
     def copy_tree(self):
         """Writes only what differs, with today's time: an old time would hide a change from the
@@ -248,9 +251,10 @@ class Worker:
         return [os.path.join(self.build, "tests", program), "--gtest_fail_fast", *arguments]
 
     def passes(self, test):
-        with subprocess.Popen(self.command(test), cwd=self.build, start_new_session=True,
-                              env={**os.environ, "QT_QPA_PLATFORM": "offscreen"},
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
+        with open(self.output, "w", encoding="utf-8") as output, \
+                subprocess.Popen(self.command(test), cwd=self.build, start_new_session=True,
+                                 env={**os.environ, "QT_QPA_PLATFORM": "offscreen"},
+                                 stdout=output, stderr=subprocess.STDOUT) as process:
             try:
                 return process.wait(TEST_SECONDS) == 0
             except subprocess.TimeoutExpired:
