@@ -15,19 +15,19 @@ QWidget* FirstControl(const QWidget& page) {
 
 }  // namespace
 
-bool KeptFocus::Follow(const std::function<void()>& show_page) {
+bool KeptFocus::ChangePage(const std::function<void()>& show_page) {
   QWidget* before = window_.focusWidget();
   show_page();
   if (window_.focusWidget() == before) return false;
   left_ = before;
   given_ = window_.focusWidget();
-  followed_ = true;
+  page_changed_ = true;
   return true;
 }
 
 void KeptFocus::Keep() {
   kept_ = window_.focusWidget();
-  if (std::exchange(followed_, false) && kept_ == given_) kept_ = left_;
+  if (std::exchange(page_changed_, false) && kept_ == given_) kept_ = left_;
   parked_ = false;
 }
 

@@ -17,7 +17,7 @@ class KeptFocus {
 
   // Shows another page, and the toolkit may pass the focus on to one of its controls. Keep then notes the
   // one that had it before, unless the user has moved it. Whether it was passed on.
-  bool Follow(const std::function<void()>& show_page);
+  bool ChangePage(const std::function<void()>& show_page);
   // Before controls are disabled: notes which one has the focus.
   void Keep();
   // After some were: if it is among them, the window itself gets the focus.
@@ -28,7 +28,7 @@ class KeptFocus {
 
  private:
   QWidget& window_;
-  bool followed_ = false;
+  bool page_changed_ = false;
   QPointer<QWidget> left_;
   QPointer<QWidget> given_;  // null: nobody got it
   QPointer<QWidget> kept_;
