@@ -242,7 +242,8 @@ TEST_F(FileCommands, RecentFilesAreOfferedUntilTheyAreGone) {
   Save(kNo);
   second()->trigger();
   EXPECT_EQ(Title(), kPlainTitle + " - " + shown);
-  EXPECT_TRUE(second() != nullptr && menu.actions().size() == 2);  // it moved up
+  emit menu.aboutToShow();  // it has moved up, and stands there once
+  EXPECT_FALSE(menu.actions().value(2) != nullptr && menu.actions()[2]->text().contains("A && B"));
 
   std::filesystem::remove(folder_ / "demo.Q40");
   SetFlags(true, false);

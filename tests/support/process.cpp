@@ -15,6 +15,8 @@ using Clock = std::chrono::steady_clock;
 
 [[noreturn]] void Exec(const std::vector<std::string>& command, const ProcessOptions& options) {
   for (const auto& [name, value] : options.environment) setenv(name.c_str(), value.c_str(), 1);
+  // What was started in the background or with nohup ignores some, and so would its children.
+  for (const int signal : {SIGINT, SIGHUP, SIGTERM}) std::signal(signal, SIG_DFL);
   if (options.ignore_hangup) std::signal(SIGHUP, SIG_IGN);
   constexpr uid_t kNobody = 65534;
   if (options.as_nobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);
