@@ -62,8 +62,7 @@ void RadioDisplay::ShowBusy() {
 }
 
 void RadioDisplay::ShowPageOf(Sequence sequence) {
-  const bool passed = focus_.ChangePage([&] { at_.navigation.ShowPageOf(sequence); });
-  if (passed && at_.session.busy() == Session::Busy::kTalking) focus_.Park();
+  focus_.ChangePage([&] { at_.navigation.ShowPageOf(sequence); });
 }
 
 void RadioDisplay::Begin(Sequence sequence) {

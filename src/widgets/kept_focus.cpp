@@ -15,14 +15,11 @@ QWidget* FirstControl(const QWidget& page) {
 
 }  // namespace
 
-bool KeptFocus::ChangePage(const std::function<void()>& show_page) {
-  QWidget* before = window_.focusWidget();
+void KeptFocus::ChangePage(const std::function<void()>& show_page) {
+  left_ = window_.focusWidget();
   show_page();
-  if (window_.focusWidget() == before) return false;
-  left_ = before;
   given_ = window_.focusWidget();
   page_changed_ = true;
-  return true;
 }
 
 void KeptFocus::Keep() {
@@ -38,6 +35,7 @@ void KeptFocus::Park() {
 }
 
 void KeptFocus::Restore(QWidget& page) {
+  page_changed_ = false;
   if (!parked_ || window_.focusWidget() != &window_) return;
   parked_ = false;
   QWidget* back = kept_ && kept_->isVisible() ? kept_.data() : FirstControl(page);

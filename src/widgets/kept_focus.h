@@ -16,8 +16,8 @@ class KeptFocus {
   explicit KeptFocus(QWidget& window) : window_(window) {}
 
   // Shows another page, and the toolkit may pass the focus on to one of its controls. Keep then notes the
-  // one that had it before, unless the user has moved it. Whether it was passed on.
-  bool ChangePage(const std::function<void()>& show_page);
+  // one that had it before, unless the user has moved it.
+  void ChangePage(const std::function<void()>& show_page);
   // Before controls are disabled: notes which one has the focus.
   void Keep();
   // After some were: if it is among them, the window itself gets the focus.
