@@ -144,6 +144,9 @@ TEST(SimulatedRadio, ALineThatIsBackHasForgottenWhatWasOnIt) {
   EXPECT_EQ(radio.Take(now + milliseconds(10)), "");
   radio.Receive("KX~E\r\n", now);
   EXPECT_EQ(radio.Take(now), "KX~E\r\nOK\r\n");
+  SimulatedRadio gone(test::WithFaults({"hang-up=700@0220+"}));
+  gone.Receive("KX~F0220R\r\n", now);
+  EXPECT_TRUE(gone.HungUp() && !gone.ComesBackAfter());
 }
 
 // A trace of two commands, a late answer, a lost line and a third one.
