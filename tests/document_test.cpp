@@ -191,6 +191,7 @@ TEST(Document, WhatIsTakenBackIsAsBefore) {
       }
     }
     std::vector<CellAddress> all;
+    all.reserve(left.size());
     for (const CellDifference& cell : left) all.push_back(cell.at);
     document.TakeBack(before, all);
     for (const CellDifference& cell : DifferencesOf(before, document.data())) {

@@ -37,7 +37,7 @@ class Xvfb : public testing::Test {
                     {"RXQ40_COM1", folder_ / "radio"}};
   }
 
-  test::ProcessResult Ctl(std::vector<std::string> words) {
+  static test::ProcessResult Ctl(std::vector<std::string> words) {
     words.insert(words.begin(), test::Program("rxq40ctl"));
     return test::Run(words);
   }
@@ -77,10 +77,10 @@ class Xvfb : public testing::Test {
     })) << file;
   }
   // The memory channel that stands in the file; -1: none does.
-  int Where(const std::string& file) {
+  static int Where(const std::string& file) {
     const std::string list = Ctl({"export", file, "-"}).out;
     for (int n = 0; n < 200; ++n) {
-      if (list.find("\"MEMORY\",\"" + std::to_string(n) + "\",\"145.7250") != std::string::npos)
+      if (list.find(R"("MEMORY",")" + std::to_string(n) + R"(","145.7250)") != std::string::npos)
         return n;
     }
     return -1;

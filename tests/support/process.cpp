@@ -21,6 +21,7 @@ using Clock = std::chrono::steady_clock;
   constexpr uid_t kNobody = 65534;
   if (options.as_nobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(126);
   std::vector<char*> argv;
+  argv.reserve(command.size() + 1);
   for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);
   execv(argv[0], argv.data());
