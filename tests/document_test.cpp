@@ -155,7 +155,6 @@ TEST(Document, OperationsSetTheirFlagsAndGiveOneNotice) {
   }
 }
 
-// Cell by cell, and then all that is left: each is as before, none comes up elsewhere.
 TEST(Document, WhatHoldsTheUnitsOfAnotherGivesItsDigits) {
   for (unsigned seed = 0; seed < 4; ++seed) {
     const CloneData document = test::RandomDocument(seed);
@@ -168,6 +167,7 @@ TEST(Document, WhatHoldsTheUnitsOfAnotherGivesItsDigits) {
   }
 }
 
+// Cell by cell, and then all that is left: each is as before, none comes up elsewhere.
 TEST(Document, WhatIsTakenBackIsAsBefore) {
   for (const unsigned seed : {1U, 2U, 3U}) {
     const CloneData before = test::RandomDocument(seed);

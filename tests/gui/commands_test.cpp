@@ -299,8 +299,7 @@ TEST_F(Commands, TheRestIsWrittenInThisRunOrTheNext) {
     backs_up_ = false;
     stop_at_ = "RXQ40";
     radio_->Write(Half::kMemory);
-    EXPECT_TRUE(
-        session_->unfinished().pending());  // nothing was sent: it is as unfinished as before
+    EXPECT_TRUE(session_->unfinished().pending());  // nothing was sent, so nothing is settled
     backs_up_ = true;
     stop_at_.clear();
     if (killed) {
