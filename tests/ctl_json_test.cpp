@@ -222,6 +222,7 @@ TEST_F(CtlJson, TheRulesOfTheDialog) {
       {R"j({"Memory 3": {"Frequncy": 1}})j", 6, "did you mean \"Frequency\"?"},
       {R"j({"Memory 3": {"In use": null}})j", 6, "must be true or false"},
       {R"j({"Memory 3": {"stored data": "80"}})j", 6, "must have 64 digits"},
+      {R"j({"Settings": {"byte 0x0023": "5C5"}})j", 6, "must have 2 digits"},
       {R"j({"Settings": {"byte 0x0023": "\n\n"}})j", 6, "characters that no clone file can"},
       {R"j({"Radio": {"Model": "RX-Q40"}})j", 6, "/Radio/Model must be RX-Q40T,"},
       {R"j({"Radio": {"Version": "B"}})j", 6, "/Radio/Version must be \"A\" or \"0\""}};

@@ -247,6 +247,17 @@ TEST_F(Ctl, ABackupReplacesNothingAndComesFirst) {
   const std::string memory(radio_->memory().raw());
   EXPECT_EQ(Run({"write", "-p", "1", "--backup", "", path}).code, kExitCannotWrite);
   EXPECT_EQ(radio_->memory().raw(), memory);
+  const std::string kept = folder_ / "kept.Q40";
+  test::Store(kept, "precious");
+  using Words = std::vector<std::string>;
+  for (const Words& words :
+       {Words{"backup", "-p", "1", kept}, Words{"write", "-p", "1", "--backup", kept, path}}) {
+    const Result result = Run(words);
+    EXPECT_EQ(result.code, kExitUsage) << result.err;
+    EXPECT_NE(result.err.find("A backup replaces no file"), std::string::npos) << result.err;
+    EXPECT_EQ(test::Content(kept), "precious");
+    EXPECT_EQ(radio_->Exchanges(), 0);
+  }
   Radio({"ng@#232"});
   EXPECT_NE(Run({"write", "-p", "1", "--backup=-'.Q40", path}).err.find("-p 1 './-'\\''.Q40'"),
             std::string::npos);
