@@ -257,6 +257,10 @@ TEST_F(Ctl, Lint) {
   EXPECT_EQ(json[1]["kind"], "name-lost");
   EXPECT_EQ(json[1]["severity"], "loss");
   EXPECT_EQ(test::Content(fresh), text);
+  std::string dial = text;
+  test::Store(folder_ / "dial.Q40", dial.replace(34 * 27, 3, "12E"));
+  EXPECT_TRUE(
+      Run({"lint", folder_ / "dial.Q40"}).out.starts_with("Auto dialer, M3: The file keeps"));
 
   test::Store(folder_ / "bad.Q40", text.substr(0, 1000));
   EXPECT_EQ(Run({"lint", folder_ / "bad.Q40"}).code, kExitDataError);

@@ -155,7 +155,7 @@ TEST_F(Xvfb, WhatWasNotSavedOutlivesTheProgram) {
   ASSERT_EQ(Ctl({"new", "--model", "RX-Q40T", file}).code, 0);
   test::Store(folder_ / "one.csv", kChannel);
   ASSERT_EQ(Ctl({"import", file, folder_ / "one.csv"}).code, 0);
-  const auto insert = [&](int count) { Keys(std::vector<std::string>(count, "Insert")); };
+  const auto insert = [&](std::size_t count) { Keys(std::vector<std::string>(count, "Insert")); };
   auto window = Window({file}, "mine.Q40");
   GoToGrid();
   insert(3);
