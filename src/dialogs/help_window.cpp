@@ -153,7 +153,7 @@ void HelpWindow::FillContents() {
   contents_->clear();
   for (const GuideBrowser::Heading& heading : browser_->headings()) {
     if (heading.level > kDeepestListed) continue;
-    const QString indent(2 * (heading.level - 1), QLatin1Char(' '));
+    const QString indent(qsizetype{2} * (heading.level - 1), QLatin1Char(' '));
     auto* item = new QListWidgetItem(indent + heading.text, contents_);
     item->setData(Qt::UserRole, heading.anchor);
   }
