@@ -167,8 +167,8 @@ const RadioMemory& AfterWrite(const SequenceCase& sequence) {
 class Sweep : public testing::Test {
  protected:
   void RunOne(const SequenceCase& sequence, const Row& row, std::size_t at, bool stays);
-  void CheckEnd(const Talk& run, const SequenceCase& sequence, const SequenceReport& report,
-                const Expected& expected, bool wrong_data);
+  static void CheckEnd(const Talk& run, const SequenceCase& sequence, const SequenceReport& report,
+                       const Expected& expected, bool wrong_data);
 
   int runs_ = 0;
 };

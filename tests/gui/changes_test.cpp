@@ -51,7 +51,7 @@ class Changes : public Window {
     QTest::keyClicks(&Find(name), text);
   }
   // What follows the document does so at the next turn of the event loop.
-  void Settle() { QTest::qWait(1); }
+  static void Settle() { QTest::qWait(1); }
   // A setting, a dialer memory, a channel's name and an emptied channel.
   void ChangeFour() {
     ShowTab(1);

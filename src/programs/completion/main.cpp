@@ -13,10 +13,11 @@ q40::ToolWords Tool(std::string_view name) {
   CLI::App app;
   q40::CommandContext context{.console = q40::Console(stdout, stderr), .line_to = {}};
   q40::SimArguments arguments;
-  if (name == "rxq40sim")
+  if (name == "rxq40sim") {
     q40::DefineSimCommandLine(app, arguments);
-  else
+  } else {
     q40::DefineCommandLine(app, context);
+  }
   return q40::WordsOf(app);
 }
 
@@ -35,14 +36,15 @@ int main(int argc, char** argv) {
   try {
     const q40::ToolWords tool = Tool(name);
     std::string text;
-    if (form == "bash")
+    if (form == "bash") {
       text = q40::BashCompletion(tool);
-    else if (form == "zsh")
+    } else if (form == "zsh") {
       text = q40::ZshCompletion(tool);
-    else if (form == "options")
+    } else if (form == "options") {
       text = q40::OptionList(tool);
-    else
+    } else {
       return Usage();
+    }
     return std::fputs(text.c_str(), stdout) < 0 ? q40::kExitCannotWrite : q40::kExitDone;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "rxq40completion: %s\n", error.what());

@@ -83,10 +83,11 @@ bool PtyServer::Publish(std::string& why) {
   const std::string fresh = link_ + "." + std::to_string(getpid()) + ".tmp";
   fs::create_symlink(device_, fresh, error);
   if (!error) fs::rename(fresh, link_, error);
-  if (error)
+  if (error) {
     why = link_ + ": " + error.message();
-  else
+  } else {
     published_ = device_;
+  }
   return !error;
 }
 
