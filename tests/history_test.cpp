@@ -47,8 +47,8 @@ class Walk : public DocumentListener {
 
   void Step();
   bool Go(bool back);
-  int place() const { return static_cast<int>(place_); }
-  int size() const { return static_cast<int>(states_.size()); }
+  [[nodiscard]] int place() const { return static_cast<int>(place_); }
+  [[nodiscard]] int size() const { return static_cast<int>(states_.size()); }
 
  private:
   const CloneData& Other() {
@@ -176,7 +176,7 @@ class Steps : public testing::Test {
   }
   std::string Undo() { return Text(history_.Undo(data_, part_)); }
   std::string Redo() { return Text(history_.Redo(data_, part_)); }
-  std::string Text(const Facts& facts) {
+  std::string Text(const Facts& facts) const {
     return std::to_string(data_.settings.Slider1) + ' ' + TextOf(facts);
   }
 

@@ -89,7 +89,7 @@ TEST(Programs, AnotherUsersPortsAndLocks) {
   std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
   SimulatorProcess radio({});
   const test::ProcessOptions nobody = {.as_nobody = true};
-  const std::string device = radio.device();
+  const std::string& device = radio.device();
   constexpr gid_t kDialout = 20;
 
   ASSERT_EQ(chown(device.c_str(), 0, kDialout), 0);
