@@ -176,7 +176,7 @@ class Steps : public testing::Test {
   }
   std::string Undo() { return Text(history_.Undo(data_, part_)); }
   std::string Redo() { return Text(history_.Redo(data_, part_)); }
-  std::string Text(const Facts& facts) const {
+  [[nodiscard]] std::string Text(const Facts& facts) const {
     return std::to_string(data_.settings.Slider1) + ' ' + TextOf(facts);
   }
 

@@ -163,7 +163,8 @@ class SharedDisk final : public FileSystem {
 };
 
 TEST(WholeFile, KeepsTheRightsThatItMayAndElseLetsNobodyIn) {
-  constexpr int kRoot = SharedDisk::kRoot, kMember = SharedDisk::kMember;
+  constexpr int kRoot = SharedDisk::kRoot;
+  constexpr int kMember = SharedDisk::kMember;
   test::TempFolder folder;
   const std::string path = folder / "radio.Q40";
   const struct {
