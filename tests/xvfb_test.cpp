@@ -23,6 +23,7 @@ class Xvfb : public testing::Test {
  protected:
   void SetUp() override {
     std::string number;  // of a display that nobody has
+    // -r: on a busy machine a key would repeat between its press and its release.
     display_ = std::make_unique<Background>(
         std::vector<std::string>{"/usr/bin/Xvfb", "-displayfd", "1", "-noreset", "-r", "-screen",
                                  "0", "1000x700x24", "-nolisten", "tcp"},

@@ -1,7 +1,5 @@
 #include "widgets/kept_focus.h"
 
-#include <utility>
-
 namespace q40 {
 namespace {
 
@@ -19,12 +17,11 @@ void KeptFocus::ChangePage(const std::function<void()>& show_page) {
   left_ = window_.focusWidget();
   show_page();
   given_ = window_.focusWidget();
-  page_changed_ = true;
 }
 
 void KeptFocus::Keep() {
   kept_ = window_.focusWidget();
-  if (std::exchange(page_changed_, false) && kept_ == given_) kept_ = left_;
+  if (left_ && kept_ == given_) kept_ = left_;
   parked_ = false;
 }
 
@@ -35,7 +32,7 @@ void KeptFocus::Park() {
 }
 
 void KeptFocus::Restore(QWidget& page) {
-  page_changed_ = false;
+  left_.clear();
   if (!parked_ || window_.focusWidget() != &window_) return;
   parked_ = false;
   QWidget* back = kept_ && kept_->isVisible() ? kept_.data() : FirstControl(page);

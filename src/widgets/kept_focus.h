@@ -28,9 +28,8 @@ class KeptFocus {
 
  private:
   QWidget& window_;
-  bool page_changed_ = false;
-  QPointer<QWidget> left_;
-  QPointer<QWidget> given_;  // null: nobody got it
+  QPointer<QWidget> left_;   // had it when the page changed; null: none has changed
+  QPointer<QWidget> given_;  // has it since; null: nobody
   QPointer<QWidget> kept_;
   bool parked_ = false;
 };
