@@ -13,22 +13,14 @@
 #include <QDateTime>
 #include <QHelpEvent>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QPainter>
-#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSlider>
-#include <QTabWidget>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
 
-#include "app/frm_main.h"
+#include "camera.h"
 #include "files/channel_csv.h"
 #include "files/clone_file.h"
 #include "files/journal.h"
@@ -39,196 +31,11 @@
 namespace q40 {
 namespace {
 
-constexpr int kTitleHeight = 24;
-constexpr int kLongestWaitMs = 20'000;
-constexpr int kSettleMs = 150;  // for repaints and for what a click sets off
-
-int failures = 0;
-
-void Complain(const QString& what) {
-  std::fprintf(stderr, "screenshots: %s\n", qPrintable(what));
-  ++failures;
-}
-
-// ---- looks
-
-QPalette DarkPalette() {
-  QPalette palette(QColor(53, 53, 53));
-  palette.setColor(QPalette::Base, QColor(35, 35, 35));
-  palette.setColor(QPalette::AlternateBase, QColor(45, 45, 45));
-  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, QColor(35, 35, 35));
-  palette.setColor(QPalette::ToolTipText, Qt::white);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(role, Qt::white);
-    palette.setColor(QPalette::Disabled, role, QColor(127, 127, 127));
-  }
-  return palette;
-}
-
-QPalette ContrastPalette() {
-  QPalette palette(Qt::black);
-  palette.setColor(QPalette::Base, Qt::black);
-  palette.setColor(QPalette::Light, Qt::white);
-  palette.setColor(QPalette::Dark, Qt::white);
-  palette.setColor(QPalette::Mid, Qt::white);
-  palette.setColor(QPalette::Highlight, Qt::yellow);
-  palette.setColor(QPalette::HighlightedText, Qt::black);
-  palette.setColor(QPalette::ToolTipBase, Qt::black);
-  palette.setColor(QPalette::ToolTipText, Qt::yellow);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(role, Qt::white);
-    palette.setColor(QPalette::Disabled, role, QColor(0, 255, 0));
-  }
-  return palette;
-}
-
-// ---- the camera
-
-// The window as a desktop shows it: with its title, and with the menus and tool tips that are open.
-QImage Portrait(QWidget& window) {
-  const double scale = window.devicePixelRatioF();
-  QRect area = window.geometry();
-  std::vector<QWidget*> shown = {&window};
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    const bool floats = widget->windowType() == Qt::Popup || widget->windowType() == Qt::ToolTip;
-    if (!floats || !widget->isVisible()) continue;
-    shown.push_back(widget);
-    area |= widget->geometry();
-  }
-  area.adjust(-1, -kTitleHeight, 1, 1);
-  QImage image((QSizeF(area.size()) * scale).toSize(), QImage::Format_RGB32);
-  image.setDevicePixelRatio(scale);
-  image.fill(Qt::white);
-  QPainter painter(&image);
-  painter.translate(-area.topLeft());
-  const QRect title(window.x(), window.y() - kTitleHeight, window.width(), kTitleHeight);
-  painter.fillRect(title.adjusted(-1, 0, 1, window.height() + 1), QColor(72, 82, 94));
-  painter.setPen(Qt::white);
-  painter.drawText(title, Qt::AlignCenter, window.windowTitle());
-  for (QWidget* widget : shown) painter.drawPixmap(widget->pos(), widget->grab());
-  return image;
-}
-
-// Runs a command that shows a dialog; `use` works in the dialog, which is closed afterwards.
-void InDialog(const std::function<void()>& command, const std::function<void(QWidget&)>& use) {
-  bool seen = false;
-  QTimer watch;
-  QObject::connect(&watch, &QTimer::timeout, [&] {
-    QWidget* dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr || !dialog->isVisible()) return;
-    watch.stop();
-    seen = true;
-    dialog->activateWindow();
-    QTest::qWait(kSettleMs);
-    use(*dialog);
-    dialog->close();
-  });
-  watch.start(kSettleMs);
-  command();
-  // A command that was started by a timer or a key may still be on its way.
-  if (!QTest::qWaitFor([&] { return seen; }, kLongestWaitMs)) Complain("a dialog did not come");
-}
-
-class Session {
- public:
-  Session(QString folder, QString suffix)
-      : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
-
-  void Start(ComPort::Simulation simulation, const std::string& file) {
-    MainOptions options;
-    options.simulation = std::move(simulation);
-    options.startup_path = file;
-    options.start_pause = std::chrono::milliseconds(0);
-    options.program_folder = settings_.path().toStdString();
-    options.user_folder = options.program_folder;
-    options.backup_folder = options.program_folder + "/backups";
-    options.state_folder = state_folder();
-    window_ = std::make_unique<frmMain>(options);
-    window_->StartUp();
-    window_->activateWindow();
-    QTest::qWait(kSettleMs);
-  }
-
-  [[nodiscard]] std::string settings_folder() const { return settings_.path().toStdString(); }
-  [[nodiscard]] std::string state_folder() const {
-    return settings_.filePath("state").toStdString();
-  }
-  [[nodiscard]] frmMain& window() { return *window_; }
-  template <class Widget>
-  Widget& Find(const char* name) {
-    auto* found = window_->findChild<Widget*>(QLatin1String(name));
-    if (found == nullptr) qFatal("no %s", name);
-    return *found;
-  }
-  void Trigger(const char* action) { Find<QAction>(action).trigger(); }
-  void Click(const char* button) { Find<QAbstractButton>(button).click(); }
-  void ShowPage(int page) {
-    Find<QTabWidget>("TabStrip1").setCurrentIndex(page);
-    QTest::qWait(kSettleMs);
-  }
-  void SelectRow(const char* grid, int row) {
-    auto& view = Find<QTableView>(grid);
-    view.setFocus();
-    view.setCurrentIndex(view.model()->index(row, 0));
-    view.selectRow(row);
-  }
-
-  void Take(const char* name, QWidget* widget = nullptr) {
-    if (widget == nullptr) widget = window_.get();
-    QTest::qWait(kSettleMs);
-    Store(name, Portrait(*widget));
-  }
-  // As much of the window as a menu needs.
-  void TakeTopLeft(const char* name, QSize size) {
-    QTest::qWait(kSettleMs);
-    const QImage image = Portrait(*window_);
-    Store(name, image.copy(QRect(QPoint(0, 0), size * image.devicePixelRatio())));
-  }
-  void Store(const char* name, const QImage& image) {
-    const QString path = folder_ + QLatin1Char('/') + QLatin1String(name) + suffix_ + ".png";
-    if (!image.save(path)) Complain("cannot write " + path);
-  }
-
-  void TakeDialog(const char* name, const std::function<void()>& command) {
-    InDialog(command, [&](QWidget& dialog) { Take(name, &dialog); });
-  }
-
-  void TakeMenu(const char* name, const QString& title) {
-    for (QAction* entry : window_->menuBar()->actions()) {
-      if (entry->text().remove(QLatin1Char('&')) != title) continue;
-      QMenu* menu = entry->menu();
-      const QPoint place = window_->menuBar()->actionGeometry(entry).bottomLeft();
-      window_->menuBar()->setActiveAction(entry);
-      menu->popup(window_->menuBar()->mapToGlobal(place));
-      TakeTopLeft(name, QSize(menu->geometry().right() - window_->x() + kTitleHeight,
-                              menu->geometry().bottom() - window_->y() + 2 * kTitleHeight));
-      menu->close();
-      return;
-    }
-    Complain("no menu " + title);
-  }
-
-  // Forgets the changes, so that closing asks nothing.
-  void Stop() {
-    const_cast<CloneDocument&>(window_->document()).ForgetChanges();
-    window_->close();
-    window_.reset();
-  }
-
- private:
-  QString folder_;
-  QString suffix_;
-  QTemporaryDir settings_;
-  std::unique_ptr<frmMain> window_;
-};
-
 const ComPort::Simulation kFastRadio{true, 0, {}};
 
 // ---- what to take
 
-void TakePages(Session& session) {
+void TakePages(PhotoSession& session) {
   session.ShowPage(0);
   session.Take("settings-1");
   session.ShowPage(1);
@@ -239,7 +46,7 @@ void TakePages(Session& session) {
 }
 
 // With an edit that the radio would not keep, and the cell in which it stands.
-void TakeChannelList(Session& session) {
+void TakeChannelList(PhotoSession& session) {
   session.Trigger("mnuChannelList");
   auto& table = session.Find<QTableView>("tblChannels");
   QAbstractItemModel& cells = *table.model();
@@ -253,7 +60,7 @@ void TakeChannelList(Session& session) {
 }
 
 // Of a list as web pages offer them: the file dialog first, and then the window.
-void TakeImportOther(Session& session) {
+void TakeImportOther(PhotoSession& session) {
   const std::string path = session.settings_folder() + "/repeaters.csv";
   const auto problem =
       WriteFile(path,
@@ -282,7 +89,7 @@ void TakeImportOther(Session& session) {
   if (watch.isActive()) Complain("Import Other List did not come");
 }
 
-void TakeChannelDialogs(Session& session) {
+void TakeChannelDialogs(PhotoSession& session) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", 3);
   session.TakeDialog("modify-memory", [&] { session.Trigger("mnuEditUndo"); });
@@ -297,7 +104,7 @@ void TakeChannelDialogs(Session& session) {
   session.SelectRow("MSFlexGrid2", 0);
 }
 
-void TakeOtherWindows(Session& session) {
+void TakeOtherWindows(PhotoSession& session) {
   session.TakeMenu("menu-file", "File");
   session.TakeMenu("menu-radio", "Radio");
   session.TakeMenu("menu-tools", "Tools");
@@ -314,7 +121,7 @@ void TakeOtherWindows(Session& session) {
   session.Take("service");
 }
 
-void TakeQuestions(Session& session) {
+void TakeQuestions(PhotoSession& session) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", 1);
   session.TakeDialog("delete", [&] { session.Click("cmbDelete"); });
@@ -325,7 +132,7 @@ void TakeQuestions(Session& session) {
 }
 
 // After a change the cells of a row stand in the order in which they are stored.
-void TakeRedrawnRow(Session& session) {
+void TakeRedrawnRow(PhotoSession& session) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", 1);
   InDialog([&] { session.Trigger("mnuEditUndo"); },
@@ -339,7 +146,7 @@ void TakeRedrawnRow(Session& session) {
   QToolTip::hideText();
 }
 
-void EditRow(Session& session, int row, const std::function<void(QWidget&)>& use) {
+void EditRow(PhotoSession& session, int row, const std::function<void(QWidget&)>& use) {
   session.ShowPage(2);
   session.SelectRow("MSFlexGrid1", row);
   InDialog([&] { session.Trigger("mnuEditUndo"); },
@@ -350,7 +157,7 @@ void EditRow(Session& session, int row, const std::function<void(QWidget&)>& use
 }
 
 // What the radio would not keep of two edited channels.
-void TakeCheckUp(Session& session) {
+void TakeCheckUp(PhotoSession& session) {
   EditRow(session, 2, [](QWidget& dialog) {
     dialog.findChild<QAbstractButton*>("optStep_5")->click();
     dialog.findChild<QAbstractButton*>("optSift_3")->click();
@@ -362,7 +169,7 @@ void TakeCheckUp(Session& session) {
 }
 
 // Changes of each kind: marked where they stand, and listed.
-void TakeChanges(Session& session) {
+void TakeChanges(PhotoSession& session) {
   session.Find<QAction>("mnuMarkChanges").setChecked(true);
   session.ShowPage(0);
   session.Find<QAbstractButton>("chkBeep").click();
@@ -386,14 +193,14 @@ void TakeChanges(Session& session) {
 }
 
 // What the same changes would do to the radio, which was read.
-void TakeWriteQuestion(Session& session) {
+void TakeWriteQuestion(PhotoSession& session) {
   session.Find<QAction>("mnuShowChanges").setChecked(true);
   session.TakeDialog("write-question", [&] { session.Trigger("mnuWrAll"); });
   session.Find<QAction>("mnuShowChanges").setChecked(false);
 }
 
 // A step to take back, and one to do again.
-void TakeSteps(Session& session) {
+void TakeSteps(PhotoSession& session) {
   EditRow(session, 5,
           [](QWidget& dialog) { dialog.findChild<QAbstractButton*>("optPw_0")->click(); });
   session.Trigger("mnuUndo");
@@ -401,7 +208,7 @@ void TakeSteps(Session& session) {
 }
 
 // What a window has left that was interrupted.
-void LeaveUnsaved(Session& session, const CloneData& data) {
+void LeaveUnsaved(PhotoSession& session, const CloneData& data) {
   std::optional<FileProblem> problem;
   const auto file = NewJournalFile(session.state_folder(), problem);
   if (file == nullptr) return Complain(QString::fromStdString(problem->Message()));
@@ -410,7 +217,7 @@ void LeaveUnsaved(Session& session, const CloneData& data) {
   if (problem) Complain(QString::fromStdString(problem->Message()));
 }
 
-void TakeUnsaved(Session& session) {
+void TakeUnsaved(PhotoSession& session) {
   InDialog([&] { session.Start(kFastRadio, {}); },
            [&](QWidget& dialog) {
              session.Take("unsaved-changes", &dialog);
@@ -422,7 +229,7 @@ void TakeUnsaved(Session& session) {
 }
 
 // A radio that does not keep memory channel 0, the 23rd exchange of a Write All.
-void TakeWriteReport(Session& session, const std::string& file) {
+void TakeWriteReport(PhotoSession& session, const std::string& file) {
   session.Start({true, 0, {"not-stored@#23"}}, file);
   EditRow(session, 0, [](QWidget& dialog) {
     dialog.findChild<QLineEdit*>("txtName")->setText("NEW");
@@ -436,7 +243,7 @@ void TakeWriteReport(Session& session, const std::string& file) {
 }
 
 // A Write Memory that breaks off at channel 57, the 60th exchange, and the rest of it.
-void TakeRest(Session& session, const std::string& file) {
+void TakeRest(PhotoSession& session, const std::string& file) {
   session.Start({true, 0, {"silence@#60"}}, file);
   EditRow(session, 0,
           [](QWidget& dialog) { dialog.findChild<QLineEdit*>("txtName")->setText("NEW"); });
@@ -447,7 +254,7 @@ void TakeRest(Session& session, const std::string& file) {
 }
 
 // The same after two backups, of 229 exchanges each, and with one afterwards.
-void TakeBackups(Session& session, const std::string& file) {
+void TakeBackups(PhotoSession& session, const std::string& file) {
   session.Start({true, 0, {"silence@#520"}}, file);
   session.Trigger("mnuBackups");
   session.Click("cmdBackUpNow");
@@ -461,7 +268,7 @@ void TakeBackups(Session& session, const std::string& file) {
 }
 
 // A read at the speed of a real radio, caught in the middle.
-void TakeReading(Session& session) {
+void TakeReading(PhotoSession& session) {
   session.Start({true, 9600, {}}, {});
   bool taken = false;
   QTimer watch;
@@ -476,7 +283,7 @@ void TakeReading(Session& session) {
   session.Stop();
 }
 
-void TakeErrors(Session& session) {
+void TakeErrors(PhotoSession& session) {
   session.Start({true, 0, {"silence+"}}, {});
   session.TakeDialog("communication-error", [&] { session.Trigger("mnuReSet"); });
   session.Stop();
@@ -497,7 +304,7 @@ bool WriteExamples(const std::string& folder, const CloneData& read) {
 void TakeAll(const QString& docs, const QString& look) {
   const std::string examples = (docs + "/examples").toStdString();
   const QString suffix = look == "light" ? QString() : "-" + look;
-  Session session(docs + "/pictures", suffix);
+  PhotoSession session(docs + "/pictures", suffix);
   if (look == "light") {
     session.Start(kFastRadio, {});
     session.Trigger("mnuReAll");
@@ -551,5 +358,5 @@ int main(int argc, char** argv) {
   if (look == "dark") QApplication::setPalette(q40::DarkPalette());
   if (look == "contrast") QApplication::setPalette(q40::ContrastPalette());
   q40::TakeAll(QString::fromLocal8Bit(argv[1]), look);
-  return q40::failures == 0 ? 0 : 1;
+  return q40::Failures() == 0 ? 0 : 1;
 }
